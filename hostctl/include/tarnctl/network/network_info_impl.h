@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "hostctl/network/network_info.h"
+
+namespace TarnCtl::Network {
+
+/// The network of the host that the program runs on. The management interface is the one that Kiva
+/// set up; on a host that it did not set up, the one that carries the default route, else the first
+/// with a global address.
+class NetworkInfoImpl : public HostCtl::Network::NetworkInfo {
+ public:
+  void UpdateManagementInterface() override;
+  std::unique_ptr<HostCtl::Network::TarnNic> GetManagementInterface() override;
+  std::vector<HostCtl::Network::Pnic> GetPnics() override;
+  bool IsTarnIpv6Enabled() override;
+
+ private:
+  std::unique_ptr<HostCtl::Network::TarnNic> management_;
+};
+
+/// Reads once and answers from that until Refresh. Throws for a stack other than the default one.
+class DnsConfigImpl : public HostCtl::Network::DnsConfig {
+ public:
+  explicit DnsConfigImpl(std::string stack);
+  ~DnsConfigImpl() override;
+  void Refresh() override;
+  std::string GetHostname() override;
+  std::string GetDomain() override;
+  std::vector<HostCtl::Network::IpAddress> GetNameServers() override;
+  std::vector<std::string> GetSearchDomains() override;
+
+ private:
+  struct State;
+  const State& Read();
+  std::unique_ptr<State> state_;
+};
+
+/// Throws for a stack other than the default one.
+class RoutingInfoImpl : public HostCtl::Network::RoutingInfo {
+ public:
+  explicit RoutingInfoImpl(const std::string& stack);
+  HostCtl::Network::Ipv4Address GetTarnDefaultGateway() override;
+  HostCtl::Network::Ipv6Address GetTarnIpv6DefaultGateway() override;
+};
+
+}  // namespace TarnCtl::Network

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "hostctl/adv/advanced_option.h"
+#include "hostctl/auth/smart_card.h"
+#include "hostctl/lib/platform.h"
+#include "hostctl/network/nic.h"
+#include "hostctl/system/records.h"
+
+namespace HostSeam {
+
+/// One kernel interface as the host reports it.
+struct KernelNic {
+  std::string name;
+  bool setUpByKiva = false;
+  bool carriesDefaultRoute = false;
+  HostCtl::Network::IpConfig configured;
+  HostCtl::Network::IpConfig running;
+  HostCtl::Network::ConnectionPoint connection;
+};
+
+struct DnsRecord {
+  std::string hostname;
+  std::string domain;
+  std::vector<HostCtl::Network::IpAddress> nameServers;
+  std::vector<std::string> searchDomains;
+};
+
+struct RoutingRecord {
+  HostCtl::Network::Ipv4Address ipv4Gateway;
+  HostCtl::Network::Ipv6Address ipv6Gateway;
+};
+
+/// The machine below the host-control library: one implementation a kind of host. Reads answer with
+/// what holds now; what the machine does not know is an empty text, an empty list or nothing, and only
+/// a read that went wrong throws HostCtl::Lib::HostCtlException.
+class Driver {
+ public:
+  virtual ~Driver() = default;
+
+  /// Called first by every operation of the library with its name; a host that rehearses failures
+  /// throws here.
+  virtual void Enter(std::string_view operation) { static_cast<void>(operation); }
+
+  virtual HostCtl::System::VersionRecord ReadVersion() = 0;
+  virtual HostCtl::System::HardwareRecord ReadHardware() = 0;
+  virtual HostCtl::System::ProcessorRecord ReadProcessors() = 0;
+  virtual HostCtl::System::MemoryRecord ReadMemory() = 0;
+  virtual std::vector<HostCtl::System::StorageAdapter> ReadStorageAdapters() = 0;
+  virtual std::string ReadModuleVersion(const std::string& module) = 0;
+
+  /// In the host's order.
+  virtual std::vector<KernelNic> ReadKernelNics() = 0;
+  virtual std::vector<HostCtl::Network::Pnic> ReadPnics() = 0;
+  virtual bool ReadIpv6Enabled() = 0;
+  virtual DnsRecord ReadDns() = 0;
+  virtual RoutingRecord ReadRouting() = 0;
+
+  virtual std::string ReadWelcomeMessage() = 0;
+  virtual int ReadBootOption() = 0;
+  virtual std::optional<HostCtl::Adv::OptionValue> ReadOption(const std::string& path) = 0;
+  virtual std::vector<std::string> ReadKeyboardLayouts() = 0;
+  virtual std::string ReadKeyboardLayout() = 0;
+  virtual std::vector<HostCtl::System::FirewallRuleset> ReadFirewallRulesets() = 0;
+  virtual std::vector<HostCtl::Authentication::SmartCardSlot> ReadSmartCardSlots() = 0;
+
+  virtual void RaiseSystemAlert(const std::string& text) = 0;
+};
+
+/// Puts a host under the program. Called by main, once, before anything else.
+void useHost(std::unique_ptr<HostCtl::Lib::Platform> platform, std::unique_ptr<Driver> driver);
+
+/// The driver in use.
+Driver& driver();
+
+}  // namespace HostSeam
