@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: MIT
+#include "core/session.h"
+
+namespace Kiva {
+
+Session& session() {
+  static Session one;
+  return one;
+}
+
+}  // namespace Kiva
