@@ -22,7 +22,8 @@ bool hasGlobalAddress(const KernelNic& nic) {
 std::optional<KernelNic> chooseManagementNic(const std::vector<KernelNic>& nics) {
   const auto ours = [](const KernelNic& nic) { return nic.setUpByKiva; };
   const auto routed = [](const KernelNic& nic) { return nic.carriesDefaultRoute; };
-  for (const auto& wanted : {+ours, +routed, +[](const KernelNic& nic) { return hasGlobalAddress(nic); }}) {
+  for (const auto& wanted :
+       {+ours, +routed, +[](const KernelNic& nic) { return hasGlobalAddress(nic); }}) {
     const auto found = std::find_if(nics.begin(), nics.end(), wanted);
     if (found != nics.end()) return *found;
   }

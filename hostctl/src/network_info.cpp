@@ -55,13 +55,19 @@ std::unique_ptr<TarnNic> NetworkInfoImpl::GetManagementInterface() {
   return std::move(management_);
 }
 
-std::vector<Pnic> NetworkInfoImpl::GetPnics() { return enter("GetPnics").ReadPnics(); }
+std::vector<Pnic> NetworkInfoImpl::GetPnics() {
+  return enter("GetPnics").ReadPnics();
+}
 
-bool NetworkInfoImpl::IsTarnIpv6Enabled() { return enter("IsTarnIpv6Enabled").ReadIpv6Enabled(); }
+bool NetworkInfoImpl::IsTarnIpv6Enabled() {
+  return enter("IsTarnIpv6Enabled").ReadIpv6Enabled();
+}
 
 struct DnsConfigImpl::State : HostSeam::DnsRecord {};
 
-DnsConfigImpl::DnsConfigImpl(std::string stack) { checkStack("DnsConfig", stack); }
+DnsConfigImpl::DnsConfigImpl(std::string stack) {
+  checkStack("DnsConfig", stack);
+}
 DnsConfigImpl::~DnsConfigImpl() = default;
 
 void DnsConfigImpl::Refresh() {
@@ -73,8 +79,12 @@ const DnsConfigImpl::State& DnsConfigImpl::Read() {
   return *state_;
 }
 
-std::string DnsConfigImpl::GetHostname() { return enter("GetHostname"), Read().hostname; }
-std::string DnsConfigImpl::GetDomain() { return enter("GetDomain"), Read().domain; }
+std::string DnsConfigImpl::GetHostname() {
+  return enter("GetHostname"), Read().hostname;
+}
+std::string DnsConfigImpl::GetDomain() {
+  return enter("GetDomain"), Read().domain;
+}
 
 std::vector<IpAddress> DnsConfigImpl::GetNameServers() {
   return enter("GetNameServers"), Read().nameServers;
@@ -84,7 +94,9 @@ std::vector<std::string> DnsConfigImpl::GetSearchDomains() {
   return enter("GetSearchDomains"), Read().searchDomains;
 }
 
-RoutingInfoImpl::RoutingInfoImpl(const std::string& stack) { checkStack("RoutingInfo", stack); }
+RoutingInfoImpl::RoutingInfoImpl(const std::string& stack) {
+  checkStack("RoutingInfo", stack);
+}
 
 Ipv4Address RoutingInfoImpl::GetTarnDefaultGateway() {
   return enter("GetTarnDefaultGateway").ReadRouting().ipv4Gateway;

@@ -6,13 +6,17 @@ namespace TarnCtl::System {
 
 using namespace HostCtl::System;
 
-VersionRecord SystemInfoImpl::GetVersion() { return enter("GetVersion").ReadVersion(); }
+VersionRecord SystemInfoImpl::GetVersion() {
+  return enter("GetVersion").ReadVersion();
+}
 
 std::string SystemInfoImpl::GetWelcomeMessage() {
   return enter("GetWelcomeMessage").ReadWelcomeMessage();
 }
 
-int SystemInfoImpl::GetBootOption() { return enter("GetBootOption").ReadBootOption(); }
+int SystemInfoImpl::GetBootOption() {
+  return enter("GetBootOption").ReadBootOption();
+}
 
 void SystemInfoImpl::SetSystemAlert(const std::string& text) {
   enter("SetSystemAlert").RaiseSystemAlert(text);
@@ -54,7 +58,9 @@ std::string HardwareInfoImpl::GetBmcVersion() {
   return enter("GetBmcVersion").ReadHardware().bmcVersion;
 }
 
-BiosData HardwareInfoImpl::GetBiosData() { return enter("GetBiosData").ReadHardware().bios; }
+BiosData HardwareInfoImpl::GetBiosData() {
+  return enter("GetBiosData").ReadHardware().bios;
+}
 
 std::string ProcessorInfoImpl::GetModelName() {
   return enter("GetModelName").ReadProcessors().modelName;
@@ -68,7 +74,9 @@ std::uint64_t MemoryInfoImpl::GetTotalPages() {
   return enter("GetTotalPages").ReadMemory().totalPages;
 }
 
-std::uint64_t MemoryInfoImpl::GetPageSize() { return enter("GetPageSize").ReadMemory().pageSize; }
+std::uint64_t MemoryInfoImpl::GetPageSize() {
+  return enter("GetPageSize").ReadMemory().pageSize;
+}
 
 std::vector<StorageAdapter> StorageInfoImpl::GetAdapters() {
   return enter("GetAdapters").ReadStorageAdapters();

@@ -38,8 +38,8 @@ struct RoutingRecord {
 };
 
 /// The machine below the host-control library: one implementation a kind of host. Reads answer with
-/// what holds now; what the machine does not know is an empty text, an empty list or nothing, and only
-/// a read that went wrong throws HostCtl::Lib::HostCtlException.
+/// what holds now; what the machine does not know is an empty text, an empty list or nothing, and
+/// only a read that went wrong throws HostCtl::Lib::HostCtlException.
 class Driver {
  public:
   virtual ~Driver() = default;

@@ -35,8 +35,8 @@ class Platform {
   virtual std::string HostPath(std::string_view path) const = 0;
   /// What to execute so that the host runs `program` as a child without the terminal.
   virtual Program ChildProgram(const Program& program) = 0;
-  /// The same for a program that takes the terminal over while it runs (the pager). File names among
-  /// its arguments have been through HostPath already.
+  /// The same for a program that takes the terminal over while it runs (the pager). File names
+  /// among its arguments have been through HostPath already.
   virtual Program TerminalProgram(const Program& program) = 0;
 
   /// Opens the system log with identity "KIVA", process id, facility user, up to informational.

@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+#include "core/screen.h"
+
+#include <curses.h>
+#include <unistd.h>
+
+#include <clocale>
+#include <cstdlib>
+#include <cstring>
+
+#include "core/keys.h"
+#include "core/palette.h"
+
+namespace Kiva {
+
+namespace {
+
+constexpr int kConsoleEscapeDelay = 25;
+
+// On a Linux console a key's bytes come whole, so Escape need not wait for more; elsewhere an
+// operator may type Escape and then a digit by hand, and the default second stays.
+void setEscapeDelay() {
+  const char* term = std::getenv("TERM");
+  if (term && std::strcmp(term, "linux") == 0) set_escdelay(kConsoleEscapeDelay);
+}
+
+void leaveCurses() {
+  if (stdscr && !isendwin()) endwin();
+}
+
+void setLocale() {
+  if (!std::setlocale(LC_ALL, "en_US.UTF-8")) std::setlocale(LC_ALL, "C.UTF-8");
+}
+
+}  // namespace
+
+void startScreen() {
+  setLocale();
+  setEscapeDelay();
+  initscr();
+  start_color();
+  std::atexit(leaveCurses);
+  curs_set(0);
+  cbreak();
+  noecho();
+  keypad(stdscr, TRUE);
+  setUpColors();
+  defineKeys();
+  refresh();
+}
+
+void endScreen() {
+  erase();
+  refresh();
+  endwin();
+  constexpr char kResetPalette[] = {'\033', ']', 'R'};
+  if (write(STDOUT_FILENO, kResetPalette, sizeof kResetPalette) < 0) return;
+}
+
+void updateScreen() {
+  static bool shown = false;
+  if (cursor().visible != shown) {
+    shown = cursor().visible;
+    curs_set(shown ? 1 : 0);
+  }
+  if (shown) wmove(newscr, cursor().row, cursor().column);
+  doupdate();
+}
+
+void repaintScreen() {
+  clearok(curscr, TRUE);
+}
+
+void suspendScreen() {
+  erase();
+  clear();
+  refresh();
+}
+
+void resumeScreen() {
+  keypad(stdscr, FALSE);
+  keypad(stdscr, TRUE);
+}
+
+void discardTypeAhead() {
+  flushinp();
+}
+
+int screenColumns() {
+  return COLS;
+}
+int screenLines() {
+  return LINES;
+}
+
+Cursor& cursor() {
+  static Cursor one;
+  return one;
+}
+
+}  // namespace Kiva

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+namespace Kiva {
+
+/// The screen as a whole: where curses starts and ends, and where what windows drew is sent to the
+/// terminal. Windows only prepare their changes; updateScreen sends them in one go, so that one key
+/// costs one write. The key wait calls it; whoever is about to block for another reason calls it
+/// first.
+
+/// Starts curses on the terminal with the console's colours and keys. Every exit restores the
+/// terminal from then on.
+void startScreen();
+/// Clears the screen, leaves curses and gives a Linux console its own palette back.
+void endScreen();
+
+void updateScreen();
+/// Makes the next update repaint every cell, whatever the terminal is believed to show.
+void repaintScreen();
+/// Leaves curses' screen empty and cooked for another program; resumeScreen comes back from it.
+void suspendScreen();
+void resumeScreen();
+/// Drops the keys that were typed and not read yet.
+void discardTypeAhead();
+
+int screenColumns();
+int screenLines();
+
+/// The one cursor of the terminal, in screen cells. Windows change it through their own operations.
+struct Cursor {
+  bool visible = false;
+  int column = 0;
+  int row = 0;
+  bool operator==(const Cursor&) const = default;
+};
+
+Cursor& cursor();
+
+}  // namespace Kiva
