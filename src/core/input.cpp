@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <limits>
+#include <optional>
 
 #include "core/keys.h"
 #include "core/log.h"
@@ -25,6 +26,13 @@ int pollTimeout(const timeval* limit) {
   constexpr long kLongest = std::numeric_limits<int>::max();
   if (limit->tv_sec >= kLongest / 1000) return kLongest;
   return static_cast<int>(std::max(0L, limit->tv_sec * 1000 + limit->tv_usec / 1000));
+}
+
+std::optional<winsize> terminalSize() {
+  winsize size{};
+  if (ioctl(STDIN_FILENO, TIOCGWINSZ, &size) != 0 || size.ws_row == 0 || size.ws_col == 0)
+    return std::nullopt;
+  return size;
 }
 
 int readKey() {
@@ -48,23 +56,6 @@ int readTerminal() {
   const int key = readKey();
   if (key == Input::kNothing && terminalGone()) std::exit(0);
   return key;
-}
-
-int readEvent() {
-  unsigned char byte = 0;
-  while (read(eventPipe(), &byte, 1) < 1 && errno == EINTR) {
-  }
-  switch (static_cast<EventByte>(byte)) {
-    case EventByte::SmartCard:
-      return Input::kSmartCard;
-    case EventByte::StopRequest:
-      return Input::kStopRequest;
-    case EventByte::Resize:
-      return Input::kResized;
-    case EventByte::Stop:
-      return Input::kStop;
-  }
-  return Input::kNothing;
 }
 
 class TerminalSource : public InputSource {
@@ -97,16 +88,38 @@ int waitForInput(const timeval* limit) {
   return readEvent();
 }
 
+int readEvent() {
+  unsigned char byte = 0;
+  while (read(eventPipe(), &byte, 1) < 1 && errno == EINTR) {
+  }
+  switch (static_cast<EventByte>(byte)) {
+    case EventByte::SmartCard:
+      return Input::kSmartCard;
+    case EventByte::StopRequest:
+      return Input::kStopRequest;
+    case EventByte::Resize:
+      return Input::kResized;
+    case EventByte::Stop:
+      return Input::kStop;
+  }
+  return Input::kNothing;
+}
+
 InputSource& terminalSource() {
   static TerminalSource one;
   return one;
 }
 
+bool sizeChanged() {
+  const auto size = terminalSize();
+  return size && (size->ws_row != LINES || size->ws_col != COLS);
+}
+
 void handleResize() {
-  winsize size{};
-  if (ioctl(STDIN_FILENO, TIOCGWINSZ, &size) != 0 || size.ws_row == 0 || size.ws_col == 0) return;
-  resizeterm(size.ws_row, size.ws_col);
-  logInfo("Resized window to %dx%d", size.ws_col, size.ws_row);
+  const auto size = terminalSize();
+  if (!size) return;
+  resizeterm(size->ws_row, size->ws_col);
+  logInfo("Resized window to %dx%d", size->ws_col, size->ws_row);
   refresh();
 }
 

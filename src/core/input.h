@@ -8,6 +8,12 @@ namespace Kiva {
 /// The real input source: the machine's clock, the terminal and the event pipe.
 InputSource& terminalSource();
 
+/// One event from the event pipe, as one of Input's codes; waits for it.
+int readEvent();
+
+/// True when the terminal's size is no longer the one that curses draws for.
+bool sizeChanged();
+
 /// Takes the terminal's new size over, logs it and redraws.
 void handleResize();
 

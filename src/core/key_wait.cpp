@@ -57,7 +57,7 @@ class Waiting {
       if (!dimmed_ && now > dimAt_) Dim();
       const int input = WaitFrom(now);
       if (input >= 0 && input != Key::kResize) return Wake(), input;
-      Dispatch(input);
+      dispatchInput(input);
     }
   }
 
@@ -87,26 +87,6 @@ class Waiting {
     window_.Refresh();
   }
 
-  static void Dispatch(int input) {
-    switch (input) {
-      case Input::kSmartCard:
-        notifySmartCard();
-        break;
-      case Input::kStopRequest:
-        if (!session().active) std::exit(0);
-        session().stopPending = true;
-        break;
-      case Input::kResized:
-      case Key::kResize:
-        handleResize();
-        std::exit(0);
-      case Input::kStop:
-        std::exit(0);
-      default:
-        break;
-    }
-  }
-
   Window& window_;
   const bool timed_;
   const Time dimAt_;
@@ -123,6 +103,26 @@ KeyWait& keyWait() {
 
 int getKey(Window& window, IdleTimeout timeout) {
   return Waiting(window, timeout).NextKey();
+}
+
+void dispatchInput(int input) {
+  switch (input) {
+    case Input::kSmartCard:
+      notifySmartCard();
+      break;
+    case Input::kStopRequest:
+      if (!session().active) std::exit(0);
+      session().stopPending = true;
+      break;
+    case Input::kResized:
+    case Key::kResize:
+      handleResize();
+      std::exit(0);
+    case Input::kStop:
+      std::exit(0);
+    default:
+      break;
+  }
 }
 
 void reloadIdleTimeout() {

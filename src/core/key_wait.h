@@ -59,6 +59,9 @@ enum class IdleTimeout { Applies, Ignored };
 /// key that wakes it counts. Throws KivaTimeout; ends the process on a stop signal or a resize.
 int getKey(Window& window, IdleTimeout timeout = IdleTimeout::Applies);
 
+/// Acts on one of Input's codes as the key wait does: a smart card, a stop, a resize.
+void dispatchInput(int input);
+
 /// Reads the idle time-out setting again.
 void reloadIdleTimeout();
 

@@ -32,6 +32,18 @@ inline constexpr int kF4 = function(4);
 inline constexpr int kF11 = function(11);
 inline constexpr int kF12 = function(12);
 
+/// Keys that move within a text field or take from it.
+constexpr bool isEditing(int key) {
+  return key == kBackspaceByte || key == kBackspace || key == kDelete || key == kLeft ||
+         key == kRight || key == kHome || key == kEnd;
+}
+
+/// Bytes that a text field takes as they are: ASCII's printable ones, and what a password may hold
+/// besides them.
+constexpr bool isPrintable(int key) {
+  return (key >= 32 && key <= 126) || (key >= 128 && key <= 255);
+}
+
 }  // namespace Kiva::Key
 
 namespace Kiva {

@@ -24,10 +24,6 @@ void setEscapeDelay() {
   if (term && std::strcmp(term, "linux") == 0) set_escdelay(kConsoleEscapeDelay);
 }
 
-void leaveCurses() {
-  if (stdscr && !isendwin()) endwin();
-}
-
 void setLocale() {
   if (!std::setlocale(LC_ALL, "en_US.UTF-8")) std::setlocale(LC_ALL, "C.UTF-8");
 }
@@ -39,7 +35,7 @@ void startScreen() {
   setEscapeDelay();
   initscr();
   start_color();
-  std::atexit(leaveCurses);
+  std::atexit(leaveScreen);
   curs_set(0);
   cbreak();
   noecho();
@@ -47,6 +43,10 @@ void startScreen() {
   setUpColors();
   defineKeys();
   refresh();
+}
+
+void leaveScreen() {
+  if (stdscr && !isendwin()) endwin();
 }
 
 void endScreen() {
@@ -72,14 +72,16 @@ void repaintScreen() {
 }
 
 void suspendScreen() {
-  erase();
-  clear();
-  refresh();
+  wclear(newscr);
+  cursor() = {.visible = true};
+  updateScreen();
 }
 
 void resumeScreen() {
   keypad(stdscr, FALSE);
   keypad(stdscr, TRUE);
+  cursor() = {};
+  repaintScreen();
 }
 
 void discardTypeAhead() {

@@ -14,10 +14,14 @@ void startScreen();
 /// Clears the screen, leaves curses and gives a Linux console its own palette back.
 void endScreen();
 
+/// Leaves curses unless it was left already; also runs at exit.
+void leaveScreen();
+
 void updateScreen();
 /// Makes the next update repaint every cell, whatever the terminal is believed to show.
 void repaintScreen();
-/// Leaves curses' screen empty and cooked for another program; resumeScreen comes back from it.
+/// Clears the terminal for another program, cursor shown; resumeScreen comes back from it and has the
+/// next update repaint everything.
 void suspendScreen();
 void resumeScreen();
 /// Drops the keys that were typed and not read yet.

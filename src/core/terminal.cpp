@@ -62,15 +62,18 @@ TerminalType chooseTerminalType(bool linuxConsole, const char* term, const char*
 }
 
 void prepareTerminalType() {
-  TerminalType type =
+  const TerminalType type =
       chooseTerminalType(isLinuxConsole(), std::getenv("TERM"), std::getenv("SSH_CLIENT"));
-  setenv("TERMINFO", "/usr/share/terminfo", 0);
-  if (!cursesCanDrive(type.term.c_str())) {
-    logError("Cannot drive a terminal of type \"%s\", using %s", type.term.c_str(), kFallbackType);
-    type.term = kFallbackType;
-  }
   terminal().onLocalConsole = type.onLocalConsole;
   setenv("TERM", type.term.c_str(), 1);
+  setenv("TERMINFO", "/usr/share/terminfo", 0);
+}
+
+void replaceUnusableTerminalType() {
+  const char* type = std::getenv("TERM");
+  if (cursesCanDrive(type)) return;
+  logError("Cannot drive a terminal of type \"%s\", using %s", type, kFallbackType);
+  setenv("TERM", kFallbackType, 1);
 }
 
 void saveTerminalAttributes() {

@@ -33,9 +33,10 @@ struct TerminalType {
 /// The terminal's type from what start-up knows; null stands for a variable that is not set.
 TerminalType chooseTerminalType(bool linuxConsole, const char* term, const char* sshClient);
 
-/// Sets TERM and TERMINFO for curses and notes onLocalConsole. A type that curses cannot drive is
-/// logged and becomes "vt102".
+/// Sets TERM and TERMINFO for curses and notes onLocalConsole.
 void prepareTerminalType();
+/// A type that curses cannot drive is logged and becomes "vt102". Called once the log is open.
+void replaceUnusableTerminalType();
 
 /// Keeps the attributes of descriptor 1 as they were before curses.
 void saveTerminalAttributes();

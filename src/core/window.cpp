@@ -61,10 +61,6 @@ Window::~Window() {
   children_.clear();
 }
 
-void Window::Remove(Window& child) {
-  std::erase_if(children_, [&](const auto& one) { return one.get() == &child; });
-}
-
 Attribute Window::CurrentAttribute() const {
   return active_ ? colorAttribute(background_, foreground_)
                  : colorAttribute(kInactiveBackground, kInactiveForeground);

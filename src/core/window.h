@@ -46,8 +46,8 @@ class Window {
     children_.push_back(std::move(child));
     return added;
   }
-  /// Destroys a child.
-  void Remove(Window& child);
+  /// Destroys the children.
+  void RemoveAll() { children_.clear(); }
 
   /// Draws the window and its children in their colours, or in the inactive look, and drops what
   /// was typed before the change. A window of the screen keeps its cursor while it is inactive.
@@ -76,8 +76,8 @@ class Window {
   bool IsActive() const { return active_; }
   int Width() const { return place_.width; }
   int Height() const { return place_.height; }
-  Color Background() const { return background_; }
-  Color Foreground() const { return foreground_; }
+  Color BackgroundColor() const { return background_; }
+  Color ForegroundColor() const { return foreground_; }
 
  private:
   Attribute CurrentAttribute() const;

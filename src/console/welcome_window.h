@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "tarnctl/network/network_info_impl.h"
+#include "ui/frame.h"
+
+namespace Kiva {
+
+struct WelcomeContent;
+struct WelcomeLayout;
+
+/// What the console shows while nobody is logged in: who the host is, its hardware, and where it can
+/// be managed; or the administrator's own message. F2 and F12 ask for a login. It is the bottom of the
+/// window stack and owns the operator's session.
+class WelcomeWindow : public Frame {
+ public:
+  WelcomeWindow();
+
+  /// The welcome loop; returns only when the process ends.
+  int Foreground() override;
+  void Notification() override { Update(); }
+
+  /// Reads the host again and redraws the whole screen.
+  void Update();
+
+ private:
+  void ShowMessage(const std::string& message);
+  void ShowFacts();
+  void AddTexts(const WelcomeLayout& layout, const WelcomeContent& content);
+
+  void Handle(int key);
+  /// What an operator may do after a login; leads back here.
+  void LogIn(int key);
+  int RunLogin();
+  void RunSession();
+  void RunShutdown();
+  void EndTimedOutSession();
+
+  TarnCtl::Network::DnsConfigImpl dns_;
+};
+
+}  // namespace Kiva

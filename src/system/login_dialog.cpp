@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: MIT
+#include "system/login_dialog.h"
+
+#include "core/key_wait.h"
+#include "core/keys.h"
+#include "core/log.h"
+#include "core/screen.h"
+#include "core/session.h"
+#include "core/terminal.h"
+#include "hostctl/lib/exception.h"
+#include "system/authentication.h"
+#include "system/host_name.h"
+#include "tarnctl/system/system_info_impl.h"
+#include "ui/footer.h"
+#include "ui/markup_text.h"
+#include "ui/message_dialog.h"
+
+namespace Kiva {
+
+namespace {
+
+constexpr int kFieldWidth = 30;
+
+// The stray ">" in the first colour tag is part of the look: the key stays in the footer's own colour.
+constexpr const char* kPinFooter =
+    "{align:left}{color:black>}<F3>{/color} {color:dark-grey}Switch PIN/Password "
+    "Login{/color}{/align}";
+
+std::string keyboardLayout() {
+  try {
+    return TarnCtl::System::SystemInfoImpl().GetKeyboardLayout();
+  } catch (const HostCtl::Lib::HostCtlException&) {
+    return "";
+  }
+}
+
+}  // namespace
+
+LoginDialog::LoginDialog(Window& owner)
+    : Dialog(owner, 60, 13, 6),
+      mode_(session().smartCardUserId.empty() ? Mode::Password : Mode::Pin) {
+  Window& content = *Content();
+  items_ = &content.Add(
+      std::make_unique<ItemList>(content, Rect{0, 0, content.Width(), content.Height()}));
+}
+
+void LoginDialog::LayOut() {
+  const bool pin = mode_ == Mode::Pin;
+  SetTitle(Text(TextId::kAuthenticationRequired));
+  SetText(withHostName(Text(pin ? TextId::kEnterSmartCardPin : TextId::kEnterLoginNameAndPassword)));
+  SetFooter(pin ? std::string(kPinFooter) + kOkCancelFooter : kOkCancelFooter);
+  items_->Clear();
+  AddKeyboardLabel();
+  name_ = &items_->Append(std::make_unique<InputItem>(
+      Text(pin ? TextId::kLoginIdLabel : TextId::kLoginNameLabel), kFieldWidth));
+  name_->SetValue(pin ? session().smartCardUserId : "root");
+  secret_ = &items_->Append(std::make_unique<InputItem>(
+      Text(pin ? TextId::kPinLabel : TextId::kPasswordLabel), kFieldWidth, Masking::kStars));
+  items_->Focus(*name_);
+}
+
+void LoginDialog::AddKeyboardLabel() {
+  keyboard_ = nullptr;
+  if (!terminal().onLocalConsole) return;
+  const std::string layout = plainText(keyboardLayout());
+  keyboard_ = &items_->Append(std::make_unique<LabelItem>(
+      formatted("Configured Keyboard (%s)", layout.c_str()), Selectable::Yes));
+}
+
+int LoginDialog::Foreground() {
+  LayOut();
+  for (;;) {
+    const int key = getKey(*this);
+    if (key == Key::kEscape || Handle(key)) {
+      secret_->SetValue("");
+      return key != Key::kEscape;
+    }
+  }
+}
+
+bool LoginDialog::Handle(int key) {
+  const Item* focused = items_->Focused();
+  if (key == Key::kEnter) return Enter();
+  if (key == Key::kF3) {
+    mode_ = mode_ == Mode::Pin ? Mode::Password : Mode::Pin;
+    LayOut();
+  } else if (key == Key::kUp) {
+    items_->MoveUp();
+  } else if (key == Key::kDown) {
+    items_->MoveDown();
+  } else if (key == Key::kTab) {
+    MoveForward();
+  } else if (focused != keyboard_ && (Key::isPrintable(key) || Key::isEditing(key))) {
+    items_->Focused()->PressKey(key);
+    items_->Draw();
+  }
+  return false;
+}
+
+void LoginDialog::MoveForward() {
+  if (items_->Focused() != secret_)
+    items_->MoveDown();
+  else
+    items_->Focus(keyboard_ ? static_cast<Item&>(*keyboard_) : *name_);
+}
+
+bool LoginDialog::Enter() {
+  const Item* focused = items_->Focused();
+  if (focused == secret_) return Authenticate();
+  if (focused != keyboard_) items_->MoveDown();
+  return false;
+}
+
+bool LoginDialog::Authenticate() {
+  updateScreen();
+  switch (authenticate(name_->Value(), Secret(secret_->Value()))) {
+    case Authentication::Accepted:
+      return true;
+    case Authentication::NoPermission:
+      Refuse(TextId::kUserHasNoPermission);
+      break;
+    case Authentication::PasswordExpired:
+      Refuse(TextId::kPasswordHasExpired);
+      break;
+    case Authentication::Failed:
+      Refuse(TextId::kInvalidLoginOrPassword);
+      break;
+  }
+  return false;
+}
+
+void LoginDialog::Refuse(TextId reason) {
+  showMessage(*this, TextId::kAuthenticationFailed, Text(reason));
+  secret_->SetValue("");
+  items_->Focus(*secret_);
+}
+
+LoginDisabledDialog::LoginDisabledDialog(Window& owner) : Dialog(owner, 60, 9, 6) {}
+
+int LoginDisabledDialog::Foreground() {
+  SetTitle(Text(TextId::kAuthenticationDenied));
+  SetText(withHostName(Text(TextId::kDirectConsoleAccessDisabled)));
+  SetFooter(kOkFooter);
+  for (;;) {
+    const int key = getKey(*this);
+    if (key == Key::kEnter || key == Key::kEscape) return 0;
+  }
+}
+
+}  // namespace Kiva

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+
+#include "core/window.h"
+
+namespace Kiva {
+
+/// A block of markup text inside another window: a dialog's body, a pane, a panel of the welcome
+/// screen. Lays its whole text out and draws it again at every change; text below its last row is not
+/// drawn. Keywords in the text are expanded each time.
+class TextArea : public Window {
+ public:
+  /// The background is the parent's; `foreground` may be kParentColor.
+  TextArea(Window& parent, const Rect& place, Color foreground);
+
+  void SetText(std::string text);
+  void AppendText(const std::string& text);
+  void SetActive(bool active) override;
+
+ private:
+  void Draw();
+
+  std::string text_;
+};
+
+}  // namespace Kiva
