@@ -116,8 +116,7 @@ TEST_F(RunCommandTest, StartThatFails) {
 
 TEST_F(RunCommandTest, DescriptorsThatRunOut) {
   std::vector<Kiva::Descriptor> taken;
-  while (taken.empty() || taken.back())
-    taken.emplace_back(open("/dev/null", O_RDONLY | O_CLOEXEC));
+  while (taken.empty() || taken.back()) taken.emplace_back(open("/dev/null", O_RDONLY | O_CLOEXEC));
   for (int spare = 0; spare < 6; ++spare) {
     const CommandResult result = RunCommand({.path = "/bin/true", .arguments = {"true"}});
     EXPECT_EQ(result.status, -1) << spare;
