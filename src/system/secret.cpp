@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#include "system/secret.h"
+
+#include <cstring>
+#include <utility>
+
+namespace Kiva {
+
+Secret::Secret(std::string_view text) {
+  bytes_.reserve(text.size() + 1);
+  bytes_.assign(text.begin(), text.end());
+  bytes_.push_back('\0');
+}
+
+Secret::Secret(Secret&& other) noexcept : bytes_(std::exchange(other.bytes_, {})) {}
+
+Secret& Secret::operator=(Secret&& other) noexcept {
+  if (this != &other) {
+    Wipe();
+    bytes_ = std::exchange(other.bytes_, {});
+  }
+  return *this;
+}
+
+void Secret::Wipe() {
+  if (bytes_.empty()) return;
+  explicit_bzero(bytes_.data(), bytes_.size());
+  bytes_.clear();
+}
+
+}  // namespace Kiva

@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/recording_platform.h"
+
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+
+#include "hostctl/lib/exception.h"
+
+namespace TestSupport {
+
+using HostCtl::Lib::Program;
+
+std::vector<std::string> RecordingPlatform::Lines() const {
+  const std::lock_guard lock(mutex_);
+  return lines_;
+}
+
+void RecordingPlatform::Clear() {
+  const std::lock_guard lock(mutex_);
+  lines_.clear();
+}
+
+void RecordingPlatform::Record(std::string line) {
+  const std::lock_guard lock(mutex_);
+  lines_.push_back(std::move(line));
+}
+
+std::string RecordingPlatform::HostPath(std::string_view path) const {
+  return (root / path.substr(1)).string();
+}
+
+Program RecordingPlatform::ChildProgram(const Program& program) {
+  std::string line = "run " + program.path;
+  for (const std::string& argument : program.arguments) line += " " + argument;
+  Record(line);
+  const auto script = scripts.find(program.path);
+  if (script == scripts.end()) return program;
+  Program shell{"/bin/sh", {"sh", "-c", script->second}};
+  shell.arguments.insert(shell.arguments.end(), program.arguments.begin(), program.arguments.end());
+  return shell;
+}
+
+Program RecordingPlatform::TerminalProgram(const Program& program) {
+  return program;
+}
+
+void RecordingPlatform::Log(int priority, const std::string& line) {
+  Record("log." + std::to_string(priority) + " " + line);
+}
+
+int RecordingPlatform::EventAdd(const std::string& text) {
+  Record("event " + text);
+  return 0;
+}
+
+void RecordingPlatform::Audit(const HostCtl::Lib::AuditRecord& record) {
+  std::string line = "audit " + record.event + " " + record.user + (record.success ? " 1" : " 0");
+  for (const auto& [name, value] : record.pairs) line += " " + name + "=" + value;
+  Record(line);
+}
+
+void ValueDriver::Enter(std::string_view operation) {
+  if (operation == failing) throw HostCtl::Lib::HostCtlException("out of order");
+}
+
+std::string ValueDriver::ReadModuleVersion(const std::string& module) {
+  const auto found = moduleVersions.find(module);
+  return found == moduleVersions.end() ? "" : found->second;
+}
+
+OnRecordingHost::OnRecordingHost() {
+  auto newPlatform = std::make_unique<RecordingPlatform>();
+  auto newDriver = std::make_unique<ValueDriver>();
+  platform = newPlatform.get();
+  driver = newDriver.get();
+  HostSeam::useHost(std::move(newPlatform), std::move(newDriver));
+  std::signal(SIGPIPE, SIG_IGN);
+}
+
+TemporaryFolder::TemporaryFolder() {
+  std::string name = (std::filesystem::temp_directory_path() / "kiva-test-XXXXXX").string();
+  if (!mkdtemp(name.data())) throw std::runtime_error("no temporary folder");
+  path_ = name;
+}
+
+TemporaryFolder::~TemporaryFolder() {
+  std::error_code ignored;
+  std::filesystem::remove_all(path_, ignored);
+}
+
+void TemporaryFolder::Write(const std::string& name, const std::string& text) const {
+  const auto path = path_ / name;
+  std::filesystem::create_directories(path.parent_path());
+  std::ofstream(path) << text;
+}
+
+}  // namespace TestSupport
