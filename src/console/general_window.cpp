@@ -25,21 +25,15 @@ namespace {
 constexpr const char* kLockdownIsEnabled = "hmxsvc/auth/lockdown_is_enabled";
 constexpr const char* kLockdownIsPossible = "hmxsvc/auth/lockdown_is_possible";
 
-#define KIVA_LOG_OUT "{align:right}{color:white}<Esc>{/color}{color:light-grey} Log Out{/color}{/align}"
-constexpr const char* kChange =
-    "{color:white}<Enter>{/color}{color:light-grey} Change{/color}" KIVA_LOG_OUT;
-constexpr const char* kChangeLockdown =
-    "{color:white}<Enter>{color:light-grey} Change{/color}" KIVA_LOG_OUT;
-constexpr const char* kMore =
-    "{color:white}<Enter>{/color}{color:light-grey} More{/color}" KIVA_LOG_OUT;
-constexpr const char* kRestart =
-    "{color:white}<Enter>{/color} {color:light-grey}Restart" KIVA_LOG_OUT;
-constexpr const char* kRunTest =
-    "{color:white}<Enter>{/color}{color:light-grey} Run Test{/color}" KIVA_LOG_OUT;
-constexpr const char* kReset =
-    "{color:white}<Enter>{/color}{color:light-grey} Reset{/color}" KIVA_LOG_OUT;
-constexpr const char* kLogOut = KIVA_LOG_OUT;
-#undef KIVA_LOG_OUT
+// What Enter does, in the right footer; every entry's ends with the way out.
+constexpr const char* kChange = "{color:white}<Enter>{/color}{color:light-grey} Change{/color}";
+constexpr const char* kChangeLockdown = "{color:white}<Enter>{color:light-grey} Change{/color}";
+constexpr const char* kMore = "{color:white}<Enter>{/color}{color:light-grey} More{/color}";
+constexpr const char* kRestart = "{color:white}<Enter>{/color} {color:light-grey}Restart";
+constexpr const char* kRunTest = "{color:white}<Enter>{/color}{color:light-grey} Run Test{/color}";
+constexpr const char* kReset = "{color:white}<Enter>{/color}{color:light-grey} Reset{/color}";
+constexpr const char* kLogOut =
+    "{align:right}{color:white}<Esc>{/color}{color:light-grey} Log Out{/color}{/align}";
 
 bool managementInterfaceUsable() {
   try {
@@ -98,9 +92,9 @@ const std::vector<GeneralWindow::Entry>& GeneralWindow::Entries() {
        .description = TextId::kToViewTroubleshootingOptions,
        .footer = kMore},
       separator,
-      {.title = TextId::kViewSystemLogs, .footer = kLogOut, .text = &W::LogsText},
+      {.title = TextId::kViewSystemLogs, .text = &W::LogsText},
       separator,
-      {.title = TextId::kViewSupportInformation, .footer = kLogOut, .text = &W::SupportText},
+      {.title = TextId::kViewSupportInformation, .text = &W::SupportText},
       separator,
       {.title = TextId::kResetSystemConfiguration,
        .description = TextId::kAllSystemParametersWillBeReverted,
@@ -134,8 +128,12 @@ const GeneralWindow::Entry& GeneralWindow::Selected() {
   return *entries_[static_cast<std::size_t>(Menu().FocusedIndex())];
 }
 
-bool GeneralWindow::OnLocalConsole() { return terminal().onLocalConsole; }
-bool GeneralWindow::ResetSelectable() { return !bootedOverNetwork(); }
+bool GeneralWindow::OnLocalConsole() {
+  return terminal().onLocalConsole;
+}
+bool GeneralWindow::ResetSelectable() {
+  return !bootedOverNetwork();
+}
 
 int GeneralWindow::Foreground() {
   Show();
@@ -203,7 +201,7 @@ void GeneralWindow::RepaintRight() {
   const Entry& entry = Selected();
   SetRightTitle(Text(entry.title));
   SetRightText(entry.text ? (this->*entry.text)() : Described(""));
-  SetRightFooter(entry.footer);
+  SetRightFooter(std::string(entry.footer) + kLogOut);
 }
 
 std::string GeneralWindow::Described(const std::string& state) {
@@ -214,14 +212,17 @@ std::string GeneralWindow::Described(const std::string& state) {
 
 std::string GeneralWindow::PasswordText() {
   if (!session().emptyPassword) return Described(Text(TextId::kSet));
-  return Described(std::string(Text(TextId::kNotSet)) + "\n" + Text(TextId::kChangeDefaultPassword));
+  return Described(std::string(Text(TextId::kNotSet)) + "\n" +
+                   Text(TextId::kChangeDefaultPassword));
 }
 
 std::string GeneralWindow::LockdownText() {
   return Described(Text(lockdownEnabled_ ? TextId::kEnabled : TextId::kDisabled));
 }
 
-std::string GeneralWindow::NetworkText() { return Described(networkSummary(RightPane().Width())); }
+std::string GeneralWindow::NetworkText() {
+  return Described(networkSummary(RightPane().Width()));
+}
 
 std::string GeneralWindow::KeyboardText() {
   return Described(plainText(TarnCtl::System::SystemInfoImpl().GetKeyboardLayout()));

@@ -28,9 +28,9 @@ using LogFlags = std::array<bool, kSystemLogs.size()>;
 
 LogFlags availableLogs();
 
-/// The log that a digit opens while those marked are on offer: the available logs are counted in the
-/// table's order, and the row at which the count equals the digit is taken, else the one behind the
-/// last counted; none when all are available and the digit is beyond them.
+/// The log that a digit opens while those marked are on offer: the available logs are counted in
+/// the table's order, and the row at which the count equals the digit is taken, else the one behind
+/// the last counted; none when all are available and the digit is beyond them.
 std::optional<std::size_t> logForDigit(int digit, const LogFlags& available);
 
 }  // namespace Kiva

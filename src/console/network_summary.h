@@ -8,8 +8,8 @@
 
 namespace Kiva {
 
-/// The management network's settings as the menu shows them beside its entry, a label on one row and
-/// its value on the next, in at most 13 rows of `columns`.
+/// The management network's settings as the menu shows them beside its entry, a label on one row
+/// and its value on the next, in at most 13 rows of `columns`.
 std::string networkSummary(int columns);
 
 /// The same from given facts.

@@ -23,7 +23,8 @@ std::string pageHints(std::size_t page, std::size_t count) {
          (previous && next ? "/" : "") + (next ? "<Page Down>" : "") + "{/color}";
 }
 
-// The first `rows` lines of the text, every one of them ended, so that what follows begins a new row.
+// The first `rows` lines of the text, every one of them ended, so that what follows begins a new
+// row.
 std::string filledRows(const std::string& laidOut, int rows) {
   std::string text;
   std::size_t start = 0;

@@ -34,7 +34,9 @@ TextId ipv4Kind(const IpConfig& config) {
   return waitsForLease(config) ? TextId::kWaitingForDhcp : TextId::kDhcp;
 }
 
-std::string inParentheses(TextId kind) { return std::string("(") + catalogueText(kind) + ")"; }
+std::string inParentheses(TextId kind) {
+  return std::string("(") + catalogueText(kind) + ")";
+}
 
 std::string ipv6Kind(AddressType type) {
   switch (type) {

@@ -20,8 +20,8 @@ struct WelcomeContent {
   std::string warning;
 };
 
-/// Reads the host's facts and composes them. Raises the host's alert when it has no network adapter.
-/// Throws HostCtlException when the host fails a fact.
+/// Reads the host's facts and composes them. Raises the host's alert when it has no network
+/// adapter. Throws HostCtlException when the host fails a fact.
 WelcomeContent readWelcomeContent(HostCtl::Network::DnsConfig& dns);
 
 /// Vendor and product on one line.

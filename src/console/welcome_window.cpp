@@ -21,7 +21,9 @@ namespace Kiva {
 
 namespace {
 
-Rect screen() { return {0, 0, screenColumns(), screenLines()}; }
+Rect screen() {
+  return {0, 0, screenColumns(), screenLines()};
+}
 
 Window& addArea(Window& window, const Rect& place, Color background) {
   return window.Add(std::make_unique<Window>(window, place, background, kWhite));
@@ -121,16 +123,20 @@ void WelcomeWindow::RunSession() {
   runWindow(menu);
   setSessionActive(false);
   logInfo("User %s logged out", session().user.c_str());
-  writeAuditRecord(kLoginDisconnect, session().user, AuditOutcome::Success, {{"reason", "Session closed"}});
+  writeAuditRecord(kLoginDisconnect, session().user, AuditOutcome::Success,
+                   {{"reason", "Session closed"}});
   Update();
 }
 
-void WelcomeWindow::RunShutdown() { Update(); }
+void WelcomeWindow::RunShutdown() {
+  Update();
+}
 
 void WelcomeWindow::EndTimedOutSession() {
   if (session().active) {
     logInfo("User %s logged out due to time out", session().user.c_str());
-    writeAuditRecord(kLoginDisconnect, session().user, AuditOutcome::Success, {{"reason", "Time out"}});
+    writeAuditRecord(kLoginDisconnect, session().user, AuditOutcome::Success,
+                     {{"reason", "Time out"}});
     session().user.clear();
   }
   SetActive(true);

@@ -9,9 +9,9 @@ namespace Kiva {
 struct WelcomeContent;
 struct WelcomeLayout;
 
-/// What the console shows while nobody is logged in: who the host is, its hardware, and where it can
-/// be managed; or the administrator's own message. F2 and F12 ask for a login. It is the bottom of the
-/// window stack and owns the operator's session.
+/// What the console shows while nobody is logged in: who the host is, its hardware, and where it
+/// can be managed; or the administrator's own message. F2 and F12 ask for a login. It is the bottom
+/// of the window stack and owns the operator's session.
 class WelcomeWindow : public Frame {
  public:
   WelcomeWindow();

@@ -20,8 +20,8 @@ void leaveScreen();
 void updateScreen();
 /// Makes the next update repaint every cell, whatever the terminal is believed to show.
 void repaintScreen();
-/// Clears the terminal for another program, cursor shown; resumeScreen comes back from it and has the
-/// next update repaint everything.
+/// Clears the terminal for another program, cursor shown; resumeScreen comes back from it and has
+/// the next update repaint everything.
 void suspendScreen();
 void resumeScreen();
 /// Drops the keys that were typed and not read yet.

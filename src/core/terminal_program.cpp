@@ -66,8 +66,8 @@ pid_t start(HostCtl::Lib::Program program) {
   arguments.push_back(nullptr);
   const SpawnSettings settings;
   pid_t pid = 0;
-  const int error = posix_spawn(&pid, program.path.c_str(), &settings.actions,
-                                &settings.attributes, arguments.data(), environ);
+  const int error = posix_spawn(&pid, program.path.c_str(), &settings.actions, &settings.attributes,
+                                arguments.data(), environ);
   return error == 0 ? pid : 0;
 }
 

@@ -21,7 +21,8 @@ namespace {
 
 constexpr int kFieldWidth = 30;
 
-// The stray ">" in the first colour tag is part of the look: the key stays in the footer's own colour.
+// The stray ">" in the first colour tag is part of the look: the key stays in the footer's own
+// colour.
 constexpr const char* kPinFooter =
     "{align:left}{color:black>}<F3>{/color} {color:dark-grey}Switch PIN/Password "
     "Login{/color}{/align}";
@@ -47,7 +48,8 @@ LoginDialog::LoginDialog(Window& owner)
 void LoginDialog::LayOut() {
   const bool pin = mode_ == Mode::Pin;
   SetTitle(Text(TextId::kAuthenticationRequired));
-  SetText(withHostName(Text(pin ? TextId::kEnterSmartCardPin : TextId::kEnterLoginNameAndPassword)));
+  SetText(
+      withHostName(Text(pin ? TextId::kEnterSmartCardPin : TextId::kEnterLoginNameAndPassword)));
   SetFooter(pin ? std::string(kPinFooter) + kOkCancelFooter : kOkCancelFooter);
   items_->Clear();
   AddKeyboardLabel();

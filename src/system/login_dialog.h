@@ -9,9 +9,9 @@
 
 namespace Kiva {
 
-/// Asks for a login name and password, or for the PIN of the card that is in a reader, and stays open
-/// until the operator is authenticated (1) or gives up with Escape (0). The welcome screen runs it
-/// before anything that an operator may do.
+/// Asks for a login name and password, or for the PIN of the card that is in a reader, and stays
+/// open until the operator is authenticated (1) or gives up with Escape (0). The welcome screen
+/// runs it before anything that an operator may do.
 class LoginDialog : public Dialog {
  public:
   explicit LoginDialog(Window& owner);

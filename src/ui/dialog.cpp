@@ -46,6 +46,8 @@ int topHeightFor(const std::string& body, int width) {
   return std::max(5, countLines(body, width - kSideMargins) + 4);
 }
 
-int bottomHeightFor(int contentRows) { return contentRows > 0 ? contentRows + 4 : 3; }
+int bottomHeightFor(int contentRows) {
+  return contentRows > 0 ? contentRows + 4 : 3;
+}
 
 }  // namespace Kiva

@@ -7,9 +7,9 @@
 
 namespace Kiva {
 
-/// A window that can be shown modally: the welcome screen, a full-screen menu, a dialog. The code that
-/// needs one creates it, hands it to runWindow and destroys it when that returns; its owner, the frame
-/// that was in front, outlives it.
+/// A window that can be shown modally: the welcome screen, a full-screen menu, a dialog. The code
+/// that needs one creates it, hands it to runWindow and destroys it when that returns; its owner,
+/// the frame that was in front, outlives it.
 class Frame : public Window {
  public:
   /// Null owner: the frame at the bottom of the stack.

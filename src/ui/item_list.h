@@ -10,9 +10,9 @@
 
 namespace Kiva {
 
-/// A vertical list of items of which one has the focus, scrolled so that it stays in sight. Its last
-/// column belongs to the scroll bar, which shows only when there are more items than rows. The window
-/// that holds it decides which keys move the focus and which go to the focused item.
+/// A vertical list of items of which one has the focus, scrolled so that it stays in sight. Its
+/// last column belongs to the scroll bar, which shows only when there are more items than rows. The
+/// window that holds it decides which keys move the focus and which go to the focused item.
 class ItemList : public Window {
  public:
   ItemList(Window& parent, const Rect& place);
@@ -38,7 +38,8 @@ class ItemList : public Window {
   /// Its index in the order of appending; meaningless when there is none.
   int FocusedIndex() const { return top_ + focusRow_; }
 
-  /// Draws the visible items and the scroll bar, the focused item last so that the cursor ends in it.
+  /// Draws the visible items and the scroll bar, the focused item last so that the cursor ends in
+  /// it.
   void Draw();
 
  private:

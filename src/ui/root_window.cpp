@@ -12,7 +12,9 @@ namespace {
 
 constexpr int kFirstRow = 4;
 
-Rect screen() { return {0, 0, screenColumns(), screenLines()}; }
+Rect screen() {
+  return {0, 0, screenColumns(), screenLines()};
+}
 
 TextArea& addText(Window& pane, const Rect& place, Color foreground) {
   return pane.Add(std::make_unique<TextArea>(pane, place, foreground));

@@ -8,8 +8,8 @@
 namespace Kiva {
 
 /// A block of markup text inside another window: a dialog's body, a pane, a panel of the welcome
-/// screen. Lays its whole text out and draws it again at every change; text below its last row is not
-/// drawn. Keywords in the text are expanded each time.
+/// screen. Lays its whole text out and draws it again at every change; text below its last row is
+/// not drawn. Keywords in the text are expanded each time.
 class TextArea : public Window {
  public:
   /// The background is the parent's; `foreground` may be kParentColor.
