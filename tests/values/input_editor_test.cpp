@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: MIT
+#include "ui/input_editor.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "core/keys.h"
+
+namespace Kiva {
+namespace {
+
+/// What an operator sees of an unfocused field of five columns: its text, and where in it the
+/// cursor stands. The area is 16 columns wide, so the field begins at column 9.
+std::string seen(InputEditor& editor) {
+  std::string field = editor.Line(16, false).substr(9, 5);
+  const int cursor = editor.CursorColumn(16) - 9;
+  return field.insert(static_cast<std::size_t>(cursor), "|");
+}
+
+/// Keys are letters for typed text, and these signs for the others.
+int keyOf(char sign) {
+  switch (sign) {
+    case '^':
+      return Key::kHome;
+    case '$':
+      return Key::kEnd;
+    case '<':
+      return Key::kLeft;
+    case '>':
+      return Key::kRight;
+    case '#':
+      return Key::kDelete;
+    case '~':
+      return Key::kBackspace;
+    case '_':
+      return Key::kBackspaceByte;
+    case '@':
+      return Key::kTab;
+    default:
+      return sign;
+  }
+}
+
+struct Case {
+  const char* name;
+  const char* preset;
+  const char* keys;
+  const char* value;
+  const char* seen;
+};
+
+TEST(InputEditor, Edits) {
+  const std::vector<Case> cases = {
+      {"typing", "", "ab", "ab", "ab|   "},
+      {"typing replaces a preset value", "root", "x", "x", "x|    "},
+      {"only once", "root", "xy", "xy", "xy|   "},
+      {"any other key clears it", "root", "@", "", "|     "},
+      {"Delete clears it", "root", "#", "", "|     "},
+      {"Backspace clears it", "root", "~", "", "|     "},
+      {"the other Backspace clears it", "root", "_", "", "|     "},
+      {"Home keeps it", "root", "^x", "xroot", "x|root"},
+      {"End keeps it", "root", "$x", "rootx", "rootx|"},
+      {"Left keeps it", "root", "<x", "rooxt", "roox|t"},
+      {"Right keeps it", "root", ">x", "rootx", "rootx|"},
+      {"Tab without a selection", "root", "$@", "root", "root| "},
+      {"Delete", "root", "^#>#", "ot", "o|t   "},
+      {"Delete at the end", "root", "$#", "root", "root| "},
+      {"Backspace", "root", "$~<_", "ro", "r|o   "},
+      {"Backspace at the start", "root", "^~", "root", "|root "},
+      {"Left at the start", "ab", "^<x", "xab", "x|ab  "},
+      {"cursor may stand behind a full field", "", "abcde", "abcde", "abcde|"},
+      {"scrolls by the end", "", "abcdefg", "abcdefg", "cdefg|"},
+      {"scrolls back by the start", "", "abcdefg<<<<<<", "abcdefg", "|bcdef"},
+      {"Home shows the start", "", "abcdefg^", "abcdefg", "|abcde"},
+      {"Delete until it fits", "", "abcdef<<##", "abcd", "abcd| "},
+  };
+  for (const auto& [name, preset, keys, value, shown] : cases) {
+    InputEditor editor("Name:", 5, Masking::kNone);
+    if (*preset != '\0') editor.SetValue(preset);
+    for (const char* key = keys; *key != '\0'; ++key) {
+      seen(editor);
+      editor.Key(keyOf(*key));
+    }
+    EXPECT_EQ(seen(editor), shown) << name;
+    EXPECT_EQ(editor.Value(), value) << name;
+  }
+}
+
+TEST(InputEditor, BackspaceOutOfSightJumpsToTheEnd) {
+  InputEditor editor("", 3, Masking::kNone);
+  editor.SetValue("abcdefgh", Selection::kNone);
+  editor.Line(20, true);
+  for (int i = 0; i < 3; ++i) editor.Key(Key::kLeft);
+  editor.Key(Key::kBackspace);
+  EXPECT_EQ(editor.Value(), "abcdfgh");
+  EXPECT_EQ(editor.Line(20, false), std::string(12, ' ') + " [ fgh ]");
+  EXPECT_EQ(editor.CursorColumn(20), 18);
+}
+
+TEST(InputEditor, DrawsItsLine) {
+  InputEditor editor("IP:", -1, Masking::kNone);
+  editor.SetValue("1.2");
+  EXPECT_EQ(editor.Line(20, false), "IP:    [ 1.2       ]");
+  EXPECT_EQ(editor.Line(20, true),
+            "IP:    [ {bgcolor:white}{color:black}1.2{/color}{/bgcolor}       ]");
+  EXPECT_EQ(editor.CursorColumn(20), 12);
+  editor.Key(Key::kEnd);
+  EXPECT_EQ(editor.Line(20, true),
+            "IP:    [ {bgcolor:black}{color:white}1.2{/color}{/bgcolor}       ]");
+}
+
+TEST(InputEditor, GivesWayInNarrowAreas) {
+  InputEditor editor("A long label:", 10, Masking::kNone);
+  editor.SetValue("0123456789");
+  EXPECT_EQ(editor.Line(20, false), "A lon [ 0123456789 ]");
+  EXPECT_EQ(editor.Line(7, false), " [ 89 ]");
+  EXPECT_EQ(editor.CursorColumn(7), 5);
+  for (const int width : {5, 4, 1, 0, -2}) {
+    EXPECT_EQ(editor.Line(width, false), " [  ]") << width;
+    EXPECT_GE(editor.CursorColumn(width), 0) << width;
+  }
+}
+
+TEST(InputEditor, TakesPrintableKeysOnly) {
+  for (const Masking masking : {Masking::kNone, Masking::kStars}) {
+    InputEditor editor("", 5, masking);
+    for (const int key : {31, 32, 126, 127, 128, 255, 256, Key::kDown, Key::kF2, -1, 0}) {
+      editor.Key(key);
+    }
+    EXPECT_EQ(editor.Value(), masking == Masking::kNone ? " ~" : " ~\x80\xff");
+  }
+}
+
+TEST(InputEditor, MasksPasswords) {
+  InputEditor editor("Password:", 8, Masking::kStars);
+  for (const char character : std::string("s3cr{et}")) editor.Key(character);
+  EXPECT_EQ(editor.Line(30, true),
+            "Password:         [ {bgcolor:black}{color:white}********{/color}{/bgcolor} ]");
+  const std::string paste(1000, 'x');
+  for (const char character : paste) editor.Key(character);
+  EXPECT_EQ(editor.Value(), "s3cr{et}" + paste);
+}
+
+}  // namespace
+}  // namespace Kiva
