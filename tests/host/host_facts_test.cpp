@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: MIT
+#include "console/host_facts.h"
+
+#include "hostctl/lib/exception.h"
+#include "network/management_interface.h"
+#include "tests/support/recording_platform.h"
+#include "ui/keyword_table.h"
+
+namespace {
+
+using HostCtl::Network::ConnecteeType;
+using HostCtl::Network::Ipv4Address;
+using Lines = std::vector<std::string>;
+
+constexpr const char* kKeygen = "/usr/lib/corvo/openssh/bin/ssh-keygen";
+
+class HostFactsTest : public TestSupport::OnRecordingHost {
+ protected:
+  HostFactsTest() {
+    Kiva::registerHostFacts();
+    driver->version = {"Corvo Halo", "7.0", "", 1234};
+    driver->hardware = {"Vendor", "Product", "SN 1",
+                        "TAG",    "3.1",     {"Vendor", "2.10", "01/02/2023", "ASSET", 2, 10}};
+    driver->memory = {4 * 1024 * 1024 + 1, 4096};
+    driver->adapters = {{"phba1", "other"}, {"phba0", "plsa"}};
+    driver->moduleVersions = {{"other", "9"}, {"plsa", "1.2.3"}};
+    driver->dns = {"host1", "example.org", {}, {}};
+    HostSeam::KernelNic nic;
+    nic.name = "tarn0";
+    nic.setUpByKiva = true;
+    nic.configured.SetIpv4Address(Ipv4Address(0x0a000001));
+    nic.running.SetIpv4Address(Ipv4Address(0xc0a80105));
+    driver->nics = {nic};
+    platform->scripts = {{"/bin/openssl",
+                          "case $6 in -sha1) echo sha1 Fingerprint=A:1;; *) echo sha256 "
+                          "Fingerprint=B:2; esac"},
+                         {kKeygen, "echo 3072 SHA256:$3 none"}};
+  }
+  std::string Value(const std::string& keyword) {
+    const auto* value = Kiva::keywordTable().Find(keyword);
+    return value ? (*value)() : "no such keyword";
+  }
+};
+
+TEST_F(HostFactsTest, EveryKeyword) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"ip", "192.168.1.5"},
+      {"hostname", "host1.example.org"},
+      {"haloproduct", "Corvo Halo"},
+      {"haloversion", "7.0 build-01234"},
+      {"ssl-thumbprint", "A:1"},
+      {"ssl-thumbprint-256", "B:2"},
+      {"ssh-dsa-fingerprint", "SHA256:/etc/ssh/ssh_host_dsa_key"},
+      {"ssh-rsa-fingerprint", "SHA256:/etc/ssh/ssh_host_rsa_key"},
+      {"serial-number", "SN 1"},
+      {"memory", "16.2 GB"},
+      {"servicetag", "TAG"},
+      {"assettag", "ASSET"},
+      {"BIOSversion", "2.10 (2.10) 01/02/2023"},
+      {"BMCversion", "3.1"},
+      {"PLSAversion", "1.2.3"},
+      {"CPLDversion", "N/A"},
+      {"supportstart", "N/A"},
+      {"supportperiod", "N/A"},
+  };
+  for (const auto& [keyword, value] : cases) EXPECT_EQ(Value(keyword), value) << keyword;
+  EXPECT_EQ(platform->Lines(),
+            (Lines{"run /bin/openssl openssl x509 -in /etc/corvo/ssl/rui.crt -noout -fingerprint "
+                   "-sha1",
+                   "run /bin/openssl openssl x509 -in /etc/corvo/ssl/rui.crt -noout -fingerprint "
+                   "-sha256",
+                   std::string("run ") + kKeygen + " ssh-keygen -l -f /etc/ssh/ssh_host_dsa_key",
+                   std::string("run ") + kKeygen + " ssh-keygen -l -f /etc/ssh/ssh_host_rsa_key"}));
+}
+
+TEST_F(HostFactsTest, WhatTheHostDoesNotHave) {
+  driver->dns.domain.clear();
+  driver->hardware = {};
+  driver->adapters.pop_back();
+  driver->nics.clear();
+  driver->version.buildNumber = 1234567;
+  const std::pair<const char*, const char*> cases[] = {
+      {"ip", "0.0.0.0"},      {"hostname", "host1."}, {"haloversion", "7.0 build-1234567"},
+      {"serial-number", ""},  {"servicetag", "N/A"},  {"assettag", "N/A"},
+      {"BIOSversion", "N/A"}, {"BMCversion", "N/A"},  {"PLSAversion", "N/A"},
+  };
+  for (const auto& [keyword, value] : cases) EXPECT_EQ(Value(keyword), value) << keyword;
+  EXPECT_EQ(platform->Lines(), Lines{});
+}
+
+TEST_F(HostFactsTest, HostThatFails) {
+  struct Case {
+    const char* operation;
+    const char* keyword;
+    const char* value;
+    Lines lines;
+  };
+  const std::string failed = " version string failed, err=out of order";
+  const Case cases[] = {
+      {"UpdateManagementInterface", "ip", "0.0.0.0", {}},
+      {"GetIpConfig", "ip", "0.0.0.0", {}},
+      {"GetVersion", "haloproduct", "", {}},
+      {"GetVersion", "haloversion", "", {}},
+      {"GetServiceTag", "servicetag", "N/A", {}},
+      {"GetBiosData", "assettag", "N/A", {"log.3 Get asset tag" + failed}},
+      {"GetHost", "BIOSversion", "N/A", {"log.3 Get BIOS" + failed}},
+      {"GetBmcVersion", "BMCversion", "N/A", {"log.3 Get BMC" + failed}},
+      {"GetModuleVersion", "PLSAversion", "N/A", {"log.3 Get PLSA" + failed}},
+  };
+  for (const Case& one : cases) {
+    SCOPED_TRACE(std::string(one.operation) + " " + one.keyword);
+    platform->Clear();
+    driver->failing = one.operation;
+    EXPECT_EQ(Value(one.keyword), one.value);
+    EXPECT_EQ(platform->Lines(), one.lines);
+  }
+  const std::pair<const char*, const char*> passed[] = {
+      {"GetHostname", "hostname"}, {"GetSerialNumber", "serial-number"}, {"GetPageSize", "memory"}};
+  for (const auto& [operation, keyword] : passed) {
+    driver->failing = operation;
+    EXPECT_THROW(Value(keyword), HostCtl::Lib::HostCtlException) << keyword;
+  }
+}
+
+TEST_F(HostFactsTest, ToolsThatFail) {
+  platform->scripts = {{"/bin/openssl", "echo SHA1 Fingerprint=A:1; exit 1"},
+                       {kKeygen, "echo 1 2 3; printf 'no such key' >&2; exit 255"}};
+  EXPECT_EQ(Value("ssl-thumbprint"), "");
+  platform->Clear();
+  EXPECT_EQ(Value("ssh-rsa-fingerprint"), "");
+  EXPECT_EQ(platform->Lines().back(), "log.6 Error generating SSH Key Fingerprint: no such key");
+}
+
+TEST_F(HostFactsTest, ComponentNumbers) {
+  for (const int number : {0, 5, -1}) {
+    platform->Clear();
+    EXPECT_EQ(Kiva::componentVersion(number), "N/A");
+    EXPECT_EQ(platform->Lines(),
+              Lines{"log.3 Invalid version id: " + std::to_string(number) + " requested"});
+  }
+}
+
+TEST_F(HostFactsTest, DistributedSwitch) {
+  const std::pair<ConnecteeType, bool> cases[] = {{ConnecteeType::StandardPortGroup, false},
+                                                  {ConnecteeType::DistributedPort, true},
+                                                  {ConnecteeType::Opaque, false},
+                                                  {ConnecteeType::Unknown, false}};
+  for (const auto& [type, answer] : cases) {
+    driver->nics[0].connection.type = type;
+    EXPECT_EQ(Kiva::isOnDistributedSwitch(), answer) << static_cast<int>(type);
+  }
+  driver->failing = "GetConnectionPoint";
+  EXPECT_FALSE(Kiva::isOnDistributedSwitch());
+  driver->failing = "GetManagementInterface";
+  EXPECT_FALSE(Kiva::isOnDistributedSwitch());
+  EXPECT_EQ(platform->Lines(), (Lines{"log.3 Could not determine if a DVS was in use: out of order",
+                                      "log.3 Could not locate the management interface"}));
+}
+
+}  // namespace
