@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: MIT
+#include "linux/driver.h"
+
+#include "linux/hardware.h"
+#include "linux/kernel_nics.h"
+#include "linux/keyboard.h"
+#include "linux/network_file.h"
+#include "linux/pnics.h"
+#include "linux/processors.h"
+#include "linux/resolver.h"
+#include "linux/version.h"
+
+namespace HostLinux {
+
+HostCtl::System::VersionRecord LinuxDriver::ReadVersion() {
+  return readVersion(files_);
+}
+HostCtl::System::HardwareRecord LinuxDriver::ReadHardware() {
+  return readHardware(files_);
+}
+HostCtl::System::ProcessorRecord LinuxDriver::ReadProcessors() {
+  return readProcessors(files_);
+}
+HostCtl::System::MemoryRecord LinuxDriver::ReadMemory() {
+  return readMemory(files_);
+}
+
+std::vector<HostCtl::System::StorageAdapter> LinuxDriver::ReadStorageAdapters() {
+  return readStorageAdapters(files_);
+}
+
+std::string LinuxDriver::ReadModuleVersion(const std::string& module) {
+  return readModuleVersion(files_, module);
+}
+
+std::vector<HostSeam::KernelNic> LinuxDriver::ReadKernelNics() {
+  NetworkTables tables = readNetworkTables("ReadKernelNics");
+  for (auto& link : tables.links) link.asksForDhcpv4 = interfaceAsksForDhcpv4(files_, link.index);
+  const auto& reported = networkd_.Read(files_, NetworkdReporter::Clock::now());
+  auto nics = kernelNicsFrom(tables);
+  for (auto& nic : nics) {
+    refine(nic, reported);
+    nic.connection = readConnection(files_, nic.name);
+  }
+  return nics;
+}
+
+std::vector<HostCtl::Network::Pnic> LinuxDriver::ReadPnics() {
+  return readPnics(files_);
+}
+
+bool LinuxDriver::ReadIpv6Enabled() {
+  return files_.ReadLine("/proc/sys/net/ipv6/conf/all/disable_ipv6") == "0";
+}
+
+HostSeam::DnsRecord LinuxDriver::ReadDns() {
+  return readDns(files_);
+}
+
+HostSeam::RoutingRecord LinuxDriver::ReadRouting() {
+  return routingFrom(readDefaultRoutes("ReadRouting"));
+}
+
+std::string LinuxDriver::ReadWelcomeMessage() {
+  return readWelcomeMessage(files_);
+}
+int LinuxDriver::ReadBootOption() {
+  return readBootOption(files_);
+}
+
+std::optional<HostCtl::Adv::OptionValue> LinuxDriver::ReadOption(const std::string& path) {
+  return readOption(files_, path);
+}
+
+std::vector<std::string> LinuxDriver::ReadKeyboardLayouts() {
+  return readKeyboardLayouts(files_);
+}
+std::string LinuxDriver::ReadKeyboardLayout() {
+  return readKeyboardLayout(files_);
+}
+
+std::vector<HostCtl::System::FirewallRuleset> LinuxDriver::ReadFirewallRulesets() {
+  return readFirewallRulesets(files_);
+}
+
+std::vector<HostCtl::Authentication::SmartCardSlot> LinuxDriver::ReadSmartCardSlots() {
+  return smartCards_.Read();
+}
+
+void LinuxDriver::RaiseSystemAlert(const std::string& text) {
+  alert_.Raise(files_, text);
+}
+
+}  // namespace HostLinux

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "hostseam/driver.h"
+#include "linux/files.h"
+#include "linux/networkd_reporter.h"
+#include "linux/settings.h"
+#include "linux/smart_cards.h"
+
+namespace HostLinux {
+
+/// The facts of a Linux machine. Files are read below `root`; the network tables are always those
+/// of the kernel, and the card readers those of the machine.
+class LinuxDriver : public HostSeam::Driver {
+ public:
+  explicit LinuxDriver(std::string root = {}) : files_(std::move(root)) {}
+
+  HostCtl::System::VersionRecord ReadVersion() override;
+  HostCtl::System::HardwareRecord ReadHardware() override;
+  HostCtl::System::ProcessorRecord ReadProcessors() override;
+  HostCtl::System::MemoryRecord ReadMemory() override;
+  std::vector<HostCtl::System::StorageAdapter> ReadStorageAdapters() override;
+  std::string ReadModuleVersion(const std::string& module) override;
+
+  std::vector<HostSeam::KernelNic> ReadKernelNics() override;
+  std::vector<HostCtl::Network::Pnic> ReadPnics() override;
+  bool ReadIpv6Enabled() override;
+  HostSeam::DnsRecord ReadDns() override;
+  HostSeam::RoutingRecord ReadRouting() override;
+
+  std::string ReadWelcomeMessage() override;
+  int ReadBootOption() override;
+  std::optional<HostCtl::Adv::OptionValue> ReadOption(const std::string& path) override;
+  std::vector<std::string> ReadKeyboardLayouts() override;
+  std::string ReadKeyboardLayout() override;
+  std::vector<HostCtl::System::FirewallRuleset> ReadFirewallRulesets() override;
+  std::vector<HostCtl::Authentication::SmartCardSlot> ReadSmartCardSlots() override;
+
+  void RaiseSystemAlert(const std::string& text) override;
+
+ private:
+  Files files_;
+  NetworkdReporter networkd_;
+  SmartCards smartCards_;
+  SystemAlert alert_;
+};
+
+}  // namespace HostLinux

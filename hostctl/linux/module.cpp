@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#include "linux/module.h"
+
+#include <dlfcn.h>
+
+#include <filesystem>
+
+namespace HostLinux {
+
+namespace fs = std::filesystem;
+
+void* Module::FindSymbol(const char* symbol) {
+  if (!tried_) {
+    tried_ = true;
+    std::error_code error;
+    const fs::path folder = fs::read_symlink("/proc/self/exe", error).parent_path();
+    const fs::path file = folder.parent_path() / "lib/kiva" / (name_ + ".so");
+    if (!error) handle_ = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
+  }
+  return handle_ ? dlsym(handle_, symbol) : nullptr;
+}
+
+}  // namespace HostLinux

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "linux/files.h"
+
+namespace HostLinux {
+
+/// Whether the text of a `.network` file asks for an IPv4 address by DHCP.
+bool asksForDhcpv4(std::string_view networkFile);
+
+/// The same for an interface by its index: networkd's state names the `.network` file in force.
+/// Read from files alone, so that the first screen can say that the host waits for its lease
+/// without waiting for networkd. Drop-ins of the file are not looked at.
+bool interfaceAsksForDhcpv4(const Files& files, int index);
+
+}  // namespace HostLinux

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+#include "linux/pnics.h"
+
+#include <algorithm>
+
+#include "linux/text.h"
+
+namespace HostLinux {
+
+using HostCtl::Network::ConnecteeType;
+using HostCtl::Network::ConnectionPoint;
+using HostCtl::Network::Pnic;
+
+namespace {
+
+const std::string kClass = "/sys/class/net/";
+
+// "eth0 (virtio_net, PCI 1AF4:1000)"; the identifier stands one device up for virtio.
+std::string description(const Files& files, const std::string& name, const std::string& driver) {
+  std::string pci;
+  for (const char* level : {"/device/uevent", "/device/../uevent"}) {
+    if (!pci.empty()) break;
+    pci = valueOf(parseAssignments(files.Read(kClass + name + level).value_or("")), "PCI_ID");
+  }
+  std::string details = driver;
+  if (!pci.empty()) details += (details.empty() ? "PCI " : ", PCI ") + pci;
+  return details.empty() ? name : name + " (" + details + ")";
+}
+
+int speed(const Files& files, const std::string& name) {
+  const auto megabits = parseInteger(files.ReadLine(kClass + name + "/speed")).value_or(0);
+  return static_cast<int>(std::clamp<std::int64_t>(megabits, 0, 10'000'000));
+}
+
+Pnic readPnic(const Files& files, const std::string& name) {
+  Pnic pnic;
+  pnic.driver = files.LinkName(kClass + name + "/device/driver");
+  pnic.description = description(files, name, pnic.driver);
+  pnic.macAddress = files.ReadLine(kClass + name + "/address");
+  pnic.linkUp = files.ReadLine(kClass + name + "/carrier") == "1";
+  pnic.speed = pnic.linkUp ? speed(files, name) : 0;
+  pnic.switchName = files.LinkName(kClass + name + "/master");
+  return pnic;
+}
+
+}  // namespace
+
+std::vector<Pnic> readPnics(const Files& files) {
+  std::vector<Pnic> pnics;
+  for (const auto& name : files.List("/sys/class/net")) {
+    if (!files.Exists(kClass + name + "/device")) continue;
+    pnics.push_back(readPnic(files, name));
+    pnics.back().name = "pnic" + std::to_string(pnics.size() - 1);
+  }
+  return pnics;
+}
+
+ConnectionPoint readConnection(const Files& files, const std::string& name) {
+  if (name == kManagementNic)
+    return {ConnecteeType::StandardPortGroup, "vSwitch0", "Management Network"};
+  if (files.LinkName(kClass + name + "/master") == "ovs-system")
+    return {ConnecteeType::DistributedPort, {}, {}};
+  return {ConnecteeType::Opaque, {}, {}};
+}
+
+}  // namespace HostLinux

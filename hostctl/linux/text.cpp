@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#include "linux/text.h"
+
+#include <strings.h>
+
+#include <charconv>
+
+namespace HostLinux {
+
+namespace {
+
+constexpr std::string_view kBlanks = " \t\r\n\v\f";
+
+std::string unquoted(std::string_view value) {
+  const char quote = value.empty() ? '\0' : value.front();
+  if (quote != '"' && quote != '\'') return std::string(value);
+  std::string text;
+  for (std::size_t i = 1; i < value.size() && value[i] != quote; ++i) {
+    if (quote == '"' && value[i] == '\\' && i + 1 < value.size()) ++i;
+    text += value[i];
+  }
+  return text;
+}
+
+}  // namespace
+
+std::string_view trim(std::string_view text) {
+  const auto first = text.find_first_not_of(kBlanks);
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+std::vector<std::string_view> lines(std::string_view text) {
+  std::vector<std::string_view> result;
+  while (!text.empty()) {
+    const auto end = text.find('\n');
+    result.push_back(text.substr(0, end));
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+  }
+  return result;
+}
+
+std::vector<std::string_view> words(std::string_view text) {
+  std::vector<std::string_view> result;
+  for (text = trim(text); !text.empty(); text = trim(text)) {
+    const auto end = text.find_first_of(kBlanks);
+    result.push_back(text.substr(0, end));
+    text.remove_prefix(result.back().size());
+  }
+  return result;
+}
+
+bool equalIgnoringCase(std::string_view a, std::string_view b) {
+  return a.size() == b.size() && strncasecmp(a.data(), b.data(), a.size()) == 0;
+}
+
+std::optional<std::int64_t> parseInteger(std::string_view text) {
+  std::int64_t value = 0;
+  const char* end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, value);
+  if (error != std::errc() || stop != end) return std::nullopt;
+  return value;
+}
+
+Assignments parseAssignments(std::string_view text) {
+  Assignments result;
+  for (std::string_view line : lines(text)) {
+    line = trim(line);
+    const auto equals = line.find('=');
+    if (equals == std::string_view::npos || equals == 0 || line.front() == '#') continue;
+    result[std::string(trim(line.substr(0, equals)))] = unquoted(trim(line.substr(equals + 1)));
+  }
+  return result;
+}
+
+std::string valueOf(const Assignments& assignments, const std::string& key) {
+  const auto found = assignments.find(key);
+  return found == assignments.end() ? "" : found->second;
+}
+
+}  // namespace HostLinux

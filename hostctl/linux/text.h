@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace HostLinux {
+
+/// The small pieces that the readers of the machine's text files share.
+
+std::string_view trim(std::string_view text);
+std::vector<std::string_view> lines(std::string_view text);
+std::vector<std::string_view> words(std::string_view text);
+bool equalIgnoringCase(std::string_view a, std::string_view b);
+
+/// The whole text as a decimal number that fits, or nothing.
+std::optional<std::int64_t> parseInteger(std::string_view text);
+
+using Assignments = std::map<std::string, std::string>;
+
+/// A file of shell-like assignments (os-release, vconsole.conf and their kind): KEY=VALUE lines,
+/// the value bare or in quotes with backslash escapes; comments and everything else are passed
+/// over.
+Assignments parseAssignments(std::string_view text);
+
+/// The value of `key`, or an empty text.
+std::string valueOf(const Assignments& assignments, const std::string& key);
+
+}  // namespace HostLinux
