@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "console/host_facts.h"
+#include "console/fact_format.h"
 #include "hostctl/system/records.h"
 #include "network/management_interface.h"
 #include "tarnctl/network/network_info_impl.h"
@@ -52,7 +52,7 @@ std::string ipv6Kind(AddressType type) {
   return "";
 }
 
-std::string hardwareText() {
+std::string hardwareLine() {
   TarnCtl::System::HardwareInfoImpl hardware;
   return hardwareText(hardware.GetVendorName(), hardware.GetProductName());
 }
@@ -117,7 +117,7 @@ std::string managementText(const std::string& hostname, const std::optional<IpCo
 WelcomeContent readWelcomeContent(HostCtl::Network::DnsConfig& dns) {
   WelcomeContent content;
   content.banner = plainText(catalogueText(TextId::kProductBanner));
-  content.hardware = hardwareText();
+  content.hardware = hardwareLine();
   content.processors = processorLines();
 
   TarnCtl::Network::NetworkInfoImpl network;
