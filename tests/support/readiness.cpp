@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/readiness.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdio>
+#include <ctime>
+#include <fstream>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include <filesystem>
+
+#include "tests/support/descriptor.h"
+
+namespace TestSupport {
+namespace {
+
+constexpr long kShortWaitMs = 2000;
+
+std::string procPath(pid_t pid, const std::string& name) {
+  return "/proc/" + std::to_string(pid) + "/" + name;
+}
+
+bool isTerminal(pid_t pid, int fd) {
+  std::error_code error;
+  const auto target =
+      std::filesystem::read_symlink(procPath(pid, "fd/" + std::to_string(fd)), error).string();
+  return !error && (target.starts_with("/dev/pts/") || target.starts_with("/dev/tty"));
+}
+
+/// Reads `count` values of another process's memory; an empty result when it may not.
+template <typename T>
+std::vector<T> peek(pid_t pid, unsigned long address, std::size_t count) {
+  std::vector<T> values(count);
+  const Descriptor memory(open(procPath(pid, "mem").c_str(), O_RDONLY | O_CLOEXEC));
+  const auto size = static_cast<ssize_t>(count * sizeof(T));
+  if (pread(memory.Get(), values.data(), size, static_cast<off_t>(address)) != size) return {};
+  return values;
+}
+
+bool pollsTerminal(pid_t pid, unsigned long address, unsigned long count) {
+  for (const pollfd& polled : peek<pollfd>(pid, address, count)) {
+    if ((polled.events & POLLIN) != 0 && isTerminal(pid, polled.fd)) return true;
+  }
+  return false;
+}
+
+bool isShort(pid_t pid, unsigned long address) {
+  if (address == 0) return false;
+  const auto limit = peek<timespec>(pid, address, 1);
+  return !limit.empty() && limit[0].tv_sec * 1000 + limit[0].tv_nsec / 1000000 <= kShortWaitMs;
+}
+
+}  // namespace
+
+pid_t foregroundOf(pid_t leader) {
+  std::ifstream file(procPath(leader, "stat"));
+  std::string line;
+  std::getline(file, line);
+  const auto afterName = line.rfind(')');
+  int group = 0;
+  // After the name: state, parent, group, session, terminal, foreground group.
+  if (afterName == std::string::npos ||
+      std::sscanf(line.c_str() + afterName + 1, " %*c %*d %*d %*d %*d %d", &group) != 1 ||
+      group <= 0) {
+    return leader;
+  }
+  return group;
+}
+
+bool waitsForKeys(pid_t pid) {
+  std::ifstream file(procPath(pid, "syscall"));
+  std::string line;
+  std::getline(file, line);
+  long number = 0;
+  std::array<unsigned long, 3> argument{};
+  if (std::sscanf(line.c_str(), "%ld %lx %lx %lx", &number, &argument[0], &argument[1],
+                  &argument[2]) != 4) {
+    return false;
+  }
+  if (number == SYS_read) return isTerminal(pid, static_cast<int>(argument[0]));
+  if (number == SYS_ppoll) {
+    return !isShort(pid, argument[2]) && pollsTerminal(pid, argument[0], argument[1]);
+  }
+#ifdef SYS_poll
+  if (number == SYS_poll) {
+    const auto limit = static_cast<int>(argument[2]);
+    return (limit < 0 || limit > kShortWaitMs) && pollsTerminal(pid, argument[0], argument[1]);
+  }
+#endif
+  return false;
+}
+
+long sleepsOf(pid_t pid) {
+  std::ifstream file(procPath(pid, "status"));
+  std::string name;
+  long count = 0;
+  while (file >> name) {
+    if (name == "voluntary_ctxt_switches:" && file >> count) return count;
+  }
+  return -1;
+}
+
+}  // namespace TestSupport
