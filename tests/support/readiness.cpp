@@ -44,6 +44,11 @@ std::vector<T> peek(pid_t pid, unsigned long address, std::size_t count) {
   return values;
 }
 
+/// Curses, when it looks for the rest of a sequence, asks the terminal alone and not for long.
+bool looksForMore(unsigned long count, long limitMs) {
+  return count == 1 && limitMs >= 0 && limitMs <= kShortWaitMs;
+}
+
 bool pollsTerminal(pid_t pid, unsigned long address, unsigned long count) {
   for (const pollfd& polled : peek<pollfd>(pid, address, count)) {
     if ((polled.events & POLLIN) != 0 && isTerminal(pid, polled.fd)) return true;
@@ -51,10 +56,11 @@ bool pollsTerminal(pid_t pid, unsigned long address, unsigned long count) {
   return false;
 }
 
-bool isShort(pid_t pid, unsigned long address) {
-  if (address == 0) return false;
+/// The time that lies at `address`, or -1 for no time.
+long millisecondsAt(pid_t pid, unsigned long address) {
+  if (address == 0) return -1;
   const auto limit = peek<timespec>(pid, address, 1);
-  return !limit.empty() && limit[0].tv_sec * 1000 + limit[0].tv_nsec / 1000000 <= kShortWaitMs;
+  return limit.empty() ? -1 : limit[0].tv_sec * 1000 + limit[0].tv_nsec / 1000000;
 }
 
 }  // namespace
@@ -86,12 +92,13 @@ bool waitsForKeys(pid_t pid) {
   }
   if (number == SYS_read) return isTerminal(pid, static_cast<int>(argument[0]));
   if (number == SYS_ppoll) {
-    return !isShort(pid, argument[2]) && pollsTerminal(pid, argument[0], argument[1]);
+    return !looksForMore(argument[1], millisecondsAt(pid, argument[2])) &&
+           pollsTerminal(pid, argument[0], argument[1]);
   }
 #ifdef SYS_poll
   if (number == SYS_poll) {
-    const auto limit = static_cast<int>(argument[2]);
-    return (limit < 0 || limit > kShortWaitMs) && pollsTerminal(pid, argument[0], argument[1]);
+    return !looksForMore(argument[1], static_cast<int>(argument[2])) &&
+           pollsTerminal(pid, argument[0], argument[1]);
   }
 #endif
   return false;
