@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+// The traps of the harness itself: what would make every other test of a screen lie.
+#include <gtest/gtest.h>
+
+#include "tests/support/terminal.h"
+#include "tests/support/virtual_terminal.h"
+
+namespace TestSupport {
+namespace {
+
+Launch shell(const std::string& script) {
+  return {.arguments = {"/bin/sh", "-c", script}};
+}
+
+TEST(OutputFilter, TakesPaletteCommandsOutWhereverTheStreamIsSplit) {
+  const std::string output =
+      "a\033]P3ffcc00b\033]4;6;rgb:55/55/55\033\\c\033[1m\033\033]4;1;rgb:FF/00/"
+      "00\ad\033]Re\033]104\a";
+  const std::vector<PaletteChange> changes = {{3, 0xffcc00}, {6, 0x555555}, {1, 0xff0000}, {}, {}};
+  for (std::size_t split = 0; split <= output.size(); ++split) {
+    OutputFilter filter;
+    const std::string passed = filter.Pass(output.substr(0, split));
+    EXPECT_EQ(passed + filter.Pass(output.substr(split)), "abc\033[1m\033de") << split;
+    EXPECT_EQ(filter.Changes(), changes) << split;
+    EXPECT_EQ(filter.Redefined(3), std::nullopt) << split;
+  }
+}
+
+TEST(VirtualTerminalColours, AreNumberedAsCursesDoes) {
+  EXPECT_EQ(coloursOfAttribute(0x07), (Colours{7, 0}));
+  EXPECT_EQ(coloursOfAttribute(0x64), (Colours{1, 3}));   // red on brown
+  EXPECT_EQ(coloursOfAttribute(0x3e), (Colours{11, 6}));  // bright yellow on cyan
+}
+
+TEST(Terminal, ShowsTextColoursAndCursor) {
+  Terminal terminal(shell(R"(printf '\033[2;3H\033[31;43mr\303\244d\033[0;7mx\033[?25l'; read x)"));
+  const Screen screen = terminal.WaitFor("räd");
+  EXPECT_EQ(screen.Find("d"), (Position{1, 4}));
+  EXPECT_EQ(screen.ColoursAt(1, 2), (Colours{1, 3}));
+  EXPECT_EQ(screen.ColoursAt(0, 0), Colours{});
+  EXPECT_TRUE(screen.At(1, 5).reverse);
+  EXPECT_EQ(screen.cursor, (Position{1, 6}));
+  EXPECT_FALSE(screen.cursorVisible);
+}
+
+TEST(Terminal, TypingReturnsWhenTheAnswerIsPainted) {
+  Terminal terminal(shell("while read x; do sleep 0.05; echo \"<$x>\"; done"));
+  for (int i = 0; i < 20; ++i) {
+    const std::string text = std::to_string(i);
+    terminal.Type(text + "\n");
+    ASSERT_TRUE(terminal.Look().Shows("<" + text + ">")) << terminal.Look().Dump();
+  }
+}
+
+TEST(Terminal, TellsHowTheProgramEnded) {
+  Terminal terminal(shell("read x; exit 3"));
+  terminal.BytesSince();
+  terminal.Type("\n");
+  EXPECT_EQ(terminal.WaitForExit(), 3);
+  EXPECT_EQ(terminal.BytesSince(), 2U) << "its own markers must not count, only the echo";
+
+  Terminal hungUp(shell("read x"));
+  hungUp.Settle();
+  hungUp.HangUp();
+  EXPECT_EQ(hungUp.WaitForExit(), -SIGHUP);
+}
+
+TEST(Terminal, ResizesTheProgramsTerminal) {
+  Terminal terminal(shell("stty size; read x; stty size; read x"), {24, 80});
+  terminal.WaitFor("24 80");
+  terminal.Resize({43, 132});
+  terminal.Type("\n");
+  EXPECT_TRUE(terminal.Look().Shows("43 132"));
+}
+
+TEST(Terminal, AWaitThatFailsShowsTheScreen) {
+  Terminal terminal(shell("echo hello; read x"));
+  terminal.SetDeadline(Console::Milliseconds{200});
+  try {
+    terminal.WaitFor("good-bye");
+    FAIL() << "found what is not there";
+  } catch (const WaitFailed& failed) {
+    EXPECT_NE(std::string(failed.what()).find("|hello"), std::string::npos) << failed.what();
+  }
+}
+
+}  // namespace
+}  // namespace TestSupport

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/demo_host.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <fstream>
+#include <system_error>
+
+namespace TestSupport {
+namespace {
+
+namespace fs = std::filesystem;
+
+fs::path temporaryFolder() {
+  std::string path = (fs::temp_directory_path() / "kiva-test-XXXXXX").string();
+  if (mkdtemp(path.data()) == nullptr) {
+    throw std::system_error(errno, std::generic_category(), path);
+  }
+  return path;
+}
+
+fs::path builtInSample() {
+  return fs::path(KIVA_BINARY_DIR).parent_path() / "share/kiva-demo/sample";
+}
+
+std::string replaceAll(std::string text, const std::string& from, std::string_view to) {
+  for (auto at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size())) {
+    text.replace(at, from.size(), to);
+  }
+  return text;
+}
+
+}  // namespace
+
+DemoHost::DemoHost(const nlohmann::json& changes) : directory_(temporaryFolder()) {
+  fs::copy(builtInSample(), directory_,
+           fs::copy_options::recursive | fs::copy_options::overwrite_existing |
+               fs::copy_options::copy_symlinks);
+  if (!changes.empty()) Change(changes);
+}
+
+DemoHost::~DemoHost() {
+  std::error_code ignored;
+  fs::remove_all(directory_, ignored);
+}
+
+fs::path DemoHost::Root(std::string_view absolutePath) const {
+  return directory_ / "root" / fs::path(absolutePath).relative_path();
+}
+
+Launch DemoHost::Demo(const std::vector<std::string>& arguments) const {
+  Launch launch{
+      {(fs::path(KIVA_BINARY_DIR) / "kiva-demo").string(), "--host", directory_.string()}};
+  launch.arguments.insert(launch.arguments.end(), arguments.begin(), arguments.end());
+  return launch;
+}
+
+nlohmann::json DemoHost::State() const {
+  std::ifstream file(directory_ / "host.json");
+  return nlohmann::json::parse(file);
+}
+
+void DemoHost::Change(const nlohmann::json& changes) {
+  nlohmann::json state = State();
+  if (changes.is_array()) {
+    state = state.patch(changes);
+  } else {
+    state.merge_patch(changes);
+  }
+  const fs::path beside = directory_ / "host.json.changed";
+  std::ofstream(beside) << state.dump(2) << "\n";
+  fs::rename(beside, directory_ / "host.json");
+}
+
+std::vector<std::string> DemoHost::Journal() const {
+  std::vector<std::string> lines;
+  std::ifstream file(directory_ / "journal");
+  for (std::string line; std::getline(file, line);) {
+    lines.push_back(replaceAll(std::move(line), directory_.string(), "HOST"));
+  }
+  return lines;
+}
+
+std::vector<std::string> DemoHost::Journal(std::string_view kind) const {
+  const std::string start = std::string(kind) + "\t";
+  std::vector<std::string> lines;
+  for (const std::string& line : Journal()) {
+    if (line.starts_with(start)) lines.push_back(line.substr(start.size()));
+  }
+  return lines;
+}
+
+}  // namespace TestSupport

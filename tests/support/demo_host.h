@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tests/support/child.h"
+
+namespace TestSupport {
+
+/// A sample host of a test's own: a copy of the built-in sample in a temporary folder, which goes
+/// with this object. Change it before the program starts, read its journal afterwards.
+class DemoHost {
+ public:
+  /// `changes` as for Change.
+  explicit DemoHost(const nlohmann::json& changes = nlohmann::json::object());
+  ~DemoHost();
+  DemoHost(const DemoHost&) = delete;
+  DemoHost& operator=(const DemoHost&) = delete;
+
+  const std::filesystem::path& Directory() const { return directory_; }
+  /// The file that the program sees at an absolute path.
+  std::filesystem::path Root(std::string_view absolutePath) const;
+  /// How to start kiva-demo on this host, with further arguments.
+  Launch Demo(const std::vector<std::string>& arguments = {}) const;
+
+  nlohmann::json State() const;
+  /// Changes host.json: an object is a merge patch (null removes a key), an array is a JSON patch
+  /// of operations with "op", "path" and "value" (for what lies within an array).
+  void Change(const nlohmann::json& changes);
+
+  /// The lines of the journal so far; the host's own folder reads "HOST" in them.
+  std::vector<std::string> Journal() const;
+  /// The lines of the journal that are of one kind ("hostctl", "run", "event", "audit", or
+  /// "log.info" and the other priorities), without the kind and the tab.
+  std::vector<std::string> Journal(std::string_view kind) const;
+
+ private:
+  std::filesystem::path directory_;
+};
+
+}  // namespace TestSupport
