@@ -44,16 +44,4 @@ std::string squeezeBlanks(std::string_view text) {
   }
 }
 
-std::string keyHint(std::string_view key, std::string_view action) {
-  std::string hint = "{color:black}";
-  hint += key;
-  hint += "{/color} {color:dark-grey}";
-  hint += action;
-  return hint + "{/color}";
-}
-
-std::string rightAligned(std::string_view markup) {
-  return "{align:right}" + std::string(markup) + "{/align}";
-}
-
 }  // namespace Kiva

@@ -19,10 +19,4 @@ int countLines(std::string_view markup, int width);
 /// The text without blanks at its ends, and with one blank for each run of white space within it.
 std::string squeezeBlanks(std::string_view text);
 
-/// A key and what it does, for footers: keyHint("<Enter>", "OK").
-std::string keyHint(std::string_view key, std::string_view action);
-
-/// Markup against the right edge of its line.
-std::string rightAligned(std::string_view markup);
-
 }  // namespace Kiva

@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "tests/support/recording_platform.h"
 #include "ui/markup_text.h"
 #include "ui/string_factory.h"
 
@@ -75,6 +76,18 @@ TEST(Catalogue, DescriptionsFitTheRightPane) {
   for (const auto& [id, rows] : rooms) {
     EXPECT_LE(countLines(catalogueText(id), kColumns), rows) << catalogueText(id);
   }
+}
+
+class Banner : public TestSupport::OnRecordingHost {};
+
+TEST_F(Banner, IsAskedForUntilTheHostAnswers) {
+  driver->version = {"Halo", "8.0{x}", "6.1.0", 12345678};
+  driver->failing = "GetVersion";
+  EXPECT_STREQ(catalogueText(TextId::kProductBanner), "");
+  driver->failing.clear();
+  EXPECT_STREQ(catalogueText(TextId::kProductBanner), "Halo 8.0(x) (Tarn 6.1.0 Build 12345678)");
+  driver->failing = "GetVersion";
+  EXPECT_STREQ(catalogueText(TextId::kProductBanner), "Halo 8.0(x) (Tarn 6.1.0 Build 12345678)");
 }
 
 }  // namespace

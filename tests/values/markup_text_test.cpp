@@ -25,10 +25,7 @@ TEST(MarkupText, SqueezesBlanks) {
   EXPECT_EQ(squeezeBlanks("one"), "one");
 }
 
-TEST(MarkupText, ComposesFooters) {
-  EXPECT_EQ(rightAligned(keyHint("<Enter>", "OK") + "  " + keyHint("<Esc>", "Cancel")),
-            "{align:right}{color:black}<Enter>{/color} {color:dark-grey}OK{/color}  "
-            "{color:black}<Esc>{/color} {color:dark-grey}Cancel{/color}{/align}");
+TEST(MarkupText, ShowsBracesAsParentheses) {
   EXPECT_EQ(plainText("{color:red}x}"), "(color:red)x)");
 }
 
