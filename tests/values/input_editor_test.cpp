@@ -74,6 +74,7 @@ TEST(InputEditor, Edits) {
       {"scrolls by the end", "", "abcdefg", "abcdefg", "cdefg|"},
       {"scrolls back by the start", "", "abcdefg<<<<<<", "abcdefg", "|bcdef"},
       {"Home shows the start", "", "abcdefg^", "abcdefg", "|abcde"},
+      {"stays scrolled while it fills the field", "", "abcdef<<#", "abcdf", "bcd|f "},
       {"Delete until it fits", "", "abcdef<<##", "abcd", "abcd| "},
   };
   for (const auto& [name, preset, keys, value, shown] : cases) {
