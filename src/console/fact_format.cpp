@@ -68,11 +68,4 @@ std::string hostKeyFingerprint(const std::string& sshKeygen) {
   return fingerprint;
 }
 
-std::string squeezed(const std::string& text) {
-  std::istringstream words(text);
-  std::string line, word;
-  while (words >> word) line += (line.empty() ? "" : " ") + word;
-  return line;
-}
-
 }  // namespace Kiva

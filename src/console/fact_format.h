@@ -21,7 +21,4 @@ std::string certificateDigest(std::string openssl);
 /// The second word of what ssh-keygen prints for a key, "3072 SHA256:... root@host (RSA)".
 std::string hostKeyFingerprint(const std::string& sshKeygen);
 
-/// Without blanks at the ends, and with a single one wherever there were several.
-std::string squeezed(const std::string& text);
-
 }  // namespace Kiva
