@@ -3,12 +3,12 @@
 
 #include "linux/hardware.h"
 #include "linux/kernel_nics.h"
-#include "linux/keyboard.h"
+#include "linux/keyboard_layouts.h"
 #include "linux/network_file.h"
 #include "linux/pnics.h"
 #include "linux/processors.h"
 #include "linux/resolver.h"
-#include "linux/version.h"
+#include "linux/os_version.h"
 
 namespace HostLinux {
 

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "hostseam/driver.h"
-#include "linux/netlink.h"
+#include "linux/network_tables.h"
 #include "linux/networkd_report.h"
 
 namespace HostLinux {

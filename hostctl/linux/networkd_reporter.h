@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "linux/files.h"
-#include "linux/module.h"
+#include "linux/loadable_module.h"
 #include "linux/networkd_report.h"
 
 namespace HostLinux {

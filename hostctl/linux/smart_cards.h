@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "hostctl/auth/smart_card.h"
-#include "linux/module.h"
+#include "linux/loadable_module.h"
 
 namespace HostLinux {
 

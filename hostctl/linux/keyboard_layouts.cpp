@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "linux/keyboard.h"
+#include "linux/keyboard_layouts.h"
 
 #include <filesystem>
 #include <set>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "linux/module.h"
+#include "linux/loadable_module.h"
 
 #include <dlfcn.h>
 

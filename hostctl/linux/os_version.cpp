@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "linux/version.h"
+#include "linux/os_version.h"
 
 #include <limits>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "linux/netlink.h"
+#include "linux/network_tables.h"
 
 #include <libmnl/libmnl.h>
 #include <linux/if_addr.h>

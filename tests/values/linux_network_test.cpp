@@ -1,0 +1,183 @@
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+#include <linux/if_addr.h>
+
+#include <filesystem>
+
+#include "linux/kernel_nics.h"
+#include "linux/networkd_describe.h"
+#include "linux/networkd_reporter.h"
+
+namespace HostLinux {
+namespace {
+
+using HostCtl::Network::AddressType;
+using HostCtl::Network::IpAddress;
+using HostCtl::Network::Ipv4Address;
+
+IpAddress ip(const char* text) {
+  return HostCtl::Network::parseIpAddress(text).value();
+}
+
+HostSeam::KernelNic onlyNic(std::vector<AddressRow> addresses, bool asksForDhcpv4 = false) {
+  return kernelNicsFrom({{{2, "eth0", false, asksForDhcpv4}}, std::move(addresses), {}}).at(0);
+}
+
+TEST(LinuxKernelNics, Ipv4AddressAndOrigin) {
+  struct Case {
+    const char* label;
+    std::vector<AddressRow> rows;
+    bool asks, none, dhcp;
+    const char* address;
+  };
+  const AddressRow fixed{2, ip("10.0.0.5"), 20, IFA_F_PERMANENT, 0, kForever};
+  const AddressRow leased{2, ip("10.0.0.6"), 20, 0, 0, 3600};
+  const AddressRow second{2, ip("10.0.0.7"), 20, IFA_F_SECONDARY, 0, kForever};
+  const AddressRow zeroconf{2, ip("169.254.1.1"), 16, 0, 253, kForever};
+  const AddressRow elsewhere{3, ip("10.0.0.8"), 20, 0, 0, kForever};
+  const Case cases[] = {
+      {"nothing", {elsewhere}, false, true, false, "0.0.0.0"},
+      {"waiting for a lease", {}, true, false, true, "0.0.0.0"},
+      {"static", {fixed}, false, false, false, "10.0.0.5"},
+      {"static although DHCP is asked for", {fixed}, true, false, false, "10.0.0.5"},
+      {"leased", {leased}, false, false, true, "10.0.0.6"},
+      {"wider scope first", {zeroconf, leased}, false, false, true, "10.0.0.6"},
+      {"no secondary", {second, zeroconf, fixed}, false, false, false, "10.0.0.5"},
+  };
+  for (const auto& [label, rows, asks, none, dhcp, address] : cases) {
+    SCOPED_TRACE(label);
+    const auto config = onlyNic(rows, asks).running;
+    EXPECT_EQ(config.GetIpv4UseNone(), none);
+    EXPECT_EQ(config.GetIpv4UseDhcp(), dhcp);
+    EXPECT_EQ(config.GetIpv4Address().GetStringAddress(), address);
+  }
+  EXPECT_EQ(onlyNic({fixed}).running.GetIpv4Netmask().GetStringAddress(), "255.255.240.0");
+}
+
+TEST(LinuxKernelNics, Ipv6OriginsAndRefinement) {
+  struct Case {
+    AddressRow row;
+    AddressType kernel, reported, refined;
+  };
+  using enum AddressType;
+  const Case cases[] = {
+      {{2, ip("fe80::1"), 64, IFA_F_PERMANENT, 253, kForever}, Other, Static, Other},
+      {{2, ip("fd00::1"), 64, IFA_F_PERMANENT, 0, kForever}, Static, Autoconf, Autoconf},
+      {{2, ip("fd00::2"), 128, 0, 0, 600}, Dhcp, Static, Static},
+      {{2, ip("fd00::3"), 64, 0, 0, 600}, Autoconf, Dhcp, Dhcp},
+      {{2, ip("fd00::4"), 64, IFA_F_MANAGETEMPADDR, 0, kForever}, Autoconf, Autoconf, Autoconf},
+  };
+  std::vector<AddressRow> rows{{2, ip("fd00::bad"), 64, IFA_F_DADFAILED, 0, kForever}};
+  std::vector<ReportedAddress> report;
+  for (const auto& one : cases) {
+    rows.push_back(one.row);
+    report.push_back({one.row.address, one.reported});
+  }
+  auto nic = onlyNic(rows);
+  const auto kernel = nic.running.GetIpv6Networks();
+  refine(nic, report);
+  const auto refined = nic.running.GetIpv6Networks();
+  ASSERT_EQ(kernel.size(), std::size(cases));
+  for (std::size_t i = 0; i < std::size(cases); ++i) {
+    SCOPED_TRACE(toString(cases[i].row.address));
+    EXPECT_EQ(kernel[i].type, cases[i].kernel);
+    EXPECT_EQ(refined[i].type, cases[i].refined);
+    EXPECT_EQ(refined[i].prefix, cases[i].row.prefix);
+  }
+  EXPECT_TRUE(nic.running.GetIpv6UseDhcp());
+  EXPECT_TRUE(nic.running.GetIpv6UseRouterAdvertisement());
+}
+
+TEST(LinuxKernelNics, ReportDecidesOnIpv4Too) {
+  auto nic = onlyNic({{2, ip("10.0.0.6"), 24, 0, 0, 3600}});
+  refine(nic, {{ip("10.0.0.6"), AddressType::Static}});
+  EXPECT_FALSE(nic.running.GetIpv4UseDhcp());
+  refine(nic, {{ip("10.0.0.6"), AddressType::Dhcp}});
+  EXPECT_TRUE(nic.running.GetIpv4UseDhcp());
+  refine(nic, {});
+  EXPECT_TRUE(nic.running.GetIpv4UseDhcp());
+}
+
+TEST(LinuxKernelNics, OneInterfaceCarriesTheBestRoute) {
+  const std::vector<LinkRow> links{
+      {1, "lo", true, false}, {2, "eth0", false, false}, {3, "eth1", false, false}};
+  const DefaultRoute slow{2, ip("10.0.0.1"), 1024}, fast{3, ip("10.1.0.1"), 100};
+  const DefaultRoute ipv6{2, ip("fe80::1"), 1};
+  struct Case {
+    std::vector<DefaultRoute> routes;
+    const char *carrier, *gateway;
+  };
+  for (const auto& [routes, carrier, gateway] :
+       {Case{{slow, fast, ipv6}, "eth1", "10.1.0.1"}, Case{{ipv6}, "eth0", "0.0.0.0"},
+        Case{{}, "", "0.0.0.0"}}) {
+    std::string found;
+    for (const auto& nic : kernelNicsFrom({links, {}, routes})) {
+      EXPECT_NE(nic.name, "lo");
+      if (nic.carriesDefaultRoute) found += nic.name;
+    }
+    EXPECT_EQ(found, carrier);
+    EXPECT_EQ(routingFrom(routes).ipv4Gateway.GetStringAddress(), gateway);
+  }
+  EXPECT_EQ(routingFrom({slow, ipv6}).ipv6Gateway.GetStringAddress(), "fe80::1");
+  const auto nics =
+      kernelNicsFrom({links, {{2, ip("10.0.0.9"), 24, 0, 0, kForever}}, {slow, fast}});
+  EXPECT_EQ(nics[0].running.GetIpv4Gateway().GetStringAddress(), "10.0.0.1");
+}
+
+TEST(LinuxNetworkdReport, AddressesOfKnownSourcesOnly) {
+  const auto entry = [](const std::string& source, const std::string& address) {
+    return "{\"ConfigSource\":" + source + ",\"Address\":" + address + "}";
+  };
+  const std::string text =
+      "{\"Interfaces\":[{\"Name\":\"lo\"},{\"Addresses\":[" + entry("\"DHCPv4\"", "[10,9,0,52]") +
+      "," + entry("\"foreign\"", "[10,9,0,53]") + "," + entry("\"static\"", "[10,9,0,256]") + "," +
+      entry("\"static\"", "[10,-9,0]") + "," + entry("7", "[1,2,3,4]") + "," +
+      entry("\"NDisc\"", "[253,0,0,9,0,0,0,0,0,0,0,0,0,0,0,1]") + ",null]},3]}";
+  const std::vector<ReportedAddress> expected{{ip("10.9.0.52"), AddressType::Dhcp},
+                                              {ip("fd00:9::1"), AddressType::Autoconf}};
+  EXPECT_EQ(addressesIn(text), expected);
+  for (const char* broken : {"", "[]", "{\"Interfaces\":7}", "{\"Interfaces\":[{\"Addresses\":["})
+    EXPECT_TRUE(addressesIn(broken).empty()) << broken;
+}
+
+int askings;
+bool answer;
+
+bool fakeReport(std::vector<ReportedAddress>& addresses, std::string& error) {
+  ++askings;
+  if (answer)
+    addresses = {{ip("10.0.0.1"), AddressType::Dhcp}};
+  else
+    error = "no answer";
+  return answer;
+}
+
+TEST(LinuxNetworkdReport, AskedOnlyWhenItKeepsNobodyWaiting) {
+  const std::string root = testing::TempDir() + "linux_reporter";
+  std::filesystem::create_directories(root + "/run/systemd/netif");
+  const Files files(root);
+  NetworkdReporter reporter(fakeReport);
+  const NetworkdReporter::Clock::time_point start{};
+  struct Step {
+    int milliseconds;
+    bool answers;
+    int askings;
+    std::size_t addresses;
+  };
+  const Step steps[] = {{0, true, 0, 0},    {900, true, 0, 0},   {1000, true, 1, 1},
+                        {2900, true, 1, 1}, {3000, false, 2, 0}, {32900, true, 2, 0},
+                        {33000, true, 3, 1}};
+  askings = 0;
+  for (const auto& step : steps) {
+    answer = step.answers;
+    const auto now = start + std::chrono::milliseconds(step.milliseconds);
+    EXPECT_EQ(reporter.Read(files, now).size(), step.addresses) << step.milliseconds;
+    EXPECT_EQ(askings, step.askings) << step.milliseconds;
+  }
+  std::filesystem::remove_all(root);
+  EXPECT_TRUE(reporter.Read(files, start + std::chrono::hours(1)).empty());
+  EXPECT_EQ(askings, 3);
+}
+
+}  // namespace
+}  // namespace HostLinux
