@@ -2,12 +2,20 @@
 #pragma once
 
 #include <filesystem>
+#include <stdexcept>
 
 namespace HostSample {
 
+/// A sample host that cannot be used. Its text is one line that names the file, and the key in it.
+class SampleHostError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
 /// Puts the sample host kept in `directory` under the program: its `host.json` is the host's state,
-/// `root/` holds its files, and everything that leaves the program is a line of `journal`. Throws
-/// SampleHostError, with one line that names the file and the key, when `host.json` cannot be used.
+/// `root/` holds its files, and everything that leaves the program is a line of `journal`. A
+/// missing `pam.d` is made, with a service "kiva" over the accounts of `host.json`; one that exists
+/// is left as it is. Throws SampleHostError when the directory cannot serve as a host.
 void useSampleHost(const std::filesystem::path& directory);
 
 }  // namespace HostSample

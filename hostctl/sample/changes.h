@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+
+#include "sample/store.h"
+
+namespace HostSample {
+
+/// Every change that the program makes to host.json. Each throws HostCtlException when the host as
+/// it is then does not allow it; the check and the change are one step for all users of the file.
+
+/// False when the alert is raised already.
+bool raiseAlert(Store& store, const std::string& text);
+
+/// Also ends the expiry of the account.
+void changePassword(Store& store, const std::string& user, const std::string& password);
+
+void addSwitch(Store& store, const std::string& name);
+void addUplink(Store& store, const std::string& pnic, const std::string& switchName);
+void removeUplink(Store& store, const std::string& pnic, const std::string& switchName);
+void addPortGroup(Store& store, const std::string& name, const std::string& switchName);
+void moveKernelNic(Store& store, const std::string& name, const std::string& switchName);
+
+void setServiceRunning(Store& store, const std::string& name, bool running);
+
+/// Stops the running machines that have an autostart number, or all of them.
+enum class Machines { Managed, All };
+void stopMachines(Store& store, Machines which);
+
+}  // namespace HostSample

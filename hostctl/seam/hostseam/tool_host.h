@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace HostSeam {
+
+/// What a command-line tool leaves behind: its exit status (0 to 255) and its two outputs.
+struct ToolAnswer {
+  int status = 0;
+  std::string output;
+  std::string error;
+  bool operator==(const ToolAnswer&) const = default;
+};
+
+struct HostKey {
+  int bits = 0;
+  std::string fingerprint;
+  std::string comment;
+  std::string type;
+};
+
+enum class ServiceState { Absent, Stopped, Running };
+enum class UplinkChange { Add, Remove };
+
+/// What the host's own command-line tools need of it beyond the host-control library. The tools run
+/// in processes of their own, so every change is on the host when the call returns. A change that
+/// the host refuses throws HostCtl::Lib::HostCtlException with the text for the operator.
+class ToolHost {
+ public:
+  virtual ~ToolHost() = default;
+
+  /// The answer that a host which rehearses failures wants the program at `path` to give.
+  virtual std::optional<ToolAnswer> FindRehearsal(const std::string& path) = 0;
+  virtual bool MayAdminister(const std::string& user) = 0;
+
+  virtual bool IsLockdownEnabled() = 0;
+  virtual bool IsLockdownPossible() = 0;
+
+  virtual void AddStandardSwitch(const std::string& name) = 0;
+  virtual void ChangeUplink(UplinkChange change, const std::string& pnic,
+                            const std::string& switchName) = 0;
+  virtual void AddPortGroup(const std::string& name, const std::string& switchName) = 0;
+  virtual void MoveKernelNic(const std::string& name, const std::string& switchName) = 0;
+
+  /// `digest` is "sha1" or "sha256"; the text is colon-separated hexadecimal.
+  virtual std::optional<std::string> FindCertificateFingerprint(const std::string& file,
+                                                                const std::string& digest) = 0;
+  virtual std::optional<HostKey> FindHostKey(const std::string& file) = 0;
+  virtual std::optional<std::string> FindPackageVersion(const std::string& name) = 0;
+
+  virtual ServiceState GetServiceState(const std::string& name) = 0;
+  virtual void SetServiceRunning(const std::string& name, bool running) = 0;
+
+  /// Stops the machines that the host's autostart manages.
+  virtual void StopManagedMachines() = 0;
+  virtual void PowerOffMachines() = 0;
+};
+
+}  // namespace HostSeam
