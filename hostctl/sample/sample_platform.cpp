@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#include "sample/sample_platform.h"
+
+#include <syslog.h>
+
+#include "sample/file_tools.h"
+#include "sample/journal_line.h"
+
+namespace HostSample {
+
+using HostCtl::Lib::Program;
+
+SamplePlatform::SamplePlatform(std::filesystem::path directory)
+    : directory_(std::move(directory)),
+      store_(directory_ / "host.json"),
+      journal_(directory_ / "journal") {}
+
+std::string SamplePlatform::HostPath(std::string_view path) const {
+  return (directory_ / "root").string().append(path);
+}
+
+Program SamplePlatform::ChildProgram(const Program& program) {
+  journal_.Append("run", runText(program));
+  const std::string name = "kiva-demo-tools";
+  Program child{programFolder() / name, {name, "--host", directory_, program.path}};
+  child.arguments.insert(child.arguments.end(), program.arguments.begin(), program.arguments.end());
+  return child;
+}
+
+Program SamplePlatform::TerminalProgram(const Program& program) {
+  journal_.Append("run", runText(program));
+  return program;
+}
+
+void SamplePlatform::Log(int priority, const std::string& line) {
+  if (LOG_PRI(priority) <= LOG_INFO) journal_.Append(logKind(priority), line);
+}
+
+int SamplePlatform::EventAdd(const std::string& text) {
+  journal_.Append("event", text);
+  return 0;
+}
+
+void SamplePlatform::Audit(const HostCtl::Lib::AuditRecord& record) {
+  journal_.Append("audit", auditText(record));
+}
+
+std::optional<std::string> SamplePlatform::PamServiceDirectory() const {
+  return directory_ / "pam.d";
+}
+
+}  // namespace HostSample
