@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "hostseam/tool_host.h"
+#include "sample/store.h"
+
+namespace HostSample {
+
+/// The sample host as its own command-line tools see it.
+class SampleToolHost : public HostSeam::ToolHost {
+ public:
+  /// Throws SampleHostError when the host.json of `directory` cannot be used.
+  explicit SampleToolHost(const std::filesystem::path& directory)
+      : store_(directory / "host.json") {}
+
+  std::optional<HostSeam::ToolAnswer> FindRehearsal(const std::string& path) override;
+  bool MayAdminister(const std::string& user) override;
+  bool IsLockdownEnabled() override { return store_.State().lockdownEnabled; }
+  bool IsLockdownPossible() override { return store_.State().lockdownPossible; }
+
+  void AddStandardSwitch(const std::string& name) override;
+  void ChangeUplink(HostSeam::UplinkChange change, const std::string& pnic,
+                    const std::string& switchName) override;
+  void AddPortGroup(const std::string& name, const std::string& switchName) override;
+  void MoveKernelNic(const std::string& name, const std::string& switchName) override;
+
+  std::optional<std::string> FindCertificateFingerprint(const std::string& file,
+                                                        const std::string& digest) override;
+  std::optional<HostSeam::HostKey> FindHostKey(const std::string& file) override;
+  std::optional<std::string> FindPackageVersion(const std::string& name) override;
+
+  HostSeam::ServiceState GetServiceState(const std::string& name) override;
+  void SetServiceRunning(const std::string& name, bool running) override;
+  void StopManagedMachines() override;
+  void PowerOffMachines() override;
+
+ private:
+  Store store_;
+};
+
+}  // namespace HostSample
