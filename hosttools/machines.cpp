@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#include "hosttools/tool.h"
+
+namespace HostTools {
+
+ToolAnswer powerOffVms(ToolHost& host, Arguments arguments) {
+  for (const std::string& argument : arguments)
+    if (argument != "--terminate")
+      return {1, "", "powerOffVms: unknown argument " + argument + "\n"};
+  host.PowerOffMachines();
+  return {};
+}
+
+}  // namespace HostTools
