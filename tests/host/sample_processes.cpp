@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+
+#include "hostctl/lib/exception.h"
+#include "sample/journal.h"
+#include "sample/store.h"
+#include "tests/support/sample_copy.h"
+
+namespace {
+
+using TestSupport::SampleCopy;
+
+/// Runs `work` in `count` processes at once; returns how many ended well.
+template <typename Work>
+int inProcesses(int count, Work work) {
+  std::vector<pid_t> children;
+  for (int i = 0; i < count; ++i) {
+    const pid_t child = fork();
+    if (child == 0) _exit(work(i) ? 0 : 1);
+    children.push_back(child);
+  }
+  int good = 0;
+  for (const pid_t child : children) {
+    int status = -1;
+    waitpid(child, &status, 0);
+    good += status == 0;
+  }
+  return good;
+}
+
+/// The whole output of a program of ours, and its exit status.
+struct Ended {
+  int status;
+  std::string output;
+};
+
+Ended ended(const std::string& program, const std::string& arguments) {
+  FILE* pipe = popen(("'" KIVA_BINARY_DIR "/" + program + "' " + arguments + " 2>&1").c_str(), "r");
+  std::string output;
+  for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe)) output += static_cast<char>(c);
+  return {WEXITSTATUS(pclose(pipe)), output};
+}
+
+TEST(SampleProcesses, WritersLoseNothingAndReadersSeeWholeStates) {
+  constexpr int kWriters = 6;
+  constexpr int kRounds = 20;
+  const SampleCopy host;
+  host.Set("/count", 0);
+  const auto write = [&](int) {
+    HostSample::Store store(host.HostFile());
+    for (int round = 0; round < kRounds; ++round)
+      store.Change([](HostSample::Json& json) {
+        json["count"] = json["count"].get<int>() + 1;
+        return true;
+      });
+    return true;
+  };
+  const auto read = [&](int) {
+    HostSample::Store store(host.HostFile());
+    for (int round = 0; round < 20 * kRounds; ++round)
+      if (store.State().accounts.size() != 5) return false;
+    return true;
+  };
+  EXPECT_EQ(inProcesses(kWriters + 2, [&](int i) { return i < kWriters ? write(i) : read(i); }),
+            kWriters + 2);
+  EXPECT_EQ(host.Host()["count"], kWriters * kRounds);
+}
+
+TEST(SampleProcesses, JournalLinesStayWhole) {
+  const SampleCopy host;
+  const std::string text(5000, 'x');
+  EXPECT_EQ(inProcesses(4,
+                        [&](int) {
+                          const HostSample::Journal journal(host.Directory() / "journal");
+                          for (int i = 0; i < 50; ++i) journal.Append("log.info", text);
+                          return true;
+                        }),
+            4);
+  EXPECT_EQ(host.Journal(), std::vector<std::string>(200, "log.info\t" + text));
+}
+
+TEST(SampleProcesses, TheToolIsFedByItsVectorAlone) {
+  const SampleCopy host;
+  const std::string call = "--host '" + host.Directory().string() + "' ";
+  const Ended good = ended("kiva-demo-tools",
+                           call + "/bin/hmx-cmd hmx-cmd -U kiva hmxsvc/auth/lockdown_is_possible");
+  EXPECT_EQ(good.output, "true\n");
+  EXPECT_EQ(good.status, 0);
+  EXPECT_EQ(ended("kiva-demo-tools", call + "/bin/sh sh -c 'echo x'").status, 127);
+  EXPECT_EQ(ended("kiva-demo-tools", "--help").status, 0);
+  EXPECT_EQ(ended("kiva-demo-tools", "/bin/sh").status, 2);
+  EXPECT_EQ(ended("kiva-demo-tools", "--host /none /bin/sh sh").output,
+            "kiva-demo-tools: /none/host.json: No such file or directory\n");
+}
+
+TEST(SampleProcesses, TheDemoRefusesInOneLineBeforeItTouchesTheTerminal) {
+  const SampleCopy host;
+  host.Write("{}");
+  const std::string home = host.Directory();
+  const std::pair<std::string, std::string> cases[] = {
+      {"--hots x", "unknown option --hots"},
+      {"--host", "--host needs a directory"},
+      {"1 2", "one virtual terminal is enough: 2"},
+      {"--host /none", "/none/host.json: No such file or directory"},
+      {"--host '" + home + "'", home + "/host.json: version is missing"},
+  };
+  for (const auto& [arguments, line] : cases) {
+    const Ended demo = ended("kiva-demo", arguments);
+    EXPECT_EQ(demo.output, "kiva-demo: " + line + "\n");
+    EXPECT_EQ(demo.status, 2);
+  }
+  EXPECT_EQ(SampleCopy::TextOf(host.HostFile()), "{}");
+  const Ended help = ended("kiva-demo", "--help");
+  EXPECT_EQ(help.status, 0);
+  EXPECT_NE(help.output.find("--host DIR"), std::string::npos);
+}
+
+}  // namespace
