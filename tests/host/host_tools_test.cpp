@@ -64,33 +64,6 @@ TEST_F(HostToolsTest, RunsAndLogs) {
        0,
        {"log.6 hmx-cmd invocation: get a/b", "run /bin/hmx-cmd hmx-cmd -U kiva a/b",
         "log.3 hmx-cmd invocation failure: No such file or directory"}},
-      {"switch",
-       {{"/bin/halocli", "exit 0"}},
-       [] { return int{AddStandardSwitch("vSwitch0")}; },
-       1,
-       {"run /bin/halocli halocli network vswitch standard add -v vSwitch0",
-        "log.6 Command \"halocli network vswitch standard add -v vSwitch0\" succeeded"}},
-      {"uplink refused",
-       {{"/bin/halocli", "printf busy; echo unseen >&2; exit 9"}},
-       [] { return int{AddUplinkToStandardSwitch("vSwitch0", "pnic1")}; },
-       0,
-       {"run /bin/halocli halocli network vswitch standard uplink add -u pnic1 -v vSwitch0",
-        "log.3 Command \"halocli network vswitch standard uplink add -u pnic1 -v vSwitch0\" failed "
-        "(rc=9): busy"}},
-      {"uplink removed",
-       {{"/bin/halocli", "exit 0"}},
-       [] { return int{RemoveUplinkFromStandardSwitch("vSwitch0", "pnic1")}; },
-       1,
-       {"run /bin/halocli halocli network vswitch standard uplink remove -u pnic1 -v vSwitch0",
-        "log.6 Command \"halocli network vswitch standard uplink remove -u pnic1 -v vSwitch0\" "
-        "succeeded"}},
-      {"port group without halocli",
-       {},
-       [] { return int{AddPortGroupToStandardSwitch("Management", "vSwitch0")}; },
-       0,
-       {"run /bin/halocli halocli network vswitch standard portgroup add -p Management -v vSwitch0",
-        "log.3 Command \"halocli network vswitch standard portgroup add -p Management -v vSwitch0\""
-        " failed (rc=-1): "}},
       {"machines off, gracefully",
        {{"/bin/hmx-cmd", "exit 0"}, {"/bin/powerOffVms", "exit 1"}},
        [] { return PowerOffVms(VmStop::Graceful), 0; },
@@ -148,6 +121,32 @@ TEST_F(HostToolsTest, RunsAndLogs) {
     platform->scripts = one.scripts;
     EXPECT_EQ(one.act(), one.answer);
     EXPECT_EQ(platform->Lines(), one.lines);
+  }
+}
+
+TEST_F(HostToolsTest, StandardSwitches) {
+  using namespace Kiva;
+  const std::pair<bool (*)(), std::string> cases[] = {
+      {[] { return AddStandardSwitch("vSwitch0"); }, "add -v vSwitch0"},
+      {[] { return AddUplinkToStandardSwitch("vSwitch0", "pnic1"); },
+       "uplink add -u pnic1 -v vSwitch0"},
+      {[] { return RemoveUplinkFromStandardSwitch("vSwitch0", "pnic1"); },
+       "uplink remove -u pnic1 -v vSwitch0"},
+      {[] { return AddPortGroupToStandardSwitch("Management", "vSwitch0"); },
+       "portgroup add -p Management -v vSwitch0"},
+  };
+  const std::string run = "run /bin/halocli ", command = "halocli network vswitch standard ";
+  for (const auto& [change, words] : cases) {
+    SCOPED_TRACE(words);
+    platform->Clear();
+    platform->scripts["/bin/halocli"] = "exit 0";
+    EXPECT_TRUE(change());
+    platform->scripts["/bin/halocli"] = "printf busy; echo unseen >&2; exit 9";
+    EXPECT_FALSE(change());
+    const std::string line = command + words;
+    EXPECT_EQ(platform->Lines(),
+              (Lines{run + line, "log.6 Command \"" + line + "\" succeeded", run + line,
+                     "log.3 Command \"" + line + "\" failed (rc=9): busy"}));
   }
 }
 

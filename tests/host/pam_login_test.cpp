@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "system/pam_login.h"
 
+#include <sanitizer/lsan_interface.h>
 #include <security/pam_appl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -16,14 +17,6 @@ namespace {
 using Kiva::Secret;
 using Lines = std::vector<std::string>;
 
-/// Where Debian keeps the PAM modules of this machine's own architecture.
-std::string moduleFolder() {
-  for (const char* folder :
-       {"/lib/x86_64-linux-gnu/security", "/lib/aarch64-linux-gnu/security", "/lib/security"})
-    if (std::filesystem::exists(std::string(folder) + "/pam_debug.so")) return folder;
-  return {};
-}
-
 std::string matrixModule() {
   for (const char* folder : {"/usr/lib/x86_64-linux-gnu", "/usr/lib/aarch64-linux-gnu", "/usr/lib"})
     if (const auto path = std::string(folder) + "/pam_wrapper/pam_matrix.so";
@@ -36,9 +29,7 @@ class PamLoginTest : public TestSupport::OnRecordingHost {
  protected:
   void SetUp() override {
     matrix_ = matrixModule();
-    debug_ = moduleFolder() + "/pam_debug.so";
     if (matrix_.empty()) GTEST_SKIP() << "no pam_matrix.so (package libpam-wrapper)";
-    if (moduleFolder().empty()) GTEST_SKIP() << "no pam_debug.so (package libpam-modules)";
     platform->pamDirectory = folder_.Path().string();
     folder_.Write("passdb", "anna:secret:kiva\nbert:secret:other\nemil::kiva\n");
     Kiva::session() = {};
@@ -47,11 +38,11 @@ class PamLoginTest : public TestSupport::OnRecordingHost {
   std::string Matrix(const std::string& options = "") const {
     return matrix_ + " passdb=" + (folder_.Path() / "passdb").string() + " " + options + "\n";
   }
-  std::string Debug(const std::string& options) const { return debug_ + " " + options + "\n"; }
+  std::string Debug(const std::string& options) const { return "pam_debug.so " + options + "\n"; }
   void UseStack(const std::string& stack) const { folder_.Write("kiva", stack); }
   void UseMatrix() const { UseStack("auth required " + Matrix() + "account required " + Matrix()); }
 
-  std::string matrix_, debug_;
+  std::string matrix_;
   TestSupport::TemporaryFolder folder_;
 };
 
@@ -90,6 +81,10 @@ TEST_F(PamLoginTest, StatusOfTheStack) {
 }
 
 TEST_F(PamLoginTest, NoServiceNoLogin) {
+#ifdef __SANITIZE_ADDRESS__
+  // The library forgets two small blocks of its own when it finds no service file.
+  const __lsan::ScopedDisabler theirs;
+#endif
   EXPECT_NE(Kiva::PamLogin("anna", Secret("secret")), PAM_SUCCESS);
   platform->pamDirectory = "/no/such/folder";
   EXPECT_NE(Kiva::PamLogin("anna", Secret("secret")), PAM_SUCCESS);
