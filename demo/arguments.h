@@ -13,6 +13,7 @@ struct Arguments {
   bool help = false;
   std::optional<std::string> host;
   std::optional<std::string> virtualTerminal;
+  int clockSpeed = 1;
 };
 
 /// A call that makes no sense; the text is one line that says why.

@@ -4,5 +4,5 @@
 
 int main(int argc, char** argv) {
   HostLinux::useLinuxHost();
-  return Kiva::runConsole(argc > 1 ? argv[1] : nullptr);
+  return Kiva::runConsole({.virtualTerminal = argc > 1 ? argv[1] : nullptr});
 }

@@ -50,9 +50,10 @@ void runWelcomeWindow() {
 
 }  // namespace
 
-int runConsole(const char* virtualTerminal) {
+int runConsole(const ConsoleOptions& options) {
   prepareProcess();
-  readArgument(virtualTerminal);
+  keyWait().clockSpeed = options.clockSpeed;
+  readArgument(options.virtualTerminal);
   startSignalThread();
   reloadIdleTimeout();
   prepareTerminal();

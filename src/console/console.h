@@ -3,9 +3,15 @@
 
 namespace Kiva {
 
-/// The console from start-up to its end, on the host that main put under it. `virtualTerminal` is
-/// the command line's argument, null without one. Returns the exit status; most ends happen inside,
-/// by exit: a stop signal, a resize, a terminal that went away.
-int runConsole(const char* virtualTerminal);
+struct ConsoleOptions {
+  /// The command line's argument; null without one.
+  const char* virtualTerminal = nullptr;
+  /// How many times as fast as the world the console's clock runs.
+  int clockSpeed = 1;
+};
+
+/// The console from start-up to its end, on the host that main put under it. Returns the exit
+/// status; most ends happen inside, by exit: a stop signal, a resize, a terminal that went away.
+int runConsole(const ConsoleOptions& options);
 
 }  // namespace Kiva
