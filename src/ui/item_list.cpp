@@ -64,7 +64,8 @@ void ItemList::Draw() {
   Refresh();
   DrawItem(focusRow_);
   Item* focused = Focused();
-  SetCursorVisible(IsActive() && focused && focused->ShowsCursor());
+  const bool drawn = IsActive() && focusRow_ >= 0 && focusRow_ < Rows();
+  SetCursorVisible(drawn && focused && focused->ShowsCursor());
 }
 
 void ItemList::DrawItem(int row) {

@@ -1,0 +1,233 @@
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "tests/screens/demo.h"
+
+namespace TestSupport {
+namespace {
+
+using Json = nlohmann::json;
+
+struct Pane {
+  const char* entry;
+  Lines shown;
+  const char* footer;
+};
+
+const std::vector<Pane> kPanes = {
+    {"Configure Password", {"Set", "To prevent unauthorized access to"}, "<Enter> Change"},
+    {"Configure Lockdown Mode", {"Disabled", "When enabled, lockdown mode"}, "<Enter> Change"},
+    {"Configure Management Network",
+     {"Hostname", "halo-01", "10.20.30.40", "Network identity acquired from DHCP",
+      "2001:db8:20::1:7f3a ...", "Primary DNS Server", "2001:db8:20::53", "detail, press <Enter>."},
+     "<Enter> More"},
+    {"Restart Management Network", {"Restarting the management network"}, "<Enter> Restart"},
+    {"Test Management Network", {"To perform a brief network test"}, "<Enter> Run Test"},
+    {"Network Restore Options", {"To view various network restore"}, "<Enter> Restart"},
+    {"Troubleshooting Options", {"To view various troubleshooting"}, "<Enter> More"},
+    {"View System Logs",
+     {"Press the corresponding key to view", "<1> Syslog", "<2> Tarn", "<3> Config",
+      "<4> Management Agent (mgmtd)", "<5> Corvo Halo Observation log"},
+     ""},
+    {"View Support Information", {"LKF-R640-00731", "<Page Down>"}, ""},
+    {"Reset System Configuration", {"Warning!"}, "<Enter> Reset"},
+};
+
+void openEntry(Demo& demo, int downs) {
+  demo.LogIn();
+  demo.terminal.WaitFor("System Customization");
+  demo.terminal.Press("Down", downs);
+}
+
+TEST(Menu, DescribesEveryEntryAtEverySize) {
+  for (const Size size : {Size{24, 80}, Size{25, 80}, Size{43, 132}}) {
+    Demo demo({}, size);
+    demo.LogIn();
+    demo.terminal.WaitFor("System Customization");
+    const int half = size.columns / 2;
+    for (const Pane& pane : kPanes) {
+      const Screen screen = demo.terminal.Look();
+      SCOPED_TRACE(screen.Dump());
+      EXPECT_EQ(screen.Row(1).find(pane.entry, static_cast<std::size_t>(half)) != std::string::npos,
+                true);
+      for (const auto& text : pane.shown) EXPECT_TRUE(screen.Shows(text)) << text;
+      const std::string footers = screen.Row(size.rows - 3);
+      EXPECT_NE(footers.find("<Up/Down> Select"), std::string::npos);
+      EXPECT_NE(footers.find("<Esc> Log Out"), std::string::npos);
+      EXPECT_NE(footers.find(pane.footer), std::string::npos) << pane.footer;
+      EXPECT_TRUE(screen.Shows("Corvo Halo 8.0.2 (Tarn 8.0.2 Build 21203435)"));
+      demo.terminal.Press("Enter");
+      EXPECT_EQ(demo.terminal.Look(), screen) << "no window behind this entry yet";
+      demo.terminal.Press("Down");
+    }
+    EXPECT_TRUE(demo.terminal.Look().Shows("<Enter> Reset")) << "the last entry stays";
+  }
+}
+
+TEST(Menu, WearsItsColours) {
+  Demo demo;
+  demo.LogIn();
+  const Screen screen = demo.terminal.WaitFor("System Customization");
+  EXPECT_EQ(screen.ColoursAt(4, 2), (Colours{7, 0})) << "the selected entry";
+  EXPECT_EQ(screen.ColoursAt(5, 2), (Colours{0, 3}));
+  EXPECT_EQ(screen.ColoursAt(1, 3), (Colours{0, 3}));
+  EXPECT_EQ(screen.ColoursAt(1, 42), (Colours{7, 6}));
+  EXPECT_EQ(screen.ColoursAt(4, 42), (Colours{7, 6})) << "the state";
+  EXPECT_EQ(screen.ColoursAt(6, 42), (Colours{2, 6})) << "the description";
+  EXPECT_EQ(screen.ColoursAt(21, 2), (Colours{0, 3}));
+  EXPECT_EQ(screen.ColoursAt(21, 12), (Colours{6, 3}));
+  EXPECT_EQ(screen.ColoursAt(21, 41), (Colours{7, 6}));
+  EXPECT_EQ(screen.ColoursAt(21, 50), (Colours{2, 6}));
+  EXPECT_EQ(screen.ColoursAt(23, 20), (Colours{2, 0})) << "the status line";
+  EXPECT_EQ(screen.Row(2).substr(3, 6), "──");
+}
+
+struct DisabledCase {
+  const char* name;
+  Json changes;
+  Lines entries;
+};
+
+TEST(Menu, SkipsWhatTheHostDoesNotOffer) {
+  const std::vector<DisabledCase> cases = {
+      {"lockdown impossible", {{"lockdown", {{"possible", false}}}}, {"Configure Lockdown Mode"}},
+      {"the agent cannot tell",
+       {{"tools", {{"/bin/hmx-cmd", {{"status", 3}, {"stdout", "true"}}}}}},
+       {"Configure Lockdown Mode"}},
+      {"no management interface",
+       {{"network", {{"kernelNics", Json::array()}}}},
+       {"Configure Management Network", "Restart Management Network", "Test Management Network"}},
+      {"booted over the network",
+       {{"options", {{"PXEBootEnabled", 1}}}},
+       {"Reset System Configuration"}},
+  };
+  for (const DisabledCase& one : cases) {
+    SCOPED_TRACE(one.name);
+    Demo demo(one.changes);
+    demo.LogIn();
+    demo.terminal.WaitFor("System Customization");
+    Screen screen = demo.terminal.Look();
+    for (const auto& entry : one.entries) {
+      const Position place = *screen.Find(entry);
+      EXPECT_EQ(screen.ColoursAt(place.row, place.column), (Colours{6, 3})) << entry;
+    }
+    for (int i = 0; i < 10; ++i, screen = demo.terminal.Look()) {
+      for (const auto& entry : one.entries)
+        EXPECT_EQ(screen.Row(1).find(entry), std::string::npos) << entry;
+      demo.terminal.Press("Down");
+    }
+  }
+}
+
+TEST(Menu, LockdownIsAskedForOnceWhenItIsOn) {
+  Demo demo(Json{{"lockdown", {{"enabled", true}, {"possible", false}}}});
+  openEntry(demo, 1);
+  EXPECT_TRUE(demo.terminal.Look().Shows("Enabled"));
+  EXPECT_EQ(demo.host.Journal("run"),
+            Lines{"/bin/hmx-cmd hmx-cmd -U kiva hmxsvc/auth/lockdown_is_enabled"});
+}
+
+TEST(Menu, OffersTheKeyboardOnAConsoleOnly) {
+  Demo demo({}, {25, 80}, "xterm");
+  openEntry(demo, 6);
+  const Screen screen = demo.terminal.Look();
+  const int row = screen.Find("Network Restore Options")->row;
+  EXPECT_EQ(screen.Find("Configure Keyboard"), (Position{1, 42}));
+  EXPECT_TRUE(screen.Row(row + 2).find("Configure Keyboard") != std::string::npos);
+  EXPECT_TRUE(screen.Row(row + 3).find("Troubleshooting Options") != std::string::npos);
+  EXPECT_TRUE(screen.Shows("English (US)"));
+  EXPECT_TRUE(screen.Shows("To select the layout type for the"));
+}
+
+TEST(Menu, ToldOfAnInterfaceThatVanishedWhenRestartingIt) {
+  Demo demo;
+  openEntry(demo, 3);
+  demo.host.Change({{"network", {{"kernelNics", Json::array()}}}});
+  demo.NewLines();
+  demo.terminal.Press("Enter");
+  const Screen screen = demo.terminal.WaitFor("Restart Management Network: Error");
+  EXPECT_TRUE(screen.Shows("Management network interface cannot be found."));
+  EXPECT_EQ(demo.NewLines(), Lines{"log.err\tCould not get a suitable management interface"});
+  demo.terminal.Press("Enter");
+  EXPECT_TRUE(demo.terminal.Look().Shows("<Enter> Restart"));
+}
+
+TEST(Menu, PagesThroughTheSupportInformation) {
+  Demo demo;
+  openEntry(demo, 8);
+  const std::vector<const char*> hints = {" <Page Down>", " <Page Up>/<Page Down>", " <Page Up> "};
+  std::vector<Screen> pages;
+  for (const char* hint : hints) {
+    pages.push_back(demo.terminal.Look());
+    EXPECT_NE(pages.back().Row(20).find(hint), std::string::npos) << pages.back().Dump();
+    demo.terminal.Press("PageDown");
+  }
+  EXPECT_EQ(demo.terminal.Look(), pages[2]) << "there is no page behind the last";
+  demo.terminal.Press("PageUp");
+  EXPECT_EQ(demo.terminal.Look(), pages[1]);
+  demo.terminal.Press("Up");
+  demo.terminal.Press("Down");
+  EXPECT_EQ(demo.terminal.Look(), pages[0]) << "it begins at the first page again";
+  demo.terminal.Press("PageUp");
+  EXPECT_EQ(demo.terminal.Look(), pages[0]);
+}
+
+TEST(Menu, SaysWhenNoSupportInformationIsInstalled) {
+  DemoHost host;
+  std::filesystem::remove(host.Root("/etc/corvo/support"));
+  Demo demo(host, {24, 80});
+  openEntry(demo, 8);
+  const Screen screen = demo.terminal.Look();
+  EXPECT_TRUE(screen.Shows("No support information is")) << screen.Dump();
+  EXPECT_FALSE(screen.Shows("<Page"));
+}
+
+TEST(LogViewer, LendsTheTerminalToThePagerAndComesBack) {
+  Demo demo;
+  openEntry(demo, 7);
+  const Screen before = demo.terminal.Look();
+  demo.NewLines();
+  demo.terminal.Press("Enter");
+  EXPECT_EQ(demo.terminal.Look(), before) << "Enter opens nothing";
+  demo.terminal.Type("1");
+  demo.terminal.WaitFor("<Q> Quit </> RegExp Search <H> Help");
+  demo.terminal.Type("!");
+  demo.terminal.WaitFor("Command not available");
+  demo.terminal.Press("Enter");
+  demo.terminal.Type("q");
+  demo.terminal.WaitFor("System Customization");
+  EXPECT_EQ(demo.terminal.Look(), before);
+  EXPECT_EQ(demo.NewLines(), Lines{"run\t/bin/less less -cfP <Q> Quit </> RegExp Search <H> Help "
+                                   "HOST/root/var/log/syslog.log"});
+  std::filesystem::remove(demo.host.Root("/var/log/tarn.log"));
+  demo.terminal.Press("Up");
+  demo.terminal.Press("Down");
+  EXPECT_TRUE(demo.terminal.Look().Shows("<2> Config")) << "the list follows the files";
+}
+
+TEST(LogViewer, TakesThePagerAlongWhenTheConsoleEnds) {
+  Demo demo;
+  openEntry(demo, 7);
+  demo.terminal.Send("2");
+  demo.terminal.WaitForPassing("<Q> Quit");
+  demo.terminal.Signal(SIGTERM);
+  EXPECT_EQ(demo.terminal.WaitForExit(), 0);
+}
+
+TEST(LogViewer, AChangeOfSizeMeanwhileEndsTheConsoleAfterwards) {
+  Demo demo;
+  openEntry(demo, 7);
+  demo.terminal.Send("1");
+  demo.terminal.WaitForPassing("<Q> Quit");
+  demo.NewLines();
+  demo.terminal.Resize({30, 90});
+  demo.terminal.WaitForPassing("<Q> Quit");
+  demo.terminal.Send("q");
+  EXPECT_EQ(demo.terminal.WaitForExit(), 0);
+  EXPECT_EQ(demo.NewLines(), Lines{"log.info\tResized window to 90x30"});
+}
+
+}  // namespace
+}  // namespace TestSupport

@@ -1,0 +1,180 @@
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+
+#include "tests/screens/demo.h"
+
+namespace TestSupport {
+namespace {
+
+using Json = nlohmann::json;
+
+constexpr Colours kWhiteOnDarkGrey{7, 6};
+constexpr Colours kBlackOnAmber{0, 3};
+constexpr Colours kDarkGreyOnAmber{6, 3};
+constexpr const char* kDhcpWarning = "Warning: DHCP lookup failed.";
+constexpr const char* kRunning = "/network/kernelNics/0/running/";
+
+Json replaced(const std::string& path, const Json& value) {
+  return Json::array({{{"op", "replace"}, {"path", path}, {"value", value}}});
+}
+
+Json withIpv6(int count) {
+  Json networks = Json::array();
+  for (int i = count; i > 0; --i)
+    networks.push_back(
+        {{"address", "2001:db8::" + std::to_string(i)}, {"prefix", 64}, {"type", "static"}});
+  return replaced(std::string(kRunning) + "ipv6/networks", networks);
+}
+
+TEST(WelcomeScreen, LaysTheHostsFactsOutAtEverySize) {
+  for (const Size size : {Size{24, 80}, Size{25, 80}, Size{43, 132}, Size{100, 300}}) {
+    Demo demo({}, size);
+    const Screen screen = demo.terminal.WaitFor("Corvo Halo 8.0.2 (Tarn 8.0.2 Build 21203435)");
+    const int half = size.rows / 2;
+    const std::vector<std::pair<std::string, Position>> places = {
+        {"Corvo Halo", {5, 8}},
+        {"Larkfield Systems Meridian R640", {7, 8}},
+        {"2 x Orrery(R) Silver 4316 CPU @ 2.30GHz", {9, 8}},
+        {"128 GiB Memory", {10, 8}},
+        {"To manage this host, go to:", {half + 1, 8}},
+        {"https://halo-01/", {half + 2, 8}},
+        {"https://10.20.30.40/ (DHCP)", {half + 3, 8}},
+        {"https://[2001:db8:20:0:9c3e:41ff:fe07:21a8]/ (AUTOCONF)", {half + 4, 8}},
+        {"https://[2001:db8:20::1:7f3a]/ (DHCP)", {half + 5, 8}},
+        {"https://[2001:db8:20::40]/ (STATIC)", {half + 6, 8}},
+        {"<F2> Customize System/View Logs", {size.rows - 2, 2}},
+        {"<F12> Shut Down/Restart", {size.rows - 2, size.columns - 25}},
+    };
+    for (const auto& [text, place] : places) EXPECT_EQ(screen.Find(text), place) << text;
+    EXPECT_EQ(screen.ColoursAt(5, 8), kWhiteOnDarkGrey);
+    EXPECT_EQ(screen.ColoursAt(half - 1, 0), kWhiteOnDarkGrey) << "the frame";
+    EXPECT_EQ(screen.ColoursAt(half + 1, 8), kBlackOnAmber);
+    EXPECT_EQ(screen.ColoursAt(size.rows - 2, 2), kBlackOnAmber);
+    EXPECT_EQ(screen.ColoursAt(size.rows - 2, 7), kDarkGreyOnAmber);
+    EXPECT_EQ(screen.Row(0).substr(0, 6), "┌─");
+    EXPECT_FALSE(screen.cursorVisible);
+  }
+}
+
+struct FactCase {
+  const char* name;
+  Json changes;
+  Lines shown;
+  Lines hidden;
+};
+
+TEST(WelcomeScreen, FollowsTheHostsState) {
+  const std::string ipv4 = std::string(kRunning) + "ipv4/";
+  const std::vector<FactCase> cases = {
+      {"static address", replaced(ipv4 + "mode", "static"), {"https://10.20.30.40/ (STATIC)"}, {}},
+      {"no lease",
+       replaced(ipv4 + "address", "0.0.0.0"),
+       {"https://0.0.0.0/ (Waiting for DHCP...)", "Warning: DHCP lookup failed. You may be",
+        "network configuration."},
+       {}},
+      {"no IPv4",
+       replaced(ipv4 + "mode", "none"),
+       {"https://halo-01/"},
+       {"10.20.30.40", "0.0.0.0"}},
+      {"audit mode",
+       {{"bootOption", 1}},
+       {"Warning: Host is running in audit mode.", "support."},
+       {}},
+      {"audit mode before no lease",
+       Json::array({{{"op", "replace"}, {"path", ipv4 + "address"}, {"value", "0.0.0.0"}},
+                    {{"op", "replace"}, {"path", "/bootOption"}, {"value", 1}}}),
+       {"audit mode", "Waiting for DHCP..."},
+       {kDhcpWarning}},
+      {"no management interface",
+       {{"network", {{"kernelNics", Json::array()}}}},
+       {"https://halo-01/"},
+       {kDhcpWarning, "10.20.30.40", "2001:db8"}},
+      {"no adapter",
+       {{"network", {{"pnics", Json::array()}}}},
+       {"No compatible network adapter found. Please consult the"},
+       {"https://"}},
+      {"IPv6 off", {{"network", {{"ipv6Enabled", false}}}}, {"10.20.30.40"}, {"2001:db8"}},
+      {"six addresses",
+       withIpv6(6),
+       {"[2001:db8::3]", "[2001:db8::6]", "..."},
+       {"db8::1]", "db8::2]"}},
+      {"five addresses", withIpv6(5), {"[2001:db8::1]", "[2001:db8::5]"}, {"..."}},
+      {"localhost", replaced("/network/dns/hostname", "localhost"), {"10.20.30.40"}, {"localhost"}},
+      {"braces", replaced("/network/dns/hostname", "a{b}c"), {"https://a(b)c/"}, {}},
+      {"one package", {{"processors", {{"packages", 1}}}}, {" Orrery(R) Silver"}, {"1 x", "2 x"}},
+      {"bare machine",
+       {{"hardware", {{"vendorName", ""}, {"productName", "  Box  1 "}}}},
+       {"│       Box 1 "},
+       {"Larkfield"}},
+  };
+  for (const FactCase& one : cases) {
+    SCOPED_TRACE(one.name);
+    Demo demo(one.changes);
+    const Screen screen = demo.terminal.Look();
+    for (const auto& text : one.shown) EXPECT_TRUE(screen.Shows(text)) << text << screen.Dump();
+    for (const auto& text : one.hidden) EXPECT_FALSE(screen.Shows(text)) << text << screen.Dump();
+  }
+}
+
+TEST(WelcomeScreen, WarnsInTheRowsThatTheSizeLeaves) {
+  for (const auto& [rows, row] : {std::pair{24, 19}, {25, 20}, {28, 23}, {43, 30}}) {
+    Demo demo({{"bootOption", 1}}, {rows, 80});
+    const Screen screen = demo.terminal.Look();
+    ASSERT_EQ(screen.Find("Warning: Host is running"), (Position{row, 16})) << screen.Dump();
+    EXPECT_EQ(screen.ColoursAt(row, 16), kDarkGreyOnAmber);
+    EXPECT_TRUE(screen.Shows("<F12> Shut Down/Restart"));
+  }
+}
+
+TEST(WelcomeScreen, AlertsTheHostOnceThatItHasNoAdapter) {
+  Demo demo(Json{{"network", {{"pnics", Json::array()}}}});
+  demo.terminal.Press("Enter", 3);
+  EXPECT_EQ(demo.host.Journal("hostctl"),
+            Lines{"SetSystemAlert No compatible network adapter found."});
+}
+
+TEST(WelcomeScreen, GivesWayToTheAdministratorsMessage) {
+  Demo demo(Json{{"welcomeMessage",
+                  "{color:yellow}Call "
+                  "{align:center}{hostname}{/align}\n{serial-number}{memory}{CPLDversion}"}});
+  const Screen screen = demo.terminal.Look();
+  EXPECT_EQ(screen.Find("Call "), (Position{2, 2}));
+  EXPECT_TRUE(screen.Shows("halo-01.example.test")) << screen.Dump();
+  EXPECT_TRUE(screen.Shows("LKF-R640-00731128 GBN/A")) << screen.Dump();
+  EXPECT_EQ(screen.ColoursAt(2, 2), (Colours{3, 0}));
+  EXPECT_FALSE(screen.Shows("<F2>"));
+  demo.host.Change({{"welcomeMessage", ""}});
+  demo.terminal.Press("Enter");
+  EXPECT_TRUE(demo.terminal.Look().Shows("<F2> Customize System/View Logs"));
+}
+
+TEST(WelcomeScreen, StaysAliveOnATinyTerminal) {
+  for (const Size size : {Size{10, 40}, Size{5, 20}, Size{2, 3}, Size{1, 1}}) {
+    Demo demo({}, size);
+    EXPECT_EQ(demo.terminal.Look().Shows("This screen needs 80 x 24."), size.columns == 40);
+    demo.terminal.Press("F2");
+    EXPECT_EQ(demo.terminal.Look().cursorVisible, size.rows == 10);
+    demo.terminal.Type(
+        "\n"
+        "demo\n");
+    demo.terminal.Press("Down", 12);
+    demo.terminal.Press("Esc");
+    demo.terminal.Signal(SIGTERM);
+    EXPECT_EQ(demo.terminal.WaitForExit(), 0);
+  }
+}
+
+TEST(WelcomeScreen, StandsOutWhereTheTerminalHasNoColours) {
+  for (const char* term : {"vt102", "xterm", "linux"}) {
+    Demo demo({}, {24, 80}, term);
+    const Screen screen = demo.terminal.WaitFor("Corvo Halo");
+    EXPECT_TRUE(screen.At(5, 8).reverse) << term;
+    EXPECT_FALSE(screen.At(13, 8).reverse) << term;
+    EXPECT_EQ(screen.ColoursAt(5, 8), Colours{}) << term;
+    demo.LogIn();
+    EXPECT_TRUE(demo.terminal.WaitFor("Configure Password").At(4, 10).reverse) << term;
+  }
+}
+
+}  // namespace
+}  // namespace TestSupport
