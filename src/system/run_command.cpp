@@ -49,19 +49,10 @@ struct Pipe {
   Descriptor read, write;
 };
 
-/// Moves a descriptor off 0, 1 and 2, where it would collide with the child's own three.
-bool liftOffStandard(Descriptor& end) {
-  if (end.Get() <= STDERR_FILENO)
-    end = Descriptor(fcntl(end.Get(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
-  return bool{end};
-}
-
 std::optional<Pipe> makePipe() {
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) return std::nullopt;
-  Pipe pipe{Descriptor(ends[0]), Descriptor(ends[1])};
-  if (!liftOffStandard(pipe.read) || !liftOffStandard(pipe.write)) return std::nullopt;
-  return pipe;
+  return Pipe{Descriptor(ends[0]), Descriptor(ends[1])};
 }
 
 struct Pipes {
@@ -92,6 +83,9 @@ struct Attributes {
   ~Attributes() { posix_spawnattr_destroy(&value); }
 };
 
+/// Each pipe gets the lowest free numbers and the input's read end is first, so no end that is
+/// still needed lies on the number that is being set, even where the console itself has none of the
+/// three.
 int describeDescriptors(FileActions& actions, const Pipes& pipes) {
   auto* value = &actions.value;
   if (int e = posix_spawn_file_actions_adddup2(value, pipes.input.read.Get(), STDIN_FILENO))
