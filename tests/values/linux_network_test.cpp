@@ -13,7 +13,6 @@ namespace {
 
 using HostCtl::Network::AddressType;
 using HostCtl::Network::IpAddress;
-using HostCtl::Network::Ipv4Address;
 
 IpAddress ip(const char* text) {
   return HostCtl::Network::parseIpAddress(text).value();

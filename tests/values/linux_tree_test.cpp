@@ -141,6 +141,8 @@ TEST_F(LinuxTree, NamesAndResolver) {
   EXPECT_EQ(toString(driver.ReadDns().nameServers.at(1)), "10.0.0.2");
   Write("/proc/sys/kernel/hostname", "running\n");
   EXPECT_EQ(driver.ReadDns().hostname, "running");
+  Write("/proc/sys/net/ipv6/conf/all/disable_ipv6", "0\n");
+  EXPECT_TRUE(driver.ReadIpv6Enabled());
 }
 
 TEST_F(LinuxTree, SettingsAndKeyboard) {
