@@ -5,10 +5,10 @@
 #include "linux/kernel_nics.h"
 #include "linux/keyboard_layouts.h"
 #include "linux/network_file.h"
+#include "linux/os_version.h"
 #include "linux/pnics.h"
 #include "linux/processors.h"
 #include "linux/resolver.h"
-#include "linux/os_version.h"
 
 namespace HostLinux {
 

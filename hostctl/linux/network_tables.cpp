@@ -116,7 +116,7 @@ int takeRoute(const nlmsghdr* message, void* into) {
                      addressOf(header->rtm_family, attributes[RTA_GATEWAY]),
                      numberOf(attributes[RTA_PRIORITY], 0)};
   if (attributes[RTA_MULTIPATH]) takeNextHop(attributes[RTA_MULTIPATH], header->rtm_family, route);
-  static_cast<NetworkTables*>(into)->defaultRoutes.push_back(std::move(route));
+  static_cast<NetworkTables*>(into)->defaultRoutes.push_back(route);
   return MNL_CB_OK;
 }
 

@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <fstream>
+#include <set>
+#include <sstream>
+
+#include "linux/driver.h"
+#include "tests/host/linux_namespace.h"
+
+namespace HostLinux {
+namespace {
+
+using HostCtl::Network::ConnecteeType;
+using HostSeam::KernelNic;
+
+KernelNic nic(LinuxDriver& driver, const std::string& name) {
+  for (auto& one : driver.ReadKernelNics())
+    if (one.name == name) return one;
+  return {};
+}
+
+// "fd00::1=static fe80::1=other", in the kernel's order turned to the alphabet's.
+std::string ipv6(const KernelNic& from) {
+  const char* kNames[] = {"other", "static", "dhcp", "autoconf"};
+  std::set<std::string> found;
+  for (const auto& network : from.running.GetIpv6Networks())
+    if (!network.address.IsLinkLocal())
+      found.insert(network.address.GetStringAddress() + "/" + std::to_string(network.prefix) + "=" +
+                   kNames[static_cast<int>(network.type)]);
+  std::string text;
+  for (const auto& one : found) text += one + " ";
+  return text;
+}
+
+std::string ipv4(const KernelNic& from) {
+  const auto& config = from.running;
+  if (config.GetIpv4UseNone()) return "none";
+  return config.GetIpv4Address().GetStringAddress() + " " +
+         config.GetIpv4Netmask().GetStringAddress() + " " +
+         config.GetIpv4Gateway().GetStringAddress() +
+         (config.GetIpv4UseDhcp() ? " dhcp" : " static");
+}
+
+bool moduleIsLoaded() {
+  std::stringstream maps;
+  maps << std::ifstream("/proc/self/maps").rdbuf();
+  return maps.str().find("kiva-networkd.so") != std::string::npos;
+}
+
+TEST(LinuxNetlink, TablesOfARealKernel) {
+  inNamespaces([] {
+    ASSERT_TRUE(shell(R"(
+      ip link set lo up
+      ip link add tarn0 type veth peer name peer0
+      ip link set tarn0 up; ip link set peer0 up
+      ip addr add 10.1.0.5/20 dev tarn0
+      ip addr add 10.2.0.5/24 dev peer0 valid_lft 600 preferred_lft 600
+      ip -6 addr add fd00::5/64 dev tarn0 nodad
+      ip -6 addr add fd00::6/128 dev tarn0 nodad valid_lft 600 preferred_lft 600
+      ip -6 addr add fd00::7/64 dev tarn0 nodad valid_lft 600 preferred_lft 600
+      ip route add default via 10.1.0.1 metric 200
+      ip route add default via 10.2.0.1 metric 100
+      ip route add default via 10.2.0.9 metric 10 table 77
+      ip -6 route add default nexthop via fd00::1 dev tarn0 nexthop via fd00::2 dev tarn0)"));
+    LinuxDriver driver;
+    EXPECT_EQ(nic(driver, "lo").name, "");
+    const KernelNic ours = nic(driver, "tarn0"), peer = nic(driver, "peer0");
+    EXPECT_TRUE(ours.setUpByKiva);
+    EXPECT_FALSE(ours.carriesDefaultRoute);
+    EXPECT_TRUE(peer.carriesDefaultRoute);
+    EXPECT_EQ(ipv4(ours), "10.1.0.5 255.255.240.0 10.1.0.1 static");
+    EXPECT_EQ(ipv4(peer), "10.2.0.5 255.255.255.0 10.2.0.1 dhcp");
+    EXPECT_EQ(ipv6(ours), "fd00::5/64=static fd00::6/128=dhcp fd00::7/64=autoconf ");
+    EXPECT_EQ(ours.connection.type, ConnecteeType::StandardPortGroup);
+    EXPECT_EQ(driver.ReadRouting().ipv4Gateway.GetStringAddress(), "10.2.0.1");
+    EXPECT_EQ(driver.ReadRouting().ipv6Gateway.GetStringAddress(), "fd00::1");
+  });
+}
+
+TEST(LinuxNetlink, ManyInterfacesArriveWhole) {
+  inNamespaces([] {
+    ASSERT_TRUE(
+        shell("for i in $(seq 1 100); do echo link add a$i type veth peer name b$i; done |"
+              " ip -batch -"));
+    EXPECT_EQ(LinuxDriver().ReadKernelNics().size(), 200u);
+  });
+}
+
+// networkd gives up0 its addresses; dnsmasq serves them at the other end of the cable. Its IPv4
+// lease has no end, so that in the kernel it looks like a static address.
+class LinuxNetworkd : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (geteuid() != 0) GTEST_SKIP() << "networkd in namespaces needs root";
+    if (!installed("/lib/systemd/systemd-networkd dnsmasq dbus-daemon"))
+      GTEST_SKIP() << "systemd-networkd, dnsmasq or dbus-daemon is not installed";
+  }
+  static bool Tool(const std::string& step) {
+    return shell("exec sh " KIVA_SOURCE_DIR "/tests/host/linux_networkd.sh " + step);
+  }
+};
+
+TEST_F(LinuxNetworkd, SaysWhoGaveAnAddress) {
+  inNamespaces([] {
+    ASSERT_TRUE(Tool("start"));
+    const auto leased = [](LinuxDriver&& fresh) { return ipv4(nic(fresh, "up0")); };
+    ASSERT_TRUE(waitUntil([&] { return leased(LinuxDriver()) == "0.0.0.0 0.0.0.0 0.0.0.0 dhcp"; }));
+    ASSERT_TRUE(Tool("serve"));
+    ASSERT_TRUE(waitUntil([&] { return leased(LinuxDriver()).starts_with("10.9.0.50 "); }));
+    EXPECT_EQ(leased(LinuxDriver()), "10.9.0.50 255.255.255.0 10.9.0.1 static");
+    EXPECT_FALSE(moduleIsLoaded());
+    LinuxDriver driver;
+    EXPECT_TRUE(waitUntil([&] {
+      return ipv4(nic(driver, "up0")) == "10.9.0.50 255.255.255.0 10.9.0.1 dhcp" &&
+             ipv6(nic(driver, "up0")) ==
+                 "fd00:9::50/128=dhcp fd00:9::7/64=static fd00:9::ff:fe00:9/64=autoconf ";
+    })) << ipv4(nic(driver, "up0"))
+        << ", " << ipv6(nic(driver, "up0"));
+    EXPECT_TRUE(moduleIsLoaded());
+
+    // A bus daemon that hangs keeps nobody waiting, and the kernel's own facts stay.
+    ASSERT_TRUE(Tool("hang"));
+    using Clock = NetworkdReporter::Clock;
+    NetworkdReporter reporter;
+    EXPECT_TRUE(reporter.Read(Files(), {}).empty());
+    const auto before = Clock::now();
+    EXPECT_TRUE(reporter.Read(Files(), Clock::time_point(std::chrono::hours(1))).empty());
+    const auto waited = Clock::now() - before;
+    EXPECT_GE(waited, std::chrono::milliseconds(240));
+    EXPECT_LT(waited, std::chrono::seconds(1));
+    EXPECT_EQ(leased(LinuxDriver()), "10.9.0.50 255.255.255.0 10.9.0.1 static");
+  });
+}
+
+}  // namespace
+}  // namespace HostLinux
