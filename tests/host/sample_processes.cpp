@@ -8,11 +8,15 @@
 #include "hostctl/lib/exception.h"
 #include "sample/journal.h"
 #include "sample/store.h"
-#include "tests/support/sample_copy.h"
+#include "tests/support/host_file.h"
 
 namespace {
 
-using TestSupport::SampleCopy;
+using TestSupport::DemoHost;
+using TestSupport::hostFile;
+using TestSupport::hostText;
+using TestSupport::setIn;
+using TestSupport::writeHostText;
 
 /// Runs `work` in `count` processes at once; returns how many ended well.
 template <typename Work>
@@ -48,10 +52,10 @@ Ended ended(const std::string& program, const std::string& arguments) {
 TEST(SampleProcesses, WritersLoseNothingAndReadersSeeWholeStates) {
   constexpr int kWriters = 6;
   constexpr int kRounds = 20;
-  const SampleCopy host;
-  host.Set("/count", 0);
+  DemoHost host;
+  setIn(host, "/count", 0);
   const auto write = [&](int) {
-    HostSample::Store store(host.HostFile());
+    HostSample::Store store(hostFile(host));
     for (int round = 0; round < kRounds; ++round)
       store.Change([](HostSample::Json& json) {
         json["count"] = json["count"].get<int>() + 1;
@@ -60,18 +64,18 @@ TEST(SampleProcesses, WritersLoseNothingAndReadersSeeWholeStates) {
     return true;
   };
   const auto read = [&](int) {
-    HostSample::Store store(host.HostFile());
+    HostSample::Store store(hostFile(host));
     for (int round = 0; round < 20 * kRounds; ++round)
       if (store.State().accounts.size() != 5) return false;
     return true;
   };
   EXPECT_EQ(inProcesses(kWriters + 2, [&](int i) { return i < kWriters ? write(i) : read(i); }),
             kWriters + 2);
-  EXPECT_EQ(host.Host()["count"], kWriters * kRounds);
+  EXPECT_EQ(host.State()["count"], kWriters * kRounds);
 }
 
 TEST(SampleProcesses, JournalLinesStayWhole) {
-  const SampleCopy host;
+  DemoHost host;
   const std::string text(5000, 'x');
   EXPECT_EQ(inProcesses(4,
                         [&](int) {
@@ -84,7 +88,7 @@ TEST(SampleProcesses, JournalLinesStayWhole) {
 }
 
 TEST(SampleProcesses, TheToolIsFedByItsVectorAlone) {
-  const SampleCopy host;
+  DemoHost host;
   const std::string call = "--host '" + host.Directory().string() + "' ";
   const Ended good = ended("kiva-demo-tools",
                            call + "/bin/hmx-cmd hmx-cmd -U kiva hmxsvc/auth/lockdown_is_possible");
@@ -98,8 +102,8 @@ TEST(SampleProcesses, TheToolIsFedByItsVectorAlone) {
 }
 
 TEST(SampleProcesses, TheDemoRefusesInOneLineBeforeItTouchesTheTerminal) {
-  const SampleCopy host;
-  host.Write("{}");
+  DemoHost host;
+  writeHostText(host, "{}");
   const std::string home = host.Directory();
   const std::pair<std::string, std::string> cases[] = {
       {"--hots x", "unknown option --hots"},
@@ -113,7 +117,7 @@ TEST(SampleProcesses, TheDemoRefusesInOneLineBeforeItTouchesTheTerminal) {
     EXPECT_EQ(demo.output, "kiva-demo: " + line + "\n");
     EXPECT_EQ(demo.status, 2);
   }
-  EXPECT_EQ(SampleCopy::TextOf(host.HostFile()), "{}");
+  EXPECT_EQ(hostText(host), "{}");
   const Ended help = ended("kiva-demo", "--help");
   EXPECT_EQ(help.status, 0);
   EXPECT_NE(help.output.find("--host DIR"), std::string::npos);

@@ -10,18 +10,19 @@
 #include "tarnctl/auth/smart_card_info_impl.h"
 #include "tarnctl/network/network_info_impl.h"
 #include "tarnctl/system/system_info_impl.h"
-#include "tests/support/sample_copy.h"
+#include "tests/support/host_file.h"
 
 namespace {
 
 using HostCtl::Lib::HostCtlException;
 using HostCtl::Lib::platform;
-using TestSupport::SampleCopy;
+using TestSupport::DemoHost;
+using TestSupport::setIn;
 
 class SampleHost : public testing::Test {
  protected:
   SampleHost() { HostSample::useSampleHost(host.Directory()); }
-  SampleCopy host;
+  DemoHost host;
 };
 
 TEST_F(SampleHost, ShowsTheBuiltInSampleThroughTheLibrary) {
@@ -68,7 +69,7 @@ TEST_F(SampleHost, HasAManagementInterfaceWithEveryKindOfAddress) {
 }
 
 TEST_F(SampleHost, RehearsesFaultsByOperation) {
-  host.Set("/faults/GetPnics", "the adapters do not answer");
+  setIn(host, "/faults/GetPnics", "the adapters do not answer");
   TarnCtl::Network::NetworkInfoImpl network;
   EXPECT_NO_THROW(network.UpdateManagementInterface());
   try {
@@ -121,14 +122,13 @@ TEST_F(SampleHost, KeepsFilesAndChildrenToItself) {
   EXPECT_EQ(child, expected);
 
   EXPECT_EQ(platform().EventInit(), 0);
-  host.Set("/eventLibraryStatus", -3);
+  setIn(host, "/eventLibraryStatus", -3);
   EXPECT_EQ(platform().EventInit(), -3);
 }
 
 TEST_F(SampleHost, LeavesAPamDirectoryOfItsOwnerAlone) {
   const auto service = host.Directory() / "pam.d/kiva";
-  EXPECT_NE(SampleCopy::TextOf(service), "");
-  std::filesystem::remove(service);
+  EXPECT_TRUE(std::filesystem::remove(service));
   HostSample::useSampleHost(host.Directory());
   EXPECT_FALSE(std::filesystem::exists(service));
 }

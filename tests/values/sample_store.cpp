@@ -6,18 +6,22 @@
 #include "hostctl/lib/exception.h"
 #include "sample/changes.h"
 #include "sample/sample_host.h"
-#include "tests/support/sample_copy.h"
+#include "tests/support/host_file.h"
 
 namespace {
 
 using HostCtl::Lib::HostCtlException;
 using HostSample::SampleHostError;
 using HostSample::Store;
-using TestSupport::SampleCopy;
+using TestSupport::DemoHost;
+using TestSupport::hostFile;
+using TestSupport::hostText;
+using TestSupport::setIn;
+using TestSupport::writeHostText;
 
-std::string troubleOf(const SampleCopy& host) {
+std::string troubleOf(const DemoHost& host) {
   try {
-    Store store(host.HostFile());
+    Store store(hostFile(host));
     return "usable";
   } catch (const SampleHostError& error) {
     return error.what();
@@ -57,11 +61,11 @@ TEST(SampleStore, NamesTheKeyThatIsWrongAndLeavesTheFile) {
       {"/faults", "[]", "faults is not an object"},
   };
   for (const auto& one : cases) {
-    const SampleCopy host;
-    host.Set(one.pointer, SampleCopy::Json::parse(one.value));
-    const std::string before = SampleCopy::TextOf(host.HostFile());
-    EXPECT_EQ(troubleOf(host), host.HostFile().string() + ": " + one.trouble);
-    EXPECT_EQ(SampleCopy::TextOf(host.HostFile()), before);
+    DemoHost host;
+    setIn(host, one.pointer, nlohmann::json::parse(one.value));
+    const std::string before = hostText(host);
+    EXPECT_EQ(troubleOf(host), hostFile(host).string() + ": " + one.trouble);
+    EXPECT_EQ(hostText(host), before);
   }
 }
 
@@ -75,78 +79,78 @@ TEST(SampleStore, RefusesWhatIsNoJson) {
       {"{\"version\": \"\xff\"}", ": line 1 is not JSON"},
   };
   for (const auto& [text, trouble] : cases) {
-    const SampleCopy host;
-    host.Write(text);
-    EXPECT_EQ(troubleOf(host), host.HostFile().string() + trouble);
+    DemoHost host;
+    writeHostText(host, text);
+    EXPECT_EQ(troubleOf(host), hostFile(host).string() + trouble);
   }
-  const SampleCopy host;
-  std::filesystem::remove(host.HostFile());
-  EXPECT_EQ(troubleOf(host), host.HostFile().string() + ": No such file or directory");
+  DemoHost host;
+  std::filesystem::remove(hostFile(host));
+  EXPECT_EQ(troubleOf(host), hostFile(host).string() + ": No such file or directory");
 }
 
 TEST(SampleStore, LeavesOptionalKeysOut) {
-  const SampleCopy host;
-  auto json = host.Host();
+  DemoHost host;
+  auto json = host.State();
   for (const char* key : {"faults", "tools", "eventLibraryStatus", "systemAlert"}) json.erase(key);
-  host.Write(json.dump());
+  writeHostText(host, json.dump());
   EXPECT_EQ(troubleOf(host), "usable");
 }
 
 TEST(SampleStore, FollowsTheFileAndOutlivesABadEdit) {
-  const SampleCopy host;
-  const std::string good = SampleCopy::TextOf(host.HostFile());
-  Store store(host.HostFile());
-  host.Set("/bootOption", 1);
+  DemoHost host;
+  const std::string good = hostText(host);
+  Store store(hostFile(host));
+  setIn(host, "/bootOption", 1);
   EXPECT_EQ(store.State().bootOption, 1);
 
-  host.Write("{");
+  writeHostText(host, "{");
   for (int i = 0; i < 2; ++i) EXPECT_THROW(store.State(), HostCtlException);
   EXPECT_EQ(store.LastGoodState().bootOption, 1);
   EXPECT_THROW(raiseAlert(store, "x"), HostCtlException);
-  EXPECT_EQ(SampleCopy::TextOf(host.HostFile()), "{");
+  EXPECT_EQ(hostText(host), "{");
 
-  std::filesystem::remove(host.HostFile());
+  std::filesystem::remove(hostFile(host));
   EXPECT_THROW(store.State(), HostCtlException);
-  host.Write(good);
+  writeHostText(host, good);
   EXPECT_EQ(store.State().bootOption, 0);
 }
 
 TEST(SampleStore, KeepsWhatItDoesNotKnowAndTheFilesMode) {
-  const SampleCopy host;
-  host.Set("/ourNotes", {{"z", 1}, {"a", 2}});
-  std::filesystem::permissions(host.HostFile(), std::filesystem::perms(0600));
-  auto expected = host.Host();
-  Store store(host.HostFile());
+  DemoHost host;
+  auto expected = nlohmann::ordered_json::parse(hostText(host));
+  expected["ourNotes"] = {{"z", 1}, {"a", 2}};
+  writeHostText(host, expected.dump());
+  std::filesystem::permissions(hostFile(host), std::filesystem::perms(0600));
+  Store store(hostFile(host));
   HostSample::changePassword(store, "expired", "a-new-one");
   for (auto& account : expected["accounts"])
     if (account["name"] == "expired")
       account.update({{"password", "a-new-one"}, {"expired", false}});
-  EXPECT_EQ(host.Host(), expected);
-  EXPECT_EQ(host.Host().dump(), expected.dump()) << "the order of keys";
-  EXPECT_EQ(std::filesystem::status(host.HostFile()).permissions(), std::filesystem::perms(0600));
+  EXPECT_EQ(hostText(host), expected.dump(2) + "\n");
+  EXPECT_EQ(std::filesystem::status(hostFile(host)).permissions(), std::filesystem::perms(0600));
 }
 
 TEST(SampleStore, NeverWritesWhatItCouldNotReadBack) {
-  const SampleCopy host;
-  const std::string before = SampleCopy::TextOf(host.HostFile());
-  Store store(host.HostFile());
+  DemoHost host;
+  const std::string before = hostText(host);
+  Store store(hostFile(host));
   EXPECT_THROW(store.Change([](HostSample::Json& json) { return json.erase("memory") > 0; }),
                HostCtlException);
   EXPECT_THROW(HostSample::changePassword(store, "root", "\xff\xfe"), HostCtlException);
   EXPECT_THROW(HostSample::changePassword(store, "nobody", "x"), HostCtlException);
-  EXPECT_EQ(SampleCopy::TextOf(host.HostFile()), before);
+  EXPECT_EQ(hostText(host), before);
 }
 
 TEST(SampleStore, ACardsPinCountsWhileTheCardIsThere) {
-  const SampleCopy host;
-  Store store(host.HostFile());
+  DemoHost host;
+  Store store(hostFile(host));
   const auto accepts = [&](const char* secret) {
     const auto& state = store.State();
     return acceptsSecret(state, *findAccount(state, "carla"), secret);
   };
   EXPECT_TRUE(accepts("card-holder"));
   EXPECT_FALSE(accepts("4711"));
-  host.Set("/smartCardSlots/0/token", {{"label", "Carla's card"}, {"userId", "carla"}});
+  setIn(host, "/smartCardSlots/0/token", {{"label", "Carla's card"}, {"userId", "carla"}});
   EXPECT_TRUE(accepts("4711"));
   EXPECT_FALSE(accepts(""));
 }

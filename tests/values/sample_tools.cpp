@@ -3,13 +3,15 @@
 
 #include "hosttools/tool.h"
 #include "sample/sample_tool_host.h"
-#include "tests/support/sample_copy.h"
+#include "tests/support/host_file.h"
 
 namespace {
 
 using HostSeam::ToolAnswer;
-using TestSupport::SampleCopy;
-using Json = SampleCopy::Json;
+using TestSupport::DemoHost;
+using TestSupport::hostText;
+using TestSupport::setIn;
+using Json = nlohmann::json;
 using Words = std::vector<std::string>;
 
 constexpr const char* kHmx = "/bin/hmx-cmd";
@@ -21,7 +23,7 @@ constexpr const char* kVersionLine =
     "split($0, kv, \"=\"); split(kv[2], ver, \".\"); print ver[1] }'`; (exit $((v < 3)))";
 
 /// Runs a tool on `host` with the words after its name.
-ToolAnswer run(const SampleCopy& host, const std::string& path, Words words) {
+ToolAnswer run(const DemoHost& host, const std::string& path, Words words) {
   HostSample::SampleToolHost toolHost(host.Directory());
   words.insert(words.begin(), "name");
   return HostTools::runTool(toolHost, path, words);
@@ -82,8 +84,8 @@ TEST(SampleTools, Answer) {
       {"hmx-cmd", {}, {127, "", "hmx-cmd: no such tool\n"}},
       {kCli, {"system", "shutdown"}, {1, "halocli: unknown command\n", ""}},
   };
-  const SampleCopy host;
-  const std::string before = SampleCopy::TextOf(host.HostFile());
+  DemoHost host;
+  const std::string before = hostText(host);
   for (const auto& one : cases) {
     const ToolAnswer answer = run(host, one.path, one.words);
     const std::string called = one.path + (" " + testing::PrintToString(one.words));
@@ -91,11 +93,11 @@ TEST(SampleTools, Answer) {
     EXPECT_EQ(answer.output, one.answer.output) << called;
     EXPECT_EQ(answer.error, one.answer.error) << called;
   }
-  EXPECT_EQ(SampleCopy::TextOf(host.HostFile()), before) << "none of these changes the host";
+  EXPECT_EQ(hostText(host), before) << "none of these changes the host";
 }
 
 TEST(SampleTools, EachExplainsItself) {
-  const SampleCopy host;
+  DemoHost host;
   for (const HostTools::Tool& tool : HostTools::allTools()) {
     const std::string path(tool.paths.substr(0, tool.paths.find(' ')));
     EXPECT_EQ(run(host, path, {"--help"}), (ToolAnswer{0, std::string(tool.help), ""}));
@@ -134,21 +136,21 @@ TEST(SampleTools, HalocliChangesTheSwitches) {
       {{"add", "-x", "y"}, 1, "halocli: unknown argument -x\n"},
       {{"add", "-v", "a", "-v", "b"}, 1, "halocli: -v given twice\n"},
   };
-  const SampleCopy host;
+  DemoHost host;
   for (const auto& step : steps) {
     Words words = standard;
     words.insert(words.end(), step.words.begin(), step.words.end());
     EXPECT_EQ(run(host, kCli, words), (ToolAnswer{step.status, step.output, ""}))
         << testing::PrintToString(step.words);
   }
-  const Json switches = host.Host()["network"]["switches"];
+  const Json switches = host.State()["network"]["switches"];
   EXPECT_EQ(switches[1]["uplinks"], Json::array());
   EXPECT_EQ(switches[2], Json::parse(R"({"name": "vSwitch2", "uplinks": ["pnic2"],
                                          "portGroups": [{"name": "Lab net", "vlanId": 0}]})"));
 }
 
 TEST(SampleTools, TheShellKnowsTheAgentsLines) {
-  const SampleCopy host;
+  DemoHost host;
   const auto status = [&](const char* line) { return run(host, "/bin/sh", {"-c", line}).status; };
   const std::string script = "/etc/init.d/ovl-opsagent ";
   const std::pair<const char*, int> steps[] = {{"status", 3}, {"stop", 1},   {"start", 0},
@@ -157,21 +159,21 @@ TEST(SampleTools, TheShellKnowsTheAgentsLines) {
   for (const auto& [action, expected] : steps)
     EXPECT_EQ(status((script + action).c_str()), expected) << action;
   EXPECT_EQ(run(host, kOvl, {"-m", "-p", "vSwitch1", "-I", "tarn0"}), ToolAnswer{});
-  EXPECT_EQ(host.Host()["network"]["kernelNics"][0]["connection"]["switch"], "vSwitch1");
+  EXPECT_EQ(host.State()["network"]["kernelNics"][0]["connection"]["switch"], "vSwitch1");
 
-  host.Set("/packages/ovl-opsagent", "2.9");
+  setIn(host, "/packages/ovl-opsagent", "2.9");
   EXPECT_EQ(status(kVersionLine), 1);
-  host.Set("/packages", Json::object());
+  setIn(host, "/packages", Json::object());
   EXPECT_EQ(status(kVersionLine), 1);
-  host.Set("/services", Json::object());
+  setIn(host, "/services", Json::object());
   EXPECT_EQ(status((script + "status").c_str()), 127);
 }
 
 TEST(SampleTools, StopMachines) {
-  const SampleCopy host;
+  DemoHost host;
   const auto running = [&] {
     Words names;
-    const Json machines = host.Host()["machines"];
+    const Json machines = host.State()["machines"];
     for (const Json& machine : machines)
       if (machine["running"] == true) names.push_back(machine["name"]);
     return names;
@@ -183,9 +185,10 @@ TEST(SampleTools, StopMachines) {
 }
 
 TEST(SampleTools, GiveARehearsedAnswer) {
-  const SampleCopy host;
-  host.Set("/tools", {{"/bin/hmx-cmd", {{"status", 7}, {"stdout", "true"}}},
-                      {"/sbin/reboot", {{"status", 255}, {"stderr", "not now\n"}}}});
+  DemoHost host;
+  setIn(host, "/tools",
+        {{"/bin/hmx-cmd", {{"status", 7}, {"stdout", "true"}}},
+         {"/sbin/reboot", {{"status", 255}, {"stderr", "not now\n"}}}});
   EXPECT_EQ(run(host, kHmx, {"whatever"}), (ToolAnswer{7, "true", ""}));
   EXPECT_EQ(run(host, "/sbin/reboot", {}), (ToolAnswer{255, "", "not now\n"}));
 }
