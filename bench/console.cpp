@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 // What the console costs beside a bare curses program: start, keys, idling and memory. It prints
 // figures and targets and judges nothing, because a time depends on the machine and its other work.
-#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <exception>
 #include <map>
+#include <memory>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -38,13 +39,24 @@ struct Measurements {
   Samples paintTime, paintBytes, keyTime, keyBytes;
 };
 
-Launch launchOf(Program program, const TestSupport::DemoHost& host, const std::string& term) {
-  Launch launch = program == Program::Demo ? host.Demo() : Launch{};
-  if (program == Program::Bare) launch.arguments = {KIVA_BINARY_DIR "/bench_bare"};
-  if (program == Program::Kiva) launch.arguments = {KIVA_BINARY_DIR "/kiva"};
-  launch.term = term;
-  return launch;
-}
+/// A run of a program, with the host that it runs on where it needs one.
+struct Started {
+  Started(Program program, const std::string& term)
+      : host(program == Program::Demo ? std::make_unique<TestSupport::DemoHost>() : nullptr),
+        run(LaunchOf(program, term)) {}
+
+  std::unique_ptr<TestSupport::DemoHost> host;
+  MeasuredRun run;
+
+ private:
+  Launch LaunchOf(Program program, const std::string& term) const {
+    Launch launch = host ? host->Demo() : Launch{};
+    if (program == Program::Bare) launch.arguments = {KIVA_BINARY_DIR "/bench_bare"};
+    if (program == Program::Kiva) launch.arguments = {KIVA_BINARY_DIR "/kiva"};
+    launch.term = term;
+    return launch;
+  }
+};
 
 /// Brings a run to where Down moves a highlight: the bare program is there, kiva-demo is in its
 /// menu, and kiva, for which nobody has a password here, in its login dialog.
@@ -60,8 +72,8 @@ void goToList(Program program, MeasuredRun& run) {
 }
 
 void measureOnce(Program program, const std::string& term, Measurements& to) {
-  const TestSupport::DemoHost host;
-  MeasuredRun run(launchOf(program, host, term));
+  Started started(program, term);
+  MeasuredRun& run = started.run;
   to.paintTime[program].push_back(run.FirstPaint().milliseconds);
   to.paintBytes[program].push_back(static_cast<double>(run.FirstPaint().bytes));
   goToList(program, run);
@@ -78,19 +90,16 @@ void printSamples(const std::string& what, Samples& samples, const std::string& 
             median(samples[Program::Kiva]), target});
 }
 
-/// Runs `work` for a program; what keeps it from being measured is said once for each cause.
+/// Runs `work` for a program; what keeps it from being measured is said once.
 template <typename Work>
 void guarded(Program program, Work work) {
-  static std::vector<std::string> told;
+  static std::set<Program> told;
   constexpr const char* kNames[] = {"bare", "kiva-demo", "kiva"};
   try {
     work();
   } catch (const std::exception& error) {
-    const std::string line =
-        std::string(kNames[static_cast<int>(program)]) + ": " + error.what() + "\n";
-    if (std::find(told.begin(), told.end(), line) != told.end()) return;
-    told.push_back(line);
-    std::fputs(line.c_str(), stdout);
+    if (!told.insert(program).second) return;
+    std::printf("%s: %s\n", kNames[static_cast<int>(program)], error.what());
   }
 }
 
@@ -113,8 +122,8 @@ struct IdleCost {
 };
 
 void measureIdle(Program program, bool inList, IdleCost& to) {
-  const TestSupport::DemoHost host;
-  MeasuredRun run(launchOf(program, host, "xterm-256color"));
+  Started started(program, "xterm-256color");
+  MeasuredRun& run = started.run;
   if (inList) goToList(program, run);
   const long before = switchesOf(run.Pid());
   to.bytes[program] = {static_cast<double>(run.BytesWithin(kIdleTime))};

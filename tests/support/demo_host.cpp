@@ -1,23 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/demo_host.h"
 
-#include <cerrno>
-#include <cstdlib>
 #include <fstream>
-#include <system_error>
+#include <utility>
 
 namespace TestSupport {
 namespace {
 
 namespace fs = std::filesystem;
-
-fs::path temporaryFolder() {
-  std::string path = (fs::temp_directory_path() / "kiva-test-XXXXXX").string();
-  if (mkdtemp(path.data()) == nullptr) {
-    throw std::system_error(errno, std::generic_category(), path);
-  }
-  return path;
-}
 
 fs::path builtInSample() {
   return fs::path(KIVA_BINARY_DIR).parent_path() / "share/kiva-demo/sample";
@@ -32,31 +22,26 @@ std::string replaceAll(std::string text, const std::string& from, std::string_vi
 
 }  // namespace
 
-DemoHost::DemoHost(const nlohmann::json& changes) : directory_(temporaryFolder()) {
-  fs::copy(builtInSample(), directory_,
+DemoHost::DemoHost(const nlohmann::json& changes) {
+  fs::copy(builtInSample(), Directory(),
            fs::copy_options::recursive | fs::copy_options::overwrite_existing |
                fs::copy_options::copy_symlinks);
   if (!changes.empty()) Change(changes);
 }
 
-DemoHost::~DemoHost() {
-  std::error_code ignored;
-  fs::remove_all(directory_, ignored);
-}
-
 fs::path DemoHost::Root(std::string_view absolutePath) const {
-  return directory_ / "root" / fs::path(absolutePath).relative_path();
+  return Directory() / "root" / fs::path(absolutePath).relative_path();
 }
 
 Launch DemoHost::Demo(const std::vector<std::string>& arguments) const {
   Launch launch{
-      {(fs::path(KIVA_BINARY_DIR) / "kiva-demo").string(), "--host", directory_.string()}};
+      {(fs::path(KIVA_BINARY_DIR) / "kiva-demo").string(), "--host", Directory().string()}};
   launch.arguments.insert(launch.arguments.end(), arguments.begin(), arguments.end());
   return launch;
 }
 
 nlohmann::json DemoHost::State() const {
-  std::ifstream file(directory_ / "host.json");
+  std::ifstream file(Directory() / "host.json");
   return nlohmann::json::parse(file);
 }
 
@@ -67,16 +52,16 @@ void DemoHost::Change(const nlohmann::json& changes) {
   } else {
     state.merge_patch(changes);
   }
-  const fs::path beside = directory_ / "host.json.changed";
+  const fs::path beside = Directory() / "host.json.changed";
   std::ofstream(beside) << state.dump(2) << "\n";
-  fs::rename(beside, directory_ / "host.json");
+  fs::rename(beside, Directory() / "host.json");
 }
 
 std::vector<std::string> DemoHost::Journal() const {
   std::vector<std::string> lines;
-  std::ifstream file(directory_ / "journal");
+  std::ifstream file(Directory() / "journal");
   for (std::string line; std::getline(file, line);) {
-    lines.push_back(replaceAll(std::move(line), directory_.string(), "HOST"));
+    lines.push_back(replaceAll(std::move(line), Directory().string(), "HOST"));
   }
   return lines;
 }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "tests/support/child.h"
+#include "tests/support/temporary_folder.h"
 
 namespace TestSupport {
 
@@ -17,11 +18,8 @@ class DemoHost {
  public:
   /// `changes` as for Change.
   explicit DemoHost(const nlohmann::json& changes = nlohmann::json::object());
-  ~DemoHost();
-  DemoHost(const DemoHost&) = delete;
-  DemoHost& operator=(const DemoHost&) = delete;
 
-  const std::filesystem::path& Directory() const { return directory_; }
+  const std::filesystem::path& Directory() const { return folder_.Path(); }
   /// The file that the program sees at an absolute path.
   std::filesystem::path Root(std::string_view absolutePath) const;
   /// How to start kiva-demo on this host, with further arguments.
@@ -39,7 +37,7 @@ class DemoHost {
   std::vector<std::string> Journal(std::string_view kind) const;
 
  private:
-  std::filesystem::path directory_;
+  TemporaryFolder folder_;
 };
 
 }  // namespace TestSupport

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "hostseam/driver.h"
+#include "tests/support/temporary_folder.h"
 
 namespace TestSupport {
 
@@ -88,19 +89,6 @@ class OnRecordingHost : public testing::Test {
   OnRecordingHost();
   RecordingPlatform* platform;
   ValueDriver* driver;
-};
-
-/// A folder of its own, gone at the end.
-class TemporaryFolder {
- public:
-  TemporaryFolder();
-  TemporaryFolder(const TemporaryFolder&) = delete;
-  ~TemporaryFolder();
-  const std::filesystem::path& Path() const { return path_; }
-  void Write(const std::string& name, const std::string& text) const;
-
- private:
-  std::filesystem::path path_;
 };
 
 }  // namespace TestSupport
