@@ -29,11 +29,11 @@ ToolAnswer checkOvlAgentVersion(ToolHost& host) {
 
 ToolAnswer ovlcfgVswitch(ToolHost& host, Arguments arguments) {
   if (arguments.empty() || arguments[0] != "-m")
-    return {1, "", "ovlcfg-vswitch: expected -m -p SWITCH -I INTERFACE\n"};
+    return {1, "", "ovlcfg-vswitch: expected -m -p INTERFACE -I SWITCH\n"};
   const auto values = readOptions(arguments.subspan(1), std::array{"-p", "-I"});
   if (host.GetServiceState(kOvlAgent) != ServiceState::Running)
     return {1, "", "ovlcfg-vswitch: ovl-opsagent is not running\n"};
-  host.MoveKernelNic(values.at("-I"), values.at("-p"));
+  host.MoveKernelNic(values.at("-p"), values.at("-I"));
   return {};
 }
 

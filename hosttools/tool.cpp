@@ -32,7 +32,7 @@ constexpr std::array<Tool, 7> kTools = {{
      "them.\n",
      powerOffVms},
     {"/usr/lib64/corvo/ovl-opsagent/bin/ovlcfg-vswitch",
-     "ovlcfg-vswitch -m -p SWITCH -I INTERFACE: moves a kernel interface to a switch.\n",
+     "ovlcfg-vswitch -m -p INTERFACE -I SWITCH: moves a kernel interface to a switch.\n",
      ovlcfgVswitch},
     {"/bin/sh",
      "sh -c LINE: runs one of the lines that the console uses; any other is status 127.\n", shell},

@@ -9,10 +9,12 @@
 #include <cstring>
 #include <filesystem>
 
-#include "linux/descriptor.h"
+#include "hostctl/lib/descriptor.h"
 #include "linux/text.h"
 
 namespace HostLinux {
+
+using HostCtl::Lib::Descriptor;
 
 namespace fs = std::filesystem;
 

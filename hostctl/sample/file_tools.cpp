@@ -12,6 +12,8 @@
 
 namespace HostSample {
 
+using HostCtl::Lib::Descriptor;
+
 namespace {
 
 constexpr mode_t kFileMode = 0644;
@@ -35,21 +37,15 @@ mode_t modeOf(const std::filesystem::path& path) {
 
 Descriptor openForWriting(const std::filesystem::path& path) {
   Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, kFileMode));
-  if (!file.IsOpen()) fail(path);
+  if (!file) fail(path);
   return file;
 }
 
 }  // namespace
 
-Descriptor::Descriptor(Descriptor&& other) noexcept : fd_(std::exchange(other.fd_, -1)) {}
-
-Descriptor::~Descriptor() {
-  if (IsOpen()) close(fd_);
-}
-
 FileLock::FileLock(const std::filesystem::path& path)
     : file_(open(path.c_str(), O_RDONLY | O_CREAT | O_CLOEXEC, kFileMode)) {
-  if (!file_.IsOpen()) fail(path);
+  if (!file_) fail(path);
   while (flock(file_.Get(), LOCK_EX) != 0)
     if (errno != EINTR) fail(path);
 }

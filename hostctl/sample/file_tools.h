@@ -5,21 +5,9 @@
 #include <string>
 #include <string_view>
 
+#include "hostctl/lib/descriptor.h"
+
 namespace HostSample {
-
-/// An open file, closed at the end of its life.
-class Descriptor {
- public:
-  explicit Descriptor(int fd) : fd_(fd) {}
-  Descriptor(Descriptor&& other) noexcept;
-  Descriptor& operator=(Descriptor&&) = delete;
-  ~Descriptor();
-  int Get() const { return fd_; }
-  bool IsOpen() const { return fd_ >= 0; }
-
- private:
-  int fd_;
-};
 
 /// Holds the lock kept in the file at `path` until the end of its life; waits for it as long as it
 /// takes. Like the functions below it throws std::system_error, whose text names the path.
@@ -28,11 +16,11 @@ class FileLock {
   explicit FileLock(const std::filesystem::path& path);
 
  private:
-  Descriptor file_;
+  HostCtl::Lib::Descriptor file_;
 };
 
 /// Everything that is left to read of an open file.
-std::string readAll(const Descriptor& file, const std::filesystem::path& path);
+std::string readAll(const HostCtl::Lib::Descriptor& file, const std::filesystem::path& path);
 
 /// Writes a file that nobody reads yet; nothing waits for the disk.
 void createFile(const std::filesystem::path& path, std::string_view content);

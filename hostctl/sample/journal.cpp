@@ -12,6 +12,8 @@
 
 namespace HostSample {
 
+using HostCtl::Lib::Descriptor;
+
 namespace {
 
 Descriptor openForAppending(const std::filesystem::path& file) {
@@ -21,7 +23,7 @@ Descriptor openForAppending(const std::filesystem::path& file) {
 }  // namespace
 
 Journal::Journal(std::filesystem::path file) : file_(std::move(file)) {
-  if (!openForAppending(file_).IsOpen())
+  if (!openForAppending(file_))
     throw std::system_error(errno, std::generic_category(), file_.string());
 }
 

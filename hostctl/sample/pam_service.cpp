@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "sample/pam_service.h"
 
+#include <fstream>
+
 #include "sample/file_tools.h"
 
 namespace HostSample {
 
 namespace {
+
+constexpr const char* kOwnComment = "# Logins of the sample host: the accounts of its host.json.\n";
 
 /// PAM reads a word in brackets as it is, blanks included.
 std::string bracketed(const std::string& word) {
@@ -17,11 +21,19 @@ std::string bracketed(const std::string& word) {
   return text + "]";
 }
 
+// A service that an operator of the sample has written stays; ours names folders that may have
+// moved.
+bool isOwn(const std::filesystem::path& service) {
+  std::string firstLine;
+  std::getline(std::ifstream(service), firstLine);
+  return firstLine + "\n" == kOwnComment;
+}
+
 }  // namespace
 
 std::string pamServiceText(const std::filesystem::path& module,
                            const std::filesystem::path& hostFile) {
-  std::string text = "# Logins of the sample host: the accounts of its host.json.\n";
+  std::string text = kOwnComment;
   for (const char* type : {"auth", "account", "password"})
     text.append(type).append(" required " + bracketed(module) + " " + bracketed(hostFile) + "\n");
   return text;
@@ -29,9 +41,11 @@ std::string pamServiceText(const std::filesystem::path& module,
 
 void ensurePamService(const std::filesystem::path& directory,
                       const std::filesystem::path& hostFile) {
-  if (!std::filesystem::create_directory(directory)) return;
+  const auto service = directory / "kiva";
+  const bool fresh = std::filesystem::create_directory(directory);
+  if (!fresh && !isOwn(service)) return;
   const auto module = programFolder().parent_path() / "lib/kiva/pam_kiva_sample.so";
-  createFile(directory / "kiva", pamServiceText(module, hostFile));
+  replaceFile(service, pamServiceText(module, hostFile));
 }
 
 }  // namespace HostSample

@@ -11,7 +11,8 @@ namespace HostSample {
 std::string pamServiceText(const std::filesystem::path& module,
                            const std::filesystem::path& hostFile);
 
-/// Makes `directory` with the service "kiva" unless it is there already.
+/// Makes `directory` with the service "kiva", or brings the one it made before up to date with
+/// where the module and the host lie now. A service that somebody else wrote there stays.
 void ensurePamService(const std::filesystem::path& directory,
                       const std::filesystem::path& hostFile);
 

@@ -16,6 +16,8 @@
 
 namespace HostSample {
 
+using HostCtl::Lib::Descriptor;
+
 namespace {
 
 using HostCtl::Lib::HostCtlException;
@@ -52,7 +54,7 @@ Store::Stamp Store::StampOf(const struct stat& status) {
 Store::Content Store::Read() const try {
   const Descriptor file(open(file_.c_str(), O_RDONLY | O_CLOEXEC));
   struct stat status {};
-  if (!file.IsOpen() || fstat(file.Get(), &status) != 0)
+  if (!file || fstat(file.Get(), &status) != 0)
     throw std::system_error(errno, std::generic_category(), file_.string());
   Json json = parse(readAll(file, file_));
   HostState state = readHostState(json);

@@ -9,7 +9,6 @@
 #include "core/log.h"
 #include "core/session.h"
 #include "core/terminal.h"
-#include "hostctl/lib/exception.h"
 #include "network/management_interface.h"
 #include "system/host_tools.h"
 #include "tarnctl/adv/advanced_option_impl.h"
@@ -36,11 +35,9 @@ constexpr const char* kLogOut =
     "{align:right}{color:white}<Esc>{/color}{color:light-grey} Log Out{/color}{/align}";
 
 bool managementInterfaceUsable() {
-  try {
-    return findManagementInterface() != nullptr;
-  } catch (const HostCtl::Lib::HostCtlException&) {
-    return false;
-  }
+  if (findManagementInterface()) return true;
+  logError("Could not get a suitable management interface");
+  return false;
 }
 
 bool bootedOverNetwork() {
@@ -104,7 +101,7 @@ const std::vector<GeneralWindow::Entry>& GeneralWindow::Entries() {
   return entries;
 }
 
-GeneralWindow::GeneralWindow(Window& owner)
+GeneralWindow::GeneralWindow(Frame& owner)
     : RootWindow(owner),
       lockdownEnabled_(HmxCmdGetBool(kLockdownIsEnabled)),
       lockdownSelectable_(lockdownEnabled_ || HmxCmdGetBool(kLockdownIsPossible)),
@@ -121,7 +118,6 @@ void GeneralWindow::AddEntries() {
                                               selectable ? Selectable::Yes : Selectable::No));
     entries_.push_back(&entry);
   }
-  Menu().FocusStart();
 }
 
 const GeneralWindow::Entry& GeneralWindow::Selected() {
@@ -136,6 +132,7 @@ bool GeneralWindow::ResetSelectable() {
 }
 
 int GeneralWindow::Foreground() {
+  Menu().FocusStart();
   Show();
   for (;;) {
     const int key = getKey(*this);
@@ -185,7 +182,6 @@ void GeneralWindow::OpenLog(int digit) {
 
 void GeneralWindow::EnterRestartNetwork() {
   if (managementInterfaceUsable()) return;
-  logError("Could not get a suitable management interface");
   showMessage(*this, TextId::kRestartManagementNetworkError,
               Text(TextId::kManagementNetworkInterfaceNotFound));
 }
@@ -200,14 +196,16 @@ void GeneralWindow::Repaint() {
 void GeneralWindow::RepaintRight() {
   const Entry& entry = Selected();
   SetRightTitle(Text(entry.title));
-  SetRightText(entry.text ? (this->*entry.text)() : Described(""));
+  SetRightText(entry.text ? (this->*entry.text)() : Description());
   SetRightFooter(std::string(entry.footer) + kLogOut);
 }
 
+std::string GeneralWindow::Description() {
+  return std::string("{color:light-grey}") + Text(Selected().description) + "{/color}";
+}
+
 std::string GeneralWindow::Described(const std::string& state) {
-  const std::string description =
-      std::string("{color:light-grey}") + Text(Selected().description) + "{/color}";
-  return state.empty() ? description : "{color:white}" + state + "{/color}\n\n" + description;
+  return "{color:white}" + state + "{/color}\n\n" + Description();
 }
 
 std::string GeneralWindow::PasswordText() {

@@ -13,7 +13,7 @@ namespace Kiva {
 /// state and description on the right. It changes nothing itself; Escape logs the operator out.
 class GeneralWindow : public RootWindow {
  public:
-  explicit GeneralWindow(Window& owner);
+  explicit GeneralWindow(Frame& owner);
 
   /// 1 when the operator logs out.
   int Foreground() override;
@@ -51,7 +51,8 @@ class GeneralWindow : public RootWindow {
   std::string KeyboardText();
   std::string LogsText();
   std::string SupportText();
-  /// The selected entry's description below what holds now, if anything.
+  std::string Description();
+  /// The selected entry's description below what holds now.
   std::string Described(const std::string& state);
 
   void EnterRestartNetwork();

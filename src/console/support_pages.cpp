@@ -23,17 +23,18 @@ std::string pageHints(std::size_t page, std::size_t count) {
          (previous && next ? "/" : "") + (next ? "<Page Down>" : "") + "{/color}";
 }
 
-// The first `rows` lines of the text, every one of them ended, so that what follows begins a new
-// row.
+// The first `rows` lines of the text, or blank ones behind it, every one of them ended, so that
+// what follows begins a new row. A line break within a tag ends no line.
 std::string filledRows(const std::string& laidOut, int rows) {
   std::string text;
-  std::size_t start = 0;
-  for (int row = 0; row < rows; ++row) {
-    const std::size_t end = std::min(laidOut.find('\n', start), laidOut.size());
-    text += laidOut.substr(start, end - start) + "\n";
-    start = std::min(end + 1, laidOut.size());
+  bool inTag = false;
+  for (std::size_t i = 0; i < laidOut.size() && rows > 0; ++i) {
+    const char character = laidOut[i];
+    inTag = character == '{' || (inTag && character != '}');
+    if (character == '\n' && !inTag) --rows;
+    text += character;
   }
-  return text;
+  return rows > 0 ? text + std::string(static_cast<std::size_t>(rows), '\n') : text;
 }
 
 }  // namespace
@@ -56,8 +57,9 @@ std::vector<std::string> readSupportPages(std::istream& file) {
 
 std::vector<std::string> supportPages() {
   std::ifstream file(HostCtl::Lib::platform().HostPath(kSupportFile));
-  if (!file) return {kNothingInstalled};
-  return readSupportPages(file);
+  std::vector<std::string> pages = readSupportPages(file);
+  if (!file.eof() || file.bad()) return {kNothingInstalled};
+  return pages;
 }
 
 std::string supportPageText(const std::vector<std::string>& pages, std::size_t page, int columns,

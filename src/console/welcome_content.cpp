@@ -116,20 +116,19 @@ std::string managementText(const std::string& hostname, const std::optional<IpCo
 
 WelcomeContent readWelcomeContent(HostCtl::Network::DnsConfig& dns) {
   WelcomeContent content;
-  content.banner = plainText(catalogueText(TextId::kProductBanner));
+  TarnCtl::Network::NetworkInfoImpl network;
+  const bool adapters = !network.GetPnics().empty();
+  if (!adapters) TarnCtl::System::SystemInfoImpl().SetSystemAlert(kNoAdapter);
+  content.banner = catalogueText(TextId::kProductBanner);
   content.hardware = hardwareLine();
   content.processors = processorLines();
 
-  TarnCtl::Network::NetworkInfoImpl network;
   const auto nic = findManagementInterface();
   const auto config = nic ? std::optional(nic->GetIpConfig()) : std::nullopt;
-  if (network.GetPnics().empty()) {
-    TarnCtl::System::SystemInfoImpl().SetSystemAlert(kNoAdapter);
-    content.management = std::string(kNoAdapter) + kNoAdapterHelp;
-  } else {
-    dns.Refresh();
-    content.management = managementText(dns.GetHostname(), config, network.IsTarnIpv6Enabled());
-  }
+  dns.Refresh();
+  content.management = adapters
+                           ? managementText(dns.GetHostname(), config, network.IsTarnIpv6Enabled())
+                           : std::string(kNoAdapter) + kNoAdapterHelp;
   content.warning = warningText(config);
   return content;
 }

@@ -21,7 +21,6 @@ WelcomeLayout layOutWelcome(int columns, int lines, bool warns) {
       .management = {8, 1, columns - 16, std::min(managementRows, footerRow - 1)},
       .warning = {16, warningRow, columns - 32, std::min(6, footerRow - warningRow)},
       .footer = {2, footerRow, columns - 4, 1},
-      .cramped = columns < kFullColumns || lines < kFullLines,
   };
 }
 

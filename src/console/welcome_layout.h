@@ -11,10 +11,9 @@ struct WelcomeLayout {
   Rect top, bottom;
   Rect banner, hardware, processors;
   Rect management, warning, footer;
-  /// True when the terminal is too small for all of it.
-  bool cramped = false;
 };
 
+/// What the screen needs to show everything.
 inline constexpr int kFullColumns = 80;
 inline constexpr int kFullLines = 24;
 

@@ -19,24 +19,8 @@
 
 namespace Kiva {
 
-namespace {
-
-Rect screen() {
-  return {0, 0, screenColumns(), screenLines()};
-}
-
-Window& addArea(Window& window, const Rect& place, Color background) {
-  return window.Add(std::make_unique<Window>(window, place, background, kWhite));
-}
-
-void addText(Window& area, const Rect& place, Color foreground, const std::string& text) {
-  area.Add(std::make_unique<TextArea>(area, place, foreground)).SetText(text);
-}
-
-}  // namespace
-
 WelcomeWindow::WelcomeWindow()
-    : Frame(nullptr, screen(), kBlack, kWhite), dns_(HostCtl::Network::kDefaultStack) {}
+    : Frame(nullptr, screenRect(), kBlack, kWhite), dns_(HostCtl::Network::kDefaultStack) {}
 
 void WelcomeWindow::Update() {
   const std::string message = TarnCtl::System::SystemInfoImpl().GetWelcomeMessage();
@@ -44,6 +28,9 @@ void WelcomeWindow::Update() {
     ShowFacts();
   else
     ShowMessage(message);
+  if (Width() < kFullColumns || Height() < kFullLines)
+    Make<TextArea>(Rect{2, 1, Width() - 4, 1}, kWhite,
+                   formatted("This screen needs %d x %d.", kFullColumns, kFullLines));
   SetActive(IsActive());
 }
 
@@ -51,7 +38,7 @@ void WelcomeWindow::ShowMessage(const std::string& message) {
   RemoveAll();
   Erase();
   DrawBox();
-  addText(*this, {2, 2, Width() - 4, Height() - 4}, kWhite, message);
+  Make<TextArea>(Rect{2, 2, Width() - 4, Height() - 4}, kWhite, message);
 }
 
 void WelcomeWindow::ShowFacts() {
@@ -61,23 +48,21 @@ void WelcomeWindow::ShowFacts() {
   Erase();
   AddTexts(layout, content);
   DrawBox();
-  if (layout.cramped)
-    addText(*this, {2, 1, Width() - 4, 1}, kWhite,
-            formatted("This screen needs %d x %d.", kFullColumns, kFullLines));
 }
 
 void WelcomeWindow::AddTexts(const WelcomeLayout& layout, const WelcomeContent& content) {
-  Window& top = addArea(*this, layout.top, kDarkGrey);
-  addText(top, layout.banner, kWhite, content.banner);
-  addText(top, layout.hardware, kWhite, content.hardware);
-  addText(top, layout.processors, kWhite, content.processors);
-  Window& bottom = addArea(*this, layout.bottom, kAmber);
-  addText(bottom, layout.management, kBlack, content.management);
-  if (!content.warning.empty()) addText(bottom, layout.warning, kDarkGrey, content.warning);
-  addText(bottom, layout.footer, kBlack,
-          formatted("<F2> {color:dark-grey}%s{/color}{align:right}<F12> "
-                    "{color:dark-grey}%s{/color}{/align}",
-                    Text(TextId::kCustomizeSystemViewLogs), Text(TextId::kShutDownRestartFooter)));
+  Window& top = Make<Window>(layout.top, kDarkGrey, kWhite);
+  top.Make<TextArea>(layout.banner, kWhite, content.banner);
+  top.Make<TextArea>(layout.hardware, kWhite, content.hardware);
+  top.Make<TextArea>(layout.processors, kWhite, content.processors);
+  Window& bottom = Make<Window>(layout.bottom, kAmber, kWhite);
+  bottom.Make<TextArea>(layout.management, kBlack, content.management);
+  if (!content.warning.empty()) bottom.Make<TextArea>(layout.warning, kDarkGrey, content.warning);
+  bottom.Make<TextArea>(
+      layout.footer, kBlack,
+      formatted("<F2> {color:dark-grey}%s{/color}{align:right}<F12> "
+                "{color:dark-grey}%s{/color}{/align}",
+                Text(TextId::kCustomizeSystemViewLogs), Text(TextId::kShutDownRestartFooter)));
 }
 
 int WelcomeWindow::Foreground() {
@@ -91,18 +76,16 @@ int WelcomeWindow::Foreground() {
 }
 
 void WelcomeWindow::Handle(int key) {
-  if (key == Key::kF2 || key == Key::kF12) return LogIn(key);
-  if (key != Key::kF4 || !toggleMonochrome()) repaintScreen();
+  if (key == Key::kF2 || key == Key::kF12)
+    LogIn(key);
+  else if (key != Key::kF4 || !toggleMonochrome())
+    repaintScreen();
   Update();
 }
 
 void WelcomeWindow::LogIn(int key) {
   try {
-    if (!RunLogin()) return;
-    if (key == Key::kF2)
-      RunSession();
-    else
-      RunShutdown();
+    if (RunLogin() && key == Key::kF2) RunSession();
   } catch (const KivaTimeout&) {
     EndTimedOutSession();
   }
@@ -119,16 +102,13 @@ int WelcomeWindow::RunLogin() {
 
 void WelcomeWindow::RunSession() {
   setSessionActive(true);
+  updateScreen();
   GeneralWindow menu(*this);
   runWindow(menu);
   setSessionActive(false);
   logInfo("User %s logged out", session().user.c_str());
   writeAuditRecord(kLoginDisconnect, session().user, AuditOutcome::Success,
                    {{"reason", "Session closed"}});
-  Update();
-}
-
-void WelcomeWindow::RunShutdown() {
   Update();
 }
 
@@ -139,8 +119,8 @@ void WelcomeWindow::EndTimedOutSession() {
                      {{"reason", "Time out"}});
     session().user.clear();
   }
+  keyWait().currentWindow = this;
   SetActive(true);
-  Update();
 }
 
 }  // namespace Kiva

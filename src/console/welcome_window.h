@@ -29,11 +29,10 @@ class WelcomeWindow : public Frame {
   void AddTexts(const WelcomeLayout& layout, const WelcomeContent& content);
 
   void Handle(int key);
-  /// What an operator may do after a login; leads back here.
+  /// A login, and after F2 the session that it opens.
   void LogIn(int key);
   int RunLogin();
   void RunSession();
-  void RunShutdown();
   void EndTimedOutSession();
 
   TarnCtl::Network::DnsConfigImpl dns_;

@@ -46,8 +46,9 @@ class Waiting {
   Waiting(Window& window, IdleTimeout timeout)
       : window_(window),
         timed_(timeout == IdleTimeout::Applies && keyWait().idleTimeoutSeconds != 0),
-        dimAt_(keyWait().source->Now() + kDimAfter),
-        endAt_(dimAt_ - kDimAfter +
+        start_(keyWait().source->Now()),
+        dimAt_(start_ + kDimAfter),
+        endAt_(start_ +
                std::chrono::seconds(std::max(keyWait().idleTimeoutSeconds, kShortestTimeout))) {}
 
   int NextKey() {
@@ -89,6 +90,7 @@ class Waiting {
 
   Window& window_;
   const bool timed_;
+  const Time start_;
   const Time dimAt_;
   const Time endAt_;
   bool dimmed_ = false;

@@ -38,10 +38,13 @@ constexpr bool isEditing(int key) {
          key == kRight || key == kHome || key == kEnd;
 }
 
-/// Bytes that a text field takes as they are: ASCII's printable ones, and what a password may hold
-/// besides them.
+/// What a text field takes as it is.
 constexpr bool isPrintable(int key) {
-  return (key >= 32 && key <= 126) || (key >= 128 && key <= 255);
+  return key >= 32 && key <= 126;
+}
+/// What a field that hides its text takes: a password may hold any character.
+constexpr bool isByte(int key) {
+  return isPrintable(key) || (key >= 128 && key <= 255);
 }
 
 }  // namespace Kiva::Key

@@ -2,6 +2,7 @@
 #include "core/screen.h"
 
 #include <curses.h>
+#include <term.h>
 #include <unistd.h>
 
 #include <clocale>
@@ -33,6 +34,9 @@ void setLocale() {
 void startScreen() {
   setLocale();
   setEscapeDelay();
+  // The terminal knows its size better than variables that a shell left behind.
+  use_env(FALSE);
+  use_tioctl(TRUE);
   initscr();
   start_color();
   std::atexit(leaveScreen);
@@ -78,6 +82,8 @@ void suspendScreen() {
 }
 
 void resumeScreen() {
+  // The other program may have left the alternate screen, and the keypad's mode, behind.
+  if (enter_ca_mode) putp(enter_ca_mode);
   keypad(stdscr, FALSE);
   keypad(stdscr, TRUE);
   cursor() = {};

@@ -45,6 +45,7 @@ void prepareProcess() {
   signal(SIGCHLD, SIG_DFL);
   signal(SIGPIPE, SIG_IGN);
   signal(SIGHUP, SIG_IGN);
+  signal(SIGTTOU, SIG_IGN);
   std::set_terminate(restoreTerminalAndAbort);
 }
 

@@ -13,11 +13,13 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "core/descriptor.h"
 #include "core/log.h"
+#include "hostctl/lib/descriptor.h"
 #include "hostctl/lib/platform.h"
 
 namespace Kiva {
+
+using HostCtl::Lib::Descriptor;
 
 namespace {
 

@@ -9,17 +9,20 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdlib>
 #include <vector>
 
-#include "core/descriptor.h"
 #include "core/input.h"
 #include "core/key_wait.h"
 #include "core/screen.h"
 #include "core/signals.h"
 #include "core/terminal.h"
+#include "hostctl/lib/descriptor.h"
 
 namespace Kiva {
+
+using HostCtl::Lib::Descriptor;
 
 namespace {
 
@@ -29,8 +32,17 @@ pid_t& groupOnTerminal() {
   return group;
 }
 
+// The program itself ignores SIGTTOU, which would stop it for touching the terminal's group.
+void takeTerminalBack() {
+  tcsetpgrp(STDOUT_FILENO, getpgid(0));
+}
+
 void endGroupOnTerminal() {
-  if (groupOnTerminal() > 0) kill(-groupOnTerminal(), SIGTERM);
+  if (groupOnTerminal() <= 0) return;
+  kill(-groupOnTerminal(), SIGTERM);
+  kill(-groupOnTerminal(), SIGCONT);
+  waitpid(groupOnTerminal(), nullptr, 0);
+  takeTerminalBack();
 }
 
 class SpawnSettings {
@@ -75,21 +87,13 @@ pid_t start(HostCtl::Lib::Program program) {
 void waitForEnd(pid_t pid) {
   const Descriptor process(static_cast<int>(syscall(SYS_pidfd_open, pid, 0)));
   pollfd sources[] = {{process.Get(), POLLIN, 0}, {eventPipe(), POLLIN, 0}};
-  while (process && poll(sources, 2, -1) > 0 && !sources[0].revents) {
+  while (process && !sources[0].revents) {
+    if (poll(sources, 2, -1) < 0 || !sources[1].revents) continue;
     const int event = readEvent();
     if (event != Input::kResized) dispatchInput(event);
   }
-  waitpid(pid, nullptr, 0);
-}
-
-// A process outside the foreground group is stopped for touching the terminal's group.
-void takeTerminalBack() {
-  sigset_t set, before;
-  sigemptyset(&set);
-  sigaddset(&set, SIGTTOU);
-  pthread_sigmask(SIG_BLOCK, &set, &before);
-  tcsetpgrp(STDOUT_FILENO, getpgid(0));
-  pthread_sigmask(SIG_SETMASK, &before, nullptr);
+  while (waitpid(pid, nullptr, 0) < 0 && errno == EINTR) {
+  }
 }
 
 }  // namespace

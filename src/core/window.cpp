@@ -4,14 +4,11 @@
 #include <curses.h>
 
 #include <algorithm>
+#include <cassert>
 
 namespace Kiva {
 
 namespace {
-
-Rect screenRect() {
-  return {0, 0, screenColumns(), screenLines()};
-}
 
 _win_st* topLevelHandle(const Rect& place) {
   if (place.width < 1 || place.height < 1) return nullptr;
@@ -31,6 +28,10 @@ Rect moved(Rect place, int columns, int rows) {
 
 }  // namespace
 
+Rect screenRect() {
+  return {0, 0, screenColumns(), screenLines()};
+}
+
 Rect clipped(const Rect& inner, const Rect& outer) {
   const int left = std::max(inner.x, outer.x);
   const int top = std::max(inner.y, outer.y);
@@ -47,7 +48,9 @@ Window::Window(const Rect& place, Color background, Color foreground)
     : place_(clipped(place, screenRect())),
       background_(background),
       foreground_(foreground),
-      handle_(topLevelHandle(place_)) {}
+      handle_(topLevelHandle(place_)) {
+  assert(background != kParentColor && foreground != kParentColor);
+}
 
 Window::Window(Window& parent, const Rect& place, Color background, Color foreground)
     : parent_(&parent),
@@ -78,9 +81,10 @@ void Window::SetActive(bool active) {
 }
 
 void Window::SetColors(Color background, Color foreground) {
+  const auto before = std::pair(background_, foreground_);
   background_ = background == kParentColor && parent_ ? parent_->background_ : background;
   foreground_ = foreground == kParentColor && parent_ ? parent_->foreground_ : foreground;
-  if (active_) Recolor();
+  if (active_ && before != std::pair(background_, foreground_)) Recolor();
   for (const auto& child : children_) child->SetColors(background, foreground);
 }
 
@@ -89,19 +93,36 @@ void Window::SetColors(Color background, Color foreground) {
 void Window::Recolor() {
   if (!handle_) return;
   const Attribute attribute = CurrentAttribute();
-  const auto pair = static_cast<short>(PAIR_NUMBER(attribute));
   wbkgdset(handle_.get(), ' ' | attribute);
   for (int row = 0; row < Height(); ++row)
-    for (int column = 0; column < Width(); ++column) {
-      cchar_t cell;
-      wchar_t characters[CCHARW_MAX + 1];
-      attr_t old = 0;
-      short oldPair = 0;
-      if (mvwin_wch(handle_.get(), row, column, &cell) == ERR) continue;
-      getcchar(&cell, characters, &old, &oldPair, nullptr);
-      setcchar(&cell, characters, (old & A_ALTCHARSET) | (attribute & ~A_COLOR), pair, nullptr);
-      wadd_wch(handle_.get(), &cell);
+    for (int column = 0; column < Width();) {
+      const int behind = BehindChild(column, row);
+      if (behind == column) RecolorCell(column++, row, attribute);
+      column = std::max(column, behind);
     }
+}
+
+int Window::BehindChild(int column, int row) const {
+  for (const auto& child : children_) {
+    const Rect& place = child->place_;
+    const int left = place.x - place_.x;
+    const int top = place.y - place_.y;
+    if (row >= top && row < top + place.height && column >= left && column < left + place.width)
+      return left + place.width;
+  }
+  return column;
+}
+
+void Window::RecolorCell(int column, int row, Attribute attribute) {
+  cchar_t cell;
+  if (mvwin_wch(handle_.get(), row, column, &cell) == ERR) return;
+  wchar_t characters[CCHARW_MAX + 1];
+  attr_t old = 0;
+  short oldPair = 0;
+  getcchar(&cell, characters, &old, &oldPair, nullptr);
+  setcchar(&cell, characters, (old & A_ALTCHARSET) | (attribute & ~A_COLOR),
+           static_cast<short>(PAIR_NUMBER(attribute)), nullptr);
+  wadd_wch(handle_.get(), &cell);
 }
 
 void Window::MoveCursor(int column, int row) {
@@ -125,7 +146,9 @@ void Window::Redraw() {
 }
 
 void Window::Erase() {
-  if (handle_) werase(handle_.get());
+  if (!handle_) return;
+  wbkgdset(handle_.get(), ' ' | CurrentAttribute());
+  werase(handle_.get());
 }
 
 void Window::Print(int column, int row, const std::string& text) {

@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/palette.h"
@@ -21,6 +22,9 @@ struct Rect {
   bool operator==(const Rect&) const = default;
 };
 
+/// The whole screen.
+Rect screenRect();
+
 /// What of `inner` lies within `outer`; without cells where they do not meet.
 Rect clipped(const Rect& inner, const Rect& outer);
 
@@ -33,18 +37,19 @@ class Window {
  public:
   /// A window of the screen itself.
   Window(const Rect& place, Color background, Color foreground);
-  /// A child, at a place relative to its parent; see Add. Colours may be kParentColor.
+  /// A child, at a place relative to its parent; see Make. Colours may be kParentColor.
   Window(Window& parent, const Rect& place, Color background, Color foreground);
   virtual ~Window();
   Window(const Window&) = delete;
   Window& operator=(const Window&) = delete;
 
-  /// Takes a child made for this window over and hands it back.
-  template <typename Child>
-  Child& Add(std::unique_ptr<Child> child) {
-    Child& added = *child;
+  /// Makes a child of this window, whose constructor takes the parent first.
+  template <typename Child, typename... Arguments>
+  Child& Make(Arguments&&... arguments) {
+    auto child = std::make_unique<Child>(*this, std::forward<Arguments>(arguments)...);
+    Child& made = *child;
     children_.push_back(std::move(child));
-    return added;
+    return made;
   }
   /// Destroys the children.
   void RemoveAll() { children_.clear(); }
@@ -79,10 +84,15 @@ class Window {
   Color BackgroundColor() const { return background_; }
   Color ForegroundColor() const { return foreground_; }
 
+ protected:
+  /// Gives every cell that no child covers the window's current colours, and keeps what it shows.
+  virtual void Recolor();
+
  private:
   Attribute CurrentAttribute() const;
-  /// Gives every cell the window's current colours and keeps what it shows.
-  void Recolor();
+  /// The column behind the child that covers this cell; `column` itself where none does.
+  int BehindChild(int column, int row) const;
+  void RecolorCell(int column, int row, Attribute attribute);
 
   Window* parent_ = nullptr;
   Rect place_;

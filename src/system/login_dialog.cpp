@@ -10,6 +10,7 @@
 #include "hostctl/lib/exception.h"
 #include "system/authentication.h"
 #include "system/host_name.h"
+#include "system/login_state.h"
 #include "tarnctl/system/system_info_impl.h"
 #include "ui/footer.h"
 #include "ui/markup_text.h"
@@ -37,12 +38,10 @@ std::string keyboardLayout() {
 
 }  // namespace
 
-LoginDialog::LoginDialog(Window& owner)
-    : Dialog(owner, 60, 13, 6),
-      mode_(session().smartCardUserId.empty() ? Mode::Password : Mode::Pin) {
+LoginDialog::LoginDialog(Frame& owner)
+    : Dialog(owner, 60, 13, 6), mode_(HasSmartCardUserId() ? Mode::Pin : Mode::Password) {
   Window& content = *Content();
-  items_ = &content.Add(
-      std::make_unique<ItemList>(content, Rect{0, 0, content.Width(), content.Height()}));
+  items_ = &content.Make<ItemList>(Rect{0, 0, content.Width(), content.Height()});
 }
 
 void LoginDialog::LayOut() {
@@ -81,7 +80,6 @@ int LoginDialog::Foreground() {
 }
 
 bool LoginDialog::Handle(int key) {
-  const Item* focused = items_->Focused();
   if (key == Key::kEnter) return Enter();
   if (key == Key::kF3) {
     mode_ = mode_ == Mode::Pin ? Mode::Password : Mode::Pin;
@@ -92,11 +90,17 @@ bool LoginDialog::Handle(int key) {
     items_->MoveDown();
   } else if (key == Key::kTab) {
     MoveForward();
-  } else if (focused != keyboard_ && (Key::isPrintable(key) || Key::isEditing(key))) {
+  } else if (TakesKey(key)) {
     items_->Focused()->PressKey(key);
     items_->Draw();
   }
   return false;
+}
+
+bool LoginDialog::TakesKey(int key) {
+  const Item* focused = items_->Focused();
+  if (focused == keyboard_) return false;
+  return Key::isEditing(key) || (focused == secret_ ? Key::isByte(key) : Key::isPrintable(key));
 }
 
 void LoginDialog::MoveForward() {
@@ -137,7 +141,7 @@ void LoginDialog::Refuse(TextId reason) {
   items_->Focus(*secret_);
 }
 
-LoginDisabledDialog::LoginDisabledDialog(Window& owner) : Dialog(owner, 60, 9, 6) {}
+LoginDisabledDialog::LoginDisabledDialog(Frame& owner) : Dialog(owner, 60, 9, 6) {}
 
 int LoginDisabledDialog::Foreground() {
   SetTitle(Text(TextId::kAuthenticationDenied));

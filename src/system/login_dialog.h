@@ -14,7 +14,7 @@ namespace Kiva {
 /// runs it before anything that an operator may do.
 class LoginDialog : public Dialog {
  public:
-  explicit LoginDialog(Window& owner);
+  explicit LoginDialog(Frame& owner);
   int Foreground() override;
 
  private:
@@ -24,6 +24,7 @@ class LoginDialog : public Dialog {
   void AddKeyboardLabel();
   /// Acts on a key; true once the operator is authenticated.
   bool Handle(int key);
+  bool TakesKey(int key);
   void MoveForward();
   bool Enter();
   bool Authenticate();
@@ -40,7 +41,7 @@ class LoginDialog : public Dialog {
 /// lets anybody in.
 class LoginDisabledDialog : public Dialog {
  public:
-  explicit LoginDisabledDialog(Window& owner);
+  explicit LoginDisabledDialog(Frame& owner);
   int Foreground() override;
 };
 

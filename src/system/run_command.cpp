@@ -10,11 +10,13 @@
 #include <mutex>
 #include <optional>
 
-#include "core/descriptor.h"
 #include "core/log.h"
+#include "hostctl/lib/descriptor.h"
 #include "hostctl/lib/platform.h"
 
 namespace Kiva {
+
+using HostCtl::Lib::Descriptor;
 
 namespace {
 
@@ -185,7 +187,10 @@ CommandResult RunCommand(const Command& command) {
   killedChildren().Reap();
   CommandResult result;
   auto pipes = makePipes();
-  if (!pipes) return result.startError = errno, result;
+  if (!pipes) {
+    result.startError = errno;
+    return result;
+  }
   pid_t child = -1;
   result.startError = startChild(
       HostCtl::Lib::platform().ChildProgram({command.path, command.arguments}), *pipes, child);

@@ -15,30 +15,25 @@ Rect centred(int width, int height) {
   return {(screenColumns() - width) / 2, (screenLines() - height) / 2, width, height};
 }
 
-template <typename Part, typename... Arguments>
-Part& make(Window& parent, const Arguments&... arguments) {
-  return parent.Add(std::make_unique<Part>(parent, arguments...));
-}
-
 }  // namespace
 
-Dialog::Dialog(Window& owner, int width, int height, int topHeight)
+Dialog::Dialog(Frame& owner, int width, int height, int topHeight)
     : Frame(&owner, centred(width, height), kBlack, kWhite) {
   Erase();
   const int bottomHeight = height - topHeight;
-  Window& top = make<Window>(*this, Rect{0, 0, width, topHeight}, kDarkGrey, kWhite);
-  Window& bottom = make<Window>(*this, Rect{0, topHeight, width, bottomHeight}, kAmber, kWhite);
+  Window& top = Make<Window>(Rect{0, 0, width, topHeight}, kDarkGrey, kWhite);
+  Window& bottom = Make<Window>(Rect{0, topHeight, width, bottomHeight}, kAmber, kWhite);
   DrawBox();
   const int textWidth = width - kSideMargins;
-  title_ = &make<TextArea>(top, Rect{3, 1, textWidth, 1}, kWhite);
-  body_ = &make<TextArea>(top, Rect{3, 3, textWidth, topHeight - 4}, kLightGrey);
-  footer_ = &make<TextArea>(bottom, Rect{2, bottomHeight - 2, width - 4, 1}, kBlack);
+  title_ = &top.Make<TextArea>(Rect{3, 1, textWidth, 1}, kWhite);
+  body_ = &top.Make<TextArea>(Rect{3, 3, textWidth, topHeight - 4}, kLightGrey);
+  footer_ = &bottom.Make<TextArea>(Rect{2, bottomHeight - 2, width - 4, 1}, kBlack);
   if (bottomHeight - 4 >= 1)
-    content_ = &make<Window>(bottom, Rect{2, 1, width - 4, bottomHeight - 4}, kAmber, kDarkGrey);
+    content_ = &bottom.Make<Window>(Rect{2, 1, width - 4, bottomHeight - 4}, kAmber, kDarkGrey);
 }
 
 void Dialog::SetActive(bool active) {
-  if (active && Owner()) Owner()->Refresh();
+  if (active) RefreshOwners();
   Frame::SetActive(active);
 }
 

@@ -13,7 +13,7 @@ namespace Kiva {
 class Dialog : public Frame {
  public:
   /// Sizes in cells; the top area takes `topHeight` of the rows.
-  Dialog(Window& owner, int width, int height, int topHeight);
+  Dialog(Frame& owner, int width, int height, int topHeight);
 
   void SetActive(bool active) override;
 

@@ -12,5 +12,16 @@ inline constexpr const char* kOkCancelFooter =
     "{color:black}<Esc>{/color} {color:dark-grey}Cancel{/color}{/align}";
 inline constexpr const char* kSelectFooter =
     "{color:black}<Up/Down>{/color}{color:dark-grey} Select{/color}";
+/// Lists whose entries have details behind them.
+inline constexpr const char* kDetailsToggleFooter =
+    "{color:black}<D>{/color} {color:dark-grey}View Details{/color}  "
+    "{color:black}<Space>{/color} {color:dark-grey}Toggle Selected{/color}"
+    "{align:right}{color:black}<Enter>{/color} {color:dark-grey}OK{/color}  "
+    "{color:black}<Esc>{/color} {color:dark-grey}Cancel{/color}{/align}";
+inline constexpr const char* kDetailsChangeFooter =
+    "{align:left}{color:black}<D>{/color} {color:dark-grey}View Details{/color}  "
+    "{color:black}<Left/Right>{/color} {color:dark-grey}Change Selection{/color}  {/align}"
+    "{align:right}  {color:black}<Enter>{/color} {color:dark-grey}OK{/color}  "
+    "{color:black}<Esc>{/color} {color:dark-grey}Cancel{/color}{/align}";
 
 }  // namespace Kiva

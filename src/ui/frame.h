@@ -13,20 +13,22 @@ namespace Kiva {
 class Frame : public Window {
  public:
   /// Null owner: the frame at the bottom of the stack.
-  Frame(Window* owner, const Rect& place, Color background, Color foreground);
+  Frame(Frame* owner, const Rect& place, Color background, Color foreground);
 
   /// Runs the frame's own key loop; its result is what runWindow returns: positive for accepted, 0
   /// for cancelled.
   virtual int Foreground() = 0;
 
-  Window* Owner() const { return owner_; }
+  Frame* Owner() const { return owner_; }
 
  protected:
   /// A text of the catalogue.
   const char* Text(TextId id) const;
+  /// Puts every frame below this one back on the screen, the lowest first.
+  void RefreshOwners();
 
  private:
-  Window* owner_;
+  Frame* owner_;
   StringFactory& texts_;
 };
 

@@ -4,6 +4,7 @@
 #include <string.h>
 
 #include <algorithm>
+#include <cassert>
 #include <cstddef>
 #include <utility>
 
@@ -36,6 +37,7 @@ InputEditor::~InputEditor() {
 }
 
 void InputEditor::SetValue(std::string_view value, Selection selection) {
+  assert(value.data() < value_.data() || value.data() > value_.data() + value_.size());
   Clear();
   for (const char character : value) Insert(character);
   fresh_ = selection == Selection::kWhole;

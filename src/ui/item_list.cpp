@@ -8,10 +8,8 @@ namespace Kiva {
 ItemList::ItemList(Window& parent, const Rect& place)
     : Window(parent, place, kParentColor, kParentColor) {
   for (int row = 0; row < Height(); ++row)
-    rows_.push_back(
-        &Add(std::make_unique<TextArea>(*this, Rect{0, row, Width() - 1, 1}, kParentColor)));
-  scrollBar_ = &Add(std::make_unique<Window>(*this, Rect{Width() - 1, 0, 1, Height()}, kParentColor,
-                                             kParentColor));
+    rows_.push_back(&Make<TextArea>(Rect{0, row, Width() - 1, 1}, kParentColor));
+  scrollBar_ = &Make<Window>(Rect{Width() - 1, 0, 1, Height()}, kParentColor, kParentColor);
 }
 
 void ItemList::Clear() {
@@ -71,7 +69,11 @@ void ItemList::Draw() {
 void ItemList::DrawItem(int row) {
   if (row < 0 || row >= Rows()) return;
   TextArea& area = *rows_[static_cast<size_t>(row)];
-  if (top_ + row >= Count()) return area.SetText("");
+  if (top_ + row >= Count()) {
+    area.SetColors(kParentColor, kParentColor);
+    area.SetText("");
+    return;
+  }
   Item& item = *items_[static_cast<size_t>(top_ + row)];
   item.SetFocused(row == focusRow_ && item.CanTakeFocus());
   if (item.IsFocused())

@@ -12,7 +12,9 @@ namespace Kiva {
 
 /// A vertical list of items of which one has the focus, scrolled so that it stays in sight. Its
 /// last column belongs to the scroll bar, which shows only when there are more items than rows. The
-/// window that holds it decides which keys move the focus and which go to the focused item.
+/// window that holds it decides which keys move the focus and which go to the focused item. It is
+/// filled and focused once its window is in the foreground, because the focused item may take the
+/// cursor.
 class ItemList : public Window {
  public:
   ItemList(Window& parent, const Rect& place);

@@ -10,28 +10,31 @@
 
 namespace Kiva {
 
+struct AcknowledgeDialog::Size {
+  int width, height;
+};
+
 namespace {
 
 constexpr int kWidth = 60;
 constexpr int kWideWidth = 76;
 constexpr int kMostLinesWhenNarrow = 10;
 
-int widthFor(const std::string& body) {
-  return countLines(body, kWidth - 6) > kMostLinesWhenNarrow ? kWideWidth : kWidth;
-}
-
-int heightFor(const std::string& body) {
-  const int height = topHeightFor(body, widthFor(body)) + bottomHeightFor(0);
-  return std::min(height, screenLines());
-}
-
 }  // namespace
 
-AcknowledgeDialog::AcknowledgeDialog(Window& owner, const std::string& body)
-    : AcknowledgeDialog(owner, widthFor(body), heightFor(body),
-                        heightFor(body) - bottomHeightFor(0)) {}
+AcknowledgeDialog::Size AcknowledgeDialog::SizeFor(const std::string& body) {
+  const bool wide = countLines(body, kWidth - 6) > kMostLinesWhenNarrow;
+  const int width = wide ? kWideWidth : kWidth;
+  return {width, std::min(topHeightFor(body, width) + bottomHeightFor(0), screenLines())};
+}
 
-AcknowledgeDialog::AcknowledgeDialog(Window& owner, int width, int height, int topHeight)
+AcknowledgeDialog::AcknowledgeDialog(Frame& owner, const std::string& body)
+    : AcknowledgeDialog(owner, SizeFor(body)) {}
+
+AcknowledgeDialog::AcknowledgeDialog(Frame& owner, Size size)
+    : AcknowledgeDialog(owner, size.width, size.height, size.height - bottomHeightFor(0)) {}
+
+AcknowledgeDialog::AcknowledgeDialog(Frame& owner, int width, int height, int topHeight)
     : Dialog(owner, width, height, topHeight) {}
 
 int AcknowledgeDialog::Foreground() {
@@ -41,7 +44,7 @@ int AcknowledgeDialog::Foreground() {
   return 1;
 }
 
-MessageDialog::MessageDialog(Window& owner, TextId title, std::string body)
+MessageDialog::MessageDialog(Frame& owner, TextId title, std::string body)
     : AcknowledgeDialog(owner, body), title_(title), body_(std::move(body)) {}
 
 void MessageDialog::Fill() {
@@ -50,7 +53,7 @@ void MessageDialog::Fill() {
   SetFooter(kOkFooter);
 }
 
-NotificationDialog::NotificationDialog(Window& owner, std::string title, std::string body)
+NotificationDialog::NotificationDialog(Frame& owner, std::string title, std::string body)
     : AcknowledgeDialog(owner, body), title_(std::move(title)), body_(std::move(body)) {}
 
 void NotificationDialog::Fill() {
@@ -59,14 +62,13 @@ void NotificationDialog::Fill() {
   SetFooter(kOkFooter);
 }
 
-InfoDialog::InfoDialog(Window& owner, int width, int height, int topHeight)
+InfoDialog::InfoDialog(Frame& owner, int width, int height, int topHeight)
     : AcknowledgeDialog(owner, width, height, topHeight) {
   if (Window* content = Content())
-    details_ = &content->Add(std::make_unique<TextArea>(
-        *content, Rect{0, 0, content->Width(), content->Height()}, kBlack));
+    details_ = &content->Make<TextArea>(Rect{0, 0, content->Width(), content->Height()}, kBlack);
 }
 
-void showMessage(Window& owner, TextId title, const std::string& body) {
+void showMessage(Frame& owner, TextId title, const std::string& body) {
   MessageDialog dialog(owner, title, body);
   runWindow(dialog);
 }

@@ -14,16 +14,22 @@ class AcknowledgeDialog : public Dialog {
 
  protected:
   /// Sized for `body`: 60 columns, 76 for a long one.
-  AcknowledgeDialog(Window& owner, const std::string& body);
-  AcknowledgeDialog(Window& owner, int width, int height, int topHeight);
+  AcknowledgeDialog(Frame& owner, const std::string& body);
+  AcknowledgeDialog(Frame& owner, int width, int height, int topHeight);
+
   /// Fills title, text and footer before the first key.
   virtual void Fill() = 0;
+
+ private:
+  struct Size;
+  static Size SizeFor(const std::string& body);
+  AcknowledgeDialog(Frame& owner, Size size);
 };
 
 /// Reports under a title of the catalogue: a result, a warning, an error.
 class MessageDialog : public AcknowledgeDialog {
  public:
-  MessageDialog(Window& owner, TextId title, std::string body);
+  MessageDialog(Frame& owner, TextId title, std::string body);
 
  protected:
   void Fill() override;
@@ -36,7 +42,7 @@ class MessageDialog : public AcknowledgeDialog {
 /// Reports under a title of its own.
 class NotificationDialog : public AcknowledgeDialog {
  public:
-  NotificationDialog(Window& owner, std::string title, std::string body);
+  NotificationDialog(Frame& owner, std::string title, std::string body);
 
  protected:
   void Fill() override;
@@ -49,7 +55,7 @@ class NotificationDialog : public AcknowledgeDialog {
 /// Shows the details of an entry; its creator fills it.
 class InfoDialog : public AcknowledgeDialog {
  public:
-  InfoDialog(Window& owner, int width, int height, int topHeight);
+  InfoDialog(Frame& owner, int width, int height, int topHeight);
 
   using Dialog::SetFooter;
   using Dialog::SetText;
@@ -64,6 +70,6 @@ class InfoDialog : public AcknowledgeDialog {
 };
 
 /// Runs a MessageDialog over `owner`.
-void showMessage(Window& owner, TextId title, const std::string& body);
+void showMessage(Frame& owner, TextId title, const std::string& body);
 
 }  // namespace Kiva

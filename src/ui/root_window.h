@@ -13,7 +13,7 @@ namespace Kiva {
 /// The full-screen windows that an operator works in derive from it.
 class RootWindow : public Frame {
  public:
-  explicit RootWindow(Window& owner);
+  explicit RootWindow(Frame& owner);
 
   /// Fills the panes again from what holds now.
   virtual void Repaint() = 0;

@@ -7,8 +7,8 @@
 
 namespace Kiva {
 
-TextArea::TextArea(Window& parent, const Rect& place, Color foreground)
-    : Window(parent, place, kParentColor, foreground) {}
+TextArea::TextArea(Window& parent, const Rect& place, Color foreground, std::string text)
+    : Window(parent, place, kParentColor, foreground), text_(std::move(text)) {}
 
 void TextArea::SetText(std::string text) {
   text_ = std::move(text);
@@ -17,11 +17,6 @@ void TextArea::SetText(std::string text) {
 
 void TextArea::AppendText(const std::string& text) {
   text_ += text;
-  Draw();
-}
-
-void TextArea::SetActive(bool active) {
-  Window::SetActive(active);
   Draw();
 }
 

@@ -12,12 +12,16 @@ namespace Kiva {
 /// not drawn. Keywords in the text are expanded each time.
 class TextArea : public Window {
  public:
-  /// The background is the parent's; `foreground` may be kParentColor.
-  TextArea(Window& parent, const Rect& place, Color foreground);
+  /// The background is the parent's; `foreground` may be kParentColor. A text given here is drawn
+  /// when the area's window is activated.
+  TextArea(Window& parent, const Rect& place, Color foreground, std::string text = "");
 
   void SetText(std::string text);
   void AppendText(const std::string& text);
-  void SetActive(bool active) override;
+
+ protected:
+  /// A change of looks lays the text out anew.
+  void Recolor() override { Draw(); }
 
  private:
   void Draw();

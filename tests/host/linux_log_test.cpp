@@ -8,11 +8,13 @@
 
 #include <cerrno>
 
-#include "linux/descriptor.h"
+#include "hostctl/lib/descriptor.h"
 #include "linux/platform.h"
 #include "tests/host/linux_namespace.h"
 
 namespace HostLinux {
+using HostCtl::Lib::Descriptor;
+
 namespace {
 
 Descriptor listenForLog() {

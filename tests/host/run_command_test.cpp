@@ -9,7 +9,7 @@
 #include <fstream>
 #include <thread>
 
-#include "core/descriptor.h"
+#include "hostctl/lib/descriptor.h"
 #include "tests/support/recording_platform.h"
 
 namespace {
@@ -120,7 +120,7 @@ TEST_F(RunCommandTest, StartThatFails) {
 }
 
 TEST_F(RunCommandTest, DescriptorsThatRunOut) {
-  std::vector<Kiva::Descriptor> taken;
+  std::vector<HostCtl::Lib::Descriptor> taken;
   while (taken.empty() || taken.back()) taken.emplace_back(open("/dev/null", O_RDONLY | O_CLOEXEC));
   for (int spare = 0; spare < 6; ++spare) {
     const CommandResult result = RunCommand({.path = "/bin/true", .arguments = {"true"}});
@@ -168,7 +168,7 @@ TEST_F(RunCommandTest, GrandchildThatKeepsThePipe) {
 }
 
 TEST_F(RunCommandTest, ChildStartsClean) {
-  std::vector<Kiva::Descriptor> leaky;
+  std::vector<HostCtl::Lib::Descriptor> leaky;
   for (int i = 0; i < 40; ++i) leaky.emplace_back(open("/dev/null", O_RDONLY));
   sigset_t all, before;
   sigfillset(&all);

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <filesystem>
+#include <fstream>
 
 #include "tests/screens/demo.h"
 
@@ -215,6 +217,27 @@ TEST(LogViewer, TakesThePagerAlongWhenTheConsoleEnds) {
   demo.terminal.WaitForPassing("<Q> Quit");
   demo.terminal.Signal(SIGTERM);
   EXPECT_EQ(demo.terminal.WaitForExit(), 0);
+}
+
+TEST(LogViewer, EndsWithTheConsoleBelowAJobControlShellToo) {
+  DemoHost host;
+  Launch launch = host.Demo();
+  const std::string line = launch.arguments[0] + " --host " + host.Directory().string();
+  launch.arguments = {"/bin/bash", "-c", "set -m; " + line + "; echo ended $?; read x"};
+  Terminal terminal(launch, {24, 80});
+  terminal.WaitForPassing("<F2> Customize");
+  terminal.Press("F2");
+  terminal.Press("Down");
+  terminal.Type("demo");
+  terminal.Press("Enter");
+  terminal.Press("Down", 7);
+  terminal.Send("1");
+  terminal.WaitForPassing("<Q> Quit");
+  pid_t console = 0;
+  std::ifstream(host.Root("/var/run/kiva.pid")) >> console;
+  ASSERT_GT(console, 0);
+  kill(console, SIGTERM);
+  terminal.WaitForPassing("ended 0");
 }
 
 TEST(LogViewer, AChangeOfSizeMeanwhileEndsTheConsoleAfterwards) {

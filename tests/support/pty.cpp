@@ -10,6 +10,8 @@
 #include <system_error>
 
 namespace TestSupport {
+
+using HostCtl::Lib::Descriptor;
 namespace {
 
 [[noreturn]] void fail(const char* what) {

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "tests/support/descriptor.h"
+#include "hostctl/lib/descriptor.h"
 #include "tests/support/screen.h"
 
 namespace TestSupport {
@@ -31,9 +31,9 @@ class Pty {
   bool IsHungUp() const { return !master_; }
 
  private:
-  Descriptor master_;
+  HostCtl::Lib::Descriptor master_;
   std::filesystem::path path_;
-  Descriptor slave_;
+  HostCtl::Lib::Descriptor slave_;
 };
 
 }  // namespace TestSupport

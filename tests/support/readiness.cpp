@@ -16,9 +16,11 @@
 
 #include <filesystem>
 
-#include "tests/support/descriptor.h"
+#include "hostctl/lib/descriptor.h"
 
 namespace TestSupport {
+
+using HostCtl::Lib::Descriptor;
 namespace {
 
 constexpr long kShortWaitMs = 2000;

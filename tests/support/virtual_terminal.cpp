@@ -16,6 +16,8 @@
 #include <vector>
 
 namespace TestSupport {
+
+using HostCtl::Lib::Descriptor;
 namespace {
 
 constexpr int kFirstNumber = 40;

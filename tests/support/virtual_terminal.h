@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "hostctl/lib/descriptor.h"
 #include "tests/support/console.h"
-#include "tests/support/descriptor.h"
 
 namespace TestSupport {
 
@@ -26,7 +26,7 @@ class FreeVirtualTerminal {
 
  private:
   int number_ = 0;
-  Descriptor device_;
+  HostCtl::Lib::Descriptor device_;
 };
 
 /// A program on a real Linux virtual terminal: TERM=linux, sixteen colours, line drawing. Its size
@@ -54,8 +54,8 @@ class VirtualTerminal : public Console {
   VirtualTerminal(const Launch& launch, FreeVirtualTerminal terminal);
 
   FreeVirtualTerminal terminal_;
-  Descriptor characters_;
-  Descriptor attributes_;
+  HostCtl::Lib::Descriptor characters_;
+  HostCtl::Lib::Descriptor attributes_;
 };
 
 /// The colours of an attribute byte of a virtual terminal. There blue is bit 0 and red bit 2 of a

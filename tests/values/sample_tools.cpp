@@ -158,7 +158,7 @@ TEST(SampleTools, TheShellKnowsTheAgentsLines) {
                                                {"stop", 1},   {"status", 3}, {"start", 0}};
   for (const auto& [action, expected] : steps)
     EXPECT_EQ(status((script + action).c_str()), expected) << action;
-  EXPECT_EQ(run(host, kOvl, {"-m", "-p", "vSwitch1", "-I", "tarn0"}), ToolAnswer{});
+  EXPECT_EQ(run(host, kOvl, {"-m", "-p", "tarn0", "-I", "vSwitch1"}), ToolAnswer{});
   EXPECT_EQ(host.State()["network"]["kernelNics"][0]["connection"]["switch"], "vSwitch1");
 
   setIn(host, "/packages/ovl-opsagent", "2.9");

@@ -5,7 +5,7 @@
 
 #include <utility>
 
-namespace Kiva {
+namespace HostCtl::Lib {
 
 /// Owns a file descriptor and closes it; negative means none.
 class Descriptor {
@@ -29,4 +29,4 @@ class Descriptor {
   int number_ = -1;
 };
 
-}  // namespace Kiva
+}  // namespace HostCtl::Lib
