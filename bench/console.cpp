@@ -28,6 +28,7 @@ constexpr int kRuns = 15;
 constexpr std::chrono::seconds kIdleTime{10};
 constexpr const char* kMenuText = "System Customization";
 constexpr const char* kLoginText = "Authentication Required";
+constexpr const char* kDisabledText = "Authentication Denied";
 
 enum class Program { Bare, Demo, Kiva };
 constexpr Program kPrograms[] = {Program::Bare, Program::Demo, Program::Kiva};
@@ -63,6 +64,10 @@ struct Started {
 void goToList(Program program, MeasuredRun& run) {
   if (program == Program::Bare) return;
   run.Type(keyBytes("F2"));
+  if (run.Shows(kDisabledText)) {
+    throw std::runtime_error(
+        "no keys measured: login is off, /var/run/corvo/show-kiva-login lacks");
+  }
   if (!run.Shows(kLoginText)) throw std::runtime_error("F2 does not open the login dialog");
   if (program == Program::Kiva) return;
   run.Type(keyBytes("Down"));

@@ -20,7 +20,9 @@
 namespace {
 
 constexpr std::size_t kMostTypeAhead = 1024;  // less than a terminal's input queue holds
-constexpr int kLargestKey = 0777;             // of curses' own codes and those defined at start
+// Behind curses' own codes (to 0777) come those of sequences that only this terminal's description
+// knows, a few dozen of them.
+constexpr int kLargestKey = 01777;
 
 int master = -1;
 

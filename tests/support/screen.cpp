@@ -40,6 +40,11 @@ std::optional<Position> Screen::Find(std::string_view text) const {
   return std::nullopt;
 }
 
+bool Screen::operator==(const Screen& other) const {
+  return size_ == other.size_ && cells_ == other.cells_ && cursorVisible == other.cursorVisible &&
+         (!cursorVisible || cursor == other.cursor);
+}
+
 std::string Screen::Dump() const {
   std::ostringstream out;
   std::istringstream lines(Text());
@@ -50,6 +55,10 @@ std::string Screen::Dump() const {
   out << "cursor " << (cursorVisible ? "visible" : "hidden") << " at row " << cursor.row
       << ", column " << cursor.column << "\n";
   return out.str();
+}
+
+void PrintTo(const Screen& screen, std::ostream* out) {
+  *out << "\n" << screen.Dump();
 }
 
 }  // namespace TestSupport

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <iosfwd>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -68,7 +69,8 @@ class Screen {
   /// The text with row numbers and the cursor, to be read by a human when a test fails.
   std::string Dump() const;
 
-  bool operator==(const Screen&) const = default;
+  /// Whether an operator sees the same. Where a hidden cursor stands is not to be seen.
+  bool operator==(const Screen& other) const;
 
   Position cursor;
   bool cursorVisible = true;
@@ -77,5 +79,8 @@ class Screen {
   Size size_;
   std::vector<Cell> cells_;
 };
+
+/// How a failed comparison of screens prints them.
+void PrintTo(const Screen& screen, std::ostream* out);
 
 }  // namespace TestSupport
