@@ -2,6 +2,7 @@
 #include "tests/support/screen.h"
 
 #include <iomanip>
+#include <ostream>
 #include <sstream>
 
 namespace TestSupport {
@@ -50,6 +51,10 @@ std::string Screen::Dump() const {
   out << "cursor " << (cursorVisible ? "visible" : "hidden") << " at row " << cursor.row
       << ", column " << cursor.column << "\n";
   return out.str();
+}
+
+void PrintTo(const Screen& screen, std::ostream* out) {
+  *out << '\n' << screen.Dump();
 }
 
 }  // namespace TestSupport

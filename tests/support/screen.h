@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <iosfwd>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -77,5 +78,8 @@ class Screen {
   Size size_;
   std::vector<Cell> cells_;
 };
+
+/// How the test framework shows a screen in a message.
+void PrintTo(const Screen& screen, std::ostream* out);
 
 }  // namespace TestSupport
