@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <algorithm>
+#include <fstream>
+#include <string>
+#include <thread>
+
+#include "tests/support/console.h"
+#include "tests/support/demo_host.h"
+#include "tests/support/readiness.h"
+
+// Steps that tests of the running program share.
+namespace TestSupport {
+
+/// A text that only this screen shows.
+inline constexpr const char* kWelcome = "Shut Down/Restart";
+inline constexpr const char* kLogin = "Authentication Required";
+inline constexpr const char* kMenu = "System Customization";
+
+inline void openLogin(Console& console) {
+  console.WaitFor(kWelcome);
+  console.Press("F2");
+  console.WaitFor(kLogin);
+}
+
+/// From the welcome screen to the menu, as the user that the dialog offers.
+inline void logIn(Console& console, const std::string& password = "demo") {
+  openLogin(console);
+  console.Press("Enter");
+  console.Type(password);
+  console.Press("Enter");
+  console.WaitFor(kMenu);
+}
+
+/// What an operator sees; where a hidden cursor stands does not count.
+inline Screen seen(Console& console) {
+  Screen screen = console.Look();
+  if (!screen.cursorVisible) screen.cursor = {};
+  return screen;
+}
+
+inline bool hasLine(const DemoHost& host, std::string_view kind, const std::string& line) {
+  const auto lines = host.Journal(kind);
+  return std::find(lines.begin(), lines.end(), line) != lines.end();
+}
+
+inline void waitForLine(Console& console, const DemoHost& host, std::string_view kind,
+                        const std::string& line) {
+  console.WaitUntil([&](const Screen&) { return hasLine(host, kind, line); }, line);
+}
+
+/// How often the program slept and how long it worked so far, in clock ticks.
+inline std::pair<long, long> workOf(pid_t pid) {
+  std::ifstream file("/proc/" + std::to_string(pid) + "/stat");
+  std::string word;
+  constexpr int kFieldsToUserTime = 13;
+  for (int i = 0; i < kFieldsToUserTime; ++i) file >> word;
+  long user = 0;
+  long system = 0;
+  file >> user >> system;
+  return {sleepsOf(pid), user + system};
+}
+
+/// Whether the program, once it waits for a key, does nothing at all for a while.
+inline bool staysIdle(Console& console) {
+  console.Settle();
+  const auto before = workOf(console.Pid());
+  std::this_thread::sleep_for(std::chrono::milliseconds(200));
+  return workOf(console.Pid()) == before;
+}
+
+}  // namespace TestSupport
