@@ -7,6 +7,7 @@
 
 #include <csignal>
 
+#include "hostctl/lib/descriptor.h"
 #include "tests/screens/steps.h"
 #include "tests/support/terminal.h"
 
@@ -24,7 +25,7 @@ fs::path terminalOf(const Console& console) {
 }
 
 termios attributesOf(const fs::path& terminal) {
-  const Descriptor descriptor(open(terminal.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
+  const HostCtl::Lib::Descriptor descriptor(open(terminal.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
   termios attributes{};
   EXPECT_EQ(tcgetattr(descriptor.Get(), &attributes), 0);
   return attributes;
