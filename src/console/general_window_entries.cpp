@@ -83,8 +83,4 @@ bool GeneralWindow::ResetSelectable() {
   return !bootedOverNetwork();
 }
 
-bool GeneralWindow::ResetSelectable() {
-  return !bootedOverNetwork();
-}
-
 }  // namespace Kiva
