@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The measure of the benchmarks: what a curses program costs that does nothing but show one screen
-// of text in a console's colours and move a highlight. Quits with "q".
+// of text in a console's colours and move a highlight. Quits with "q" and when its terminal is
+// gone.
 #include <curses.h>
 
 #include <clocale>
@@ -53,7 +54,7 @@ int main() {
   setUpColours();
   drawScreen();
   int chosen = 0;
-  for (int key = 0; key != 'q'; key = getch()) {
+  for (int key = 0; key != 'q' && key != ERR; key = getch()) {
     if (key == KEY_UP || key == KEY_DOWN) {
       drawEntry(chosen, false);
       chosen = (chosen + (key == KEY_DOWN ? 1 : kEntries - 1)) % kEntries;
