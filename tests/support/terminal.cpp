@@ -4,6 +4,12 @@
 #include <utility>
 
 namespace TestSupport {
+namespace {
+
+/// Then the terminal's output stands still.
+constexpr int kMarkersLost = 4;
+
+}  // namespace
 
 Terminal::Terminal(const Launch& launch, Size size) : Terminal(launch, size, Pty(size)) {}
 
@@ -39,9 +45,18 @@ void Terminal::Drain() {
   // own has come through, so has everything before it.
   const std::string name = std::to_string(++markers_);
   const std::string marker = "\033]K;" + name + "\a";
+  const std::size_t start = output_.size();
   pty_.WriteAsProgram(marker);
-  while (filter_.Marker() != name) Pump(Milliseconds{100});
-  output_.erase(output_.rfind(marker), marker.size());
+  for (int lost = 0; filter_.Marker() != name && lost < kMarkersLost;) {
+    const std::string bytes = pty_.Read(Milliseconds{500});
+    Take(bytes);
+    if (!bytes.empty()) continue;
+    // The terminal discards what is under way when somebody types an interrupt.
+    ++lost;
+    pty_.WriteAsProgram(marker);
+  }
+  for (auto at = output_.find(marker, start); at != output_.npos; at = output_.find(marker, at))
+    output_.erase(at, marker.size());
 }
 
 }  // namespace TestSupport
