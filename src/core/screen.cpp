@@ -25,6 +25,12 @@ void setEscapeDelay() {
   if (term && std::strcmp(term, "linux") == 0) set_escdelay(kConsoleEscapeDelay);
 }
 
+// A vt102 of old wanted idle bytes behind every movement; nothing that answers to the name today
+// does, and they would double what a key costs on a serial line.
+void switchPaddingOff() {
+  setenv("NCURSES_NO_PADDING", "1", 0);
+}
+
 void setLocale() {
   if (!std::setlocale(LC_ALL, "en_US.UTF-8")) std::setlocale(LC_ALL, "C.UTF-8");
 }
@@ -34,6 +40,7 @@ void setLocale() {
 void startScreen() {
   setLocale();
   setEscapeDelay();
+  switchPaddingOff();
   // The terminal knows its size better than variables that a shell left behind.
   use_env(FALSE);
   use_tioctl(TRUE);

@@ -25,28 +25,38 @@ void ItemList::FocusStart() {
                                   [](const auto& item) { return item->CanTakeFocus(); });
   const auto start = marked != items_.end() ? marked : first;
   if (start != items_.end()) FocusIndex(static_cast<int>(start - items_.begin()));
+  Draw();
 }
 
 void ItemList::Focus(const Item& item) {
   for (int index = 0; index < Count(); ++index)
     if (items_[static_cast<size_t>(index)].get() == &item) FocusIndex(index);
+  Draw();
 }
 
 void ItemList::MoveDown() {
   for (int index = FocusedIndex() + 1; index < Count(); ++index)
-    if (items_[static_cast<size_t>(index)]->CanTakeFocus()) return FocusIndex(index);
+    if (items_[static_cast<size_t>(index)]->CanTakeFocus()) return MoveTo(index);
 }
 
 void ItemList::MoveUp() {
   for (int index = FocusedIndex() - 1; index >= 0; --index)
-    if (items_[static_cast<size_t>(index)]->CanTakeFocus()) return FocusIndex(index);
+    if (items_[static_cast<size_t>(index)]->CanTakeFocus()) return MoveTo(index);
 }
 
 void ItemList::FocusIndex(int index) {
   if (index < top_) top_ = index;
   if (index >= top_ + Rows()) top_ = std::max(0, index - Rows() + 1);
   focusRow_ = index - top_;
-  Draw();
+}
+
+void ItemList::MoveTo(int index) {
+  const int topBefore = top_;
+  const int rowBefore = focusRow_;
+  FocusIndex(index);
+  if (top_ != topBefore) return Draw();
+  DrawItem(rowBefore);
+  DrawFocused();
 }
 
 Item* ItemList::Focused() {
@@ -60,6 +70,10 @@ void ItemList::Draw() {
     if (row != focusRow_) DrawItem(row);
   DrawScrollBar();
   Refresh();
+  DrawFocused();
+}
+
+void ItemList::DrawFocused() {
   DrawItem(focusRow_);
   Item* focused = Focused();
   const bool drawn = IsActive() && focusRow_ >= 0 && focusRow_ < Rows();

@@ -48,7 +48,10 @@ class ItemList : public Window {
   int Count() const { return static_cast<int>(items_.size()); }
   int Rows() const { return static_cast<int>(rows_.size()); }
   void FocusIndex(int index);
+  /// Moves the focus and draws what has changed.
+  void MoveTo(int index);
   void DrawItem(int row);
+  void DrawFocused();
   void DrawScrollBar();
 
   std::vector<std::unique_ptr<Item>> items_;
