@@ -18,7 +18,9 @@ class TarnNicImpl : public TarnNic {
   std::string GetName() const override { return nic_.name; }
   bool IsStale() const override { return Clock::now() - readAt_ > kFreshFor; }
   void Refresh() override;
-  IpConfig GetConfiguredIpConfig() const override { return nic_.configured; }
+  IpConfig GetConfiguredIpConfig() const override {
+    return enter("GetConfiguredIpConfig"), nic_.configured;
+  }
   IpConfig GetIpConfig() const override { return enter("GetIpConfig"), nic_.running; }
   ConnectionPoint GetConnectionPoint() const override {
     return enter("GetConnectionPoint"), nic_.connection;
@@ -65,7 +67,7 @@ bool NetworkInfoImpl::IsTarnIpv6Enabled() {
 
 struct DnsConfigImpl::State : HostSeam::DnsRecord {};
 
-DnsConfigImpl::DnsConfigImpl(std::string stack) {
+DnsConfigImpl::DnsConfigImpl(const std::string& stack) {
   checkStack("DnsConfig", stack);
 }
 DnsConfigImpl::~DnsConfigImpl() = default;

@@ -35,7 +35,7 @@ struct Run {
 /// Every run begins inside the area; only the last line's end is cut at the right edge, so a run
 /// may be longer than the rest of its row and then goes on in the next one, as curses writes it.
 /// Texts are well-formed UTF-8 without control characters: a control character is one blank here,
-/// a byte that belongs to no character one '?'. In an inactive area all runs are dark grey on
+/// a byte that begins no character one '?'. In an inactive area all runs are dark grey on
 /// black.
 std::vector<Run> paintMarkup(std::string_view laidOut, const PaintArea& area);
 

@@ -49,11 +49,10 @@ std::string repairedUtf8(std::string_view text) {
   repaired.reserve(text.size());
   while (!text.empty()) {
     const std::size_t length = characterLength(text);
-    if (length == 0) {
-      repaired += '?';
-    } else {
+    if (length > 0)
       repaired += text.substr(0, length);
-    }
+    else if (!isContinuation(text.front()))
+      repaired += '?';
     text.remove_prefix(std::max<std::size_t>(length, 1));
   }
   return repaired;

@@ -14,8 +14,8 @@ constexpr bool isContinuation(char byte) {
   return (static_cast<unsigned char>(byte) & 0xc0) == 0x80;
 }
 
-/// The text with every byte that belongs to no valid character replaced by '?'. Braces, blanks and
-/// control bytes stay.
+/// The text with every byte that begins no valid character replaced by '?', and without stray bytes
+/// from inside of one, which take no column. Braces, blanks and control bytes stay.
 std::string repairedUtf8(std::string_view text);
 
 /// Columns of well-formed text.

@@ -128,7 +128,7 @@ TEST(Login, TypedMarkupIsLiveInTheNameField) {
   Demo demo;
   demo.terminal.Press("F2");
   demo.terminal.Type("{serial-number}");
-  EXPECT_TRUE(demo.terminal.Look().Shows("LKF-R640-00731")) << demo.terminal.Look().Dump();
+  EXPECT_TRUE(demo.terminal.Look().Shows("LKF-T24-00731")) << demo.terminal.Look().Dump();
 }
 
 TEST(Login, OffersTheKeyboardOnAConsole) {

@@ -33,7 +33,7 @@ const std::vector<Pane> kPanes = {
      {"Press the corresponding key to view", "<1> Syslog", "<2> Tarn", "<3> Config",
       "<4> Management Agent (mgmtd)", "<5> Corvo Halo Observation log"},
      ""},
-    {"View Support Information", {"LKF-R640-00731", "<Page Down>"}, ""},
+    {"View Support Information", {"LKF-T24-00731", "<Page Down>"}, ""},
     {"Reset System Configuration", {"Warning!"}, "<Enter> Reset"},
 };
 
@@ -59,7 +59,7 @@ TEST(Menu, DescribesEveryEntryAtEverySize) {
       EXPECT_NE(footers.find("<Up/Down> Select"), std::string::npos);
       EXPECT_NE(footers.find("<Esc> Log Out"), std::string::npos);
       EXPECT_NE(footers.find(pane.footer), std::string::npos) << pane.footer;
-      EXPECT_TRUE(screen.Shows("Corvo Halo 8.0.2 (Tarn 8.0.2 Build 21203435)"));
+      EXPECT_TRUE(screen.Shows("Corvo Halo 4.2.1 (Tarn 4.2.1 Build 1840271)"));
       demo.terminal.Press("Enter");
       EXPECT_EQ(demo.terminal.Look(), screen) << "no window behind this entry yet";
       demo.terminal.Press("Down");

@@ -29,12 +29,12 @@ Json withIpv6(int count) {
 TEST(WelcomeScreen, LaysTheHostsFactsOutAtEverySize) {
   for (const Size size : {Size{24, 80}, Size{25, 80}, Size{43, 132}, Size{100, 300}}) {
     Demo demo({}, size);
-    const Screen screen = demo.terminal.WaitFor("Corvo Halo 8.0.2 (Tarn 8.0.2 Build 21203435)");
+    const Screen screen = demo.terminal.WaitFor("Corvo Halo 4.2.1 (Tarn 4.2.1 Build 1840271)");
     const int half = size.rows / 2;
     const std::vector<std::pair<std::string, Position>> places = {
         {"Corvo Halo", {5, 8}},
-        {"Larkfield Systems Meridian R640", {7, 8}},
-        {"2 x Orrery(R) Silver 4316 CPU @ 2.30GHz", {9, 8}},
+        {"Larkfield Systems Meridian T24", {7, 8}},
+        {"2 x Orrery(R) Copper 77 CPU @ 2.60GHz", {9, 8}},
         {"128 GiB Memory", {10, 8}},
         {"To manage this host, go to:", {half + 1, 8}},
         {"https://halo-01/", {half + 2, 8}},
@@ -101,7 +101,7 @@ TEST(WelcomeScreen, FollowsTheHostsState) {
       {"five addresses", withIpv6(5), {"[2001:db8::1]", "[2001:db8::5]"}, {"..."}},
       {"localhost", replaced("/network/dns/hostname", "localhost"), {"10.20.30.40"}, {"localhost"}},
       {"braces", replaced("/network/dns/hostname", "a{b}c"), {"https://a(b)c/"}, {}},
-      {"one package", {{"processors", {{"packages", 1}}}}, {" Orrery(R) Silver"}, {"1 x", "2 x"}},
+      {"one package", {{"processors", {{"packages", 1}}}}, {" Orrery(R) Copper"}, {"1 x", "2 x"}},
       {"bare machine",
        {{"hardware", {{"vendorName", ""}, {"productName", "  Box  1 "}}}},
        {"│       Box 1 "},
@@ -140,7 +140,7 @@ TEST(WelcomeScreen, GivesWayToTheAdministratorsMessage) {
   const Screen screen = demo.terminal.Look();
   EXPECT_EQ(screen.Find("Call "), (Position{2, 2}));
   EXPECT_TRUE(screen.Shows("halo-01.example.test")) << screen.Dump();
-  EXPECT_TRUE(screen.Shows("LKF-R640-00731128 GBN/A")) << screen.Dump();
+  EXPECT_TRUE(screen.Shows("LKF-T24-00731128 GBN/A")) << screen.Dump();
   EXPECT_EQ(screen.ColoursAt(2, 2), (Colours{3, 0}));
   EXPECT_FALSE(screen.Shows("<F2>"));
   demo.host.Change({{"welcomeMessage", ""}});

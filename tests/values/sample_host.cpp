@@ -30,7 +30,7 @@ TEST_F(SampleHost, ShowsTheBuiltInSampleThroughTheLibrary) {
   TarnCtl::System::HardwareInfoImpl hardware;
   TarnCtl::System::MemoryInfoImpl memory;
   EXPECT_EQ(system.GetVersion().productName, "Corvo Halo");
-  EXPECT_EQ(system.GetVersion().buildNumber, 21203435u);
+  EXPECT_EQ(system.GetVersion().buildNumber, 1840271u);
   EXPECT_EQ(hardware.GetBiosData().minorVersion, 19);
   EXPECT_EQ(TarnCtl::System::ProcessorInfoImpl().GetNumCpuPackages(), 2);
   EXPECT_EQ(memory.GetTotalPages() * memory.GetPageSize(), 128ULL << 30);

@@ -31,7 +31,7 @@ class Platform {
  public:
   virtual ~Platform() = default;
 
-  /// Where the file that the console knows as `path` (absolute) lies on this machine.
+  /// Where the file that the host knows as `path` (absolute) lies on this machine.
   virtual std::string HostPath(std::string_view path) const = 0;
   /// What to execute so that the host runs `program` as a child without the terminal.
   virtual Program ChildProgram(const Program& program) = 0;
@@ -54,7 +54,7 @@ class Platform {
   virtual std::optional<std::string> PamServiceDirectory() const = 0;
 };
 
-/// The platform that the program runs on; set once by main through HostSeam::useHost.
+/// The platform that the program runs on; set once, before anything else uses the library.
 Platform& platform();
 
 }  // namespace HostCtl::Lib

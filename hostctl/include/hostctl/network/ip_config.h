@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <utility>
 #include <vector>
 
 #include "hostctl/network/address.h"
@@ -8,7 +9,8 @@
 namespace HostCtl::Network {
 
 /// The IP configuration of one kernel interface, as configured or as it runs at the moment. IPv4 is
-/// off (none), given by DHCP, or static; under DHCP the address is empty until a lease is held.
+/// off (none, whatever else is set), given by DHCP, or static; under DHCP the
+/// address is empty until a lease is held.
 class IpConfig {
  public:
   bool GetIpv4UseNone() const { return ipv4None_; }

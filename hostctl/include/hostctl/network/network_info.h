@@ -13,15 +13,15 @@ namespace HostCtl::Network {
 class NetworkInfo {
  public:
   virtual ~NetworkInfo() = default;
-  /// Looks the management interface up anew; GetManagementInterface hands it out, or null when the
-  /// host has none.
+  /// Looks the management interface up anew. GetManagementInterface hands it out once after each
+  /// such look; null otherwise, and when the host has none.
   virtual void UpdateManagementInterface() = 0;
   virtual std::unique_ptr<TarnNic> GetManagementInterface() = 0;
   virtual std::vector<Pnic> GetPnics() = 0;
   virtual bool IsTarnIpv6Enabled() = 0;
 };
 
-/// Name resolution of one network stack.
+/// Name resolution of one network stack. Throws HostCtlException when the host fails to say.
 class DnsConfig {
  public:
   virtual ~DnsConfig() = default;
@@ -32,7 +32,8 @@ class DnsConfig {
   virtual std::vector<std::string> GetSearchDomains() = 0;
 };
 
-/// Default gateways of one network stack; empty addresses when there is none.
+/// Default gateways of one network stack; empty addresses when there is none. Throws
+/// HostCtlException when the host fails to say.
 class RoutingInfo {
  public:
   virtual ~RoutingInfo() = default;
@@ -40,7 +41,7 @@ class RoutingInfo {
   virtual Ipv6Address GetTarnIpv6DefaultGateway() = 0;
 };
 
-/// The only network stack that the console manages.
+/// The only network stack that there is to manage.
 inline constexpr const char* kDefaultStack = "defaultTcpipStack";
 
 }  // namespace HostCtl::Network

@@ -10,6 +10,7 @@ namespace HostCtl::Network {
 /// What a kernel interface is connected to.
 enum class ConnecteeType { Unknown = 0, StandardPortGroup = 1, DistributedPort = 2, Opaque = 3 };
 
+/// Where a kernel interface is plugged in. Names are empty where the type has none.
 struct ConnectionPoint {
   ConnecteeType type = ConnecteeType::Unknown;
   std::string switchName;
@@ -18,13 +19,15 @@ struct ConnectionPoint {
 };
 
 /// A kernel network interface that carries traffic of the host itself. Whoever asks the network
-/// information for one owns it; its state is the one at that moment until Refresh.
+/// information for one owns it; its state is the one at that moment until Refresh. Throws
+/// HostCtlException when the host fails it.
 class TarnNic {
  public:
   virtual ~TarnNic() = default;
   virtual std::string GetName() const = 0;
   /// True when the state was read more than a second ago.
   virtual bool IsStale() const = 0;
+  /// Reads the state again; an interface that is gone keeps the last one.
   virtual void Refresh() = 0;
   virtual IpConfig GetConfiguredIpConfig() const = 0;
   /// The configuration that is in force now, addresses given by others included.

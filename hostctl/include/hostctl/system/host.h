@@ -16,6 +16,7 @@ class Host {
   virtual std::unique_ptr<SystemInfo> GetSystemInfo() = 0;
 };
 
+/// Hands out the host that the program runs on. Throws HostCtlException when it cannot be reached.
 class HostFactory {
  public:
   static std::unique_ptr<Host> GetHost();

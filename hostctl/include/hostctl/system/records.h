@@ -34,11 +34,13 @@ struct HardwareRecord {
   BiosData bios;
 };
 
+/// All packages are of one model.
 struct ProcessorRecord {
   std::string modelName;
   int packages = 1;
 };
 
+/// The memory that the operating system has; the page size is in bytes.
 struct MemoryRecord {
   std::uint64_t totalPages = 0;
   std::uint64_t pageSize = 4096;
@@ -56,8 +58,7 @@ struct FirewallRuleset {
   bool enabled = false;
 };
 
-/// Boot options that the console tells apart.
-inline constexpr int kBootNormal = 0;
+/// The boot option of a host whose changes do not outlive a restart.
 inline constexpr int kBootAudit = 1;
 
 }  // namespace HostCtl::System

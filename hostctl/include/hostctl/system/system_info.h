@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -25,7 +26,8 @@ class SystemInfo {
   virtual std::vector<FirewallRuleset> GetFirewallRulesets() = 0;
 };
 
-/// The machine below the operating system.
+/// The machine below the operating system. Texts are empty where it does not say; throws
+/// HostCtlException when the host fails to read it. So do the three below.
 class HardwareInfo {
  public:
   virtual ~HardwareInfo() = default;
@@ -37,6 +39,7 @@ class HardwareInfo {
   virtual BiosData GetBiosData() = 0;
 };
 
+/// The machine's processors.
 class ProcessorInfo {
  public:
   virtual ~ProcessorInfo() = default;
@@ -44,6 +47,7 @@ class ProcessorInfo {
   virtual int GetNumCpuPackages() = 0;
 };
 
+/// The machine's memory.
 class MemoryInfo {
  public:
   virtual ~MemoryInfo() = default;
@@ -52,6 +56,7 @@ class MemoryInfo {
   virtual std::uint64_t GetPageSize() = 0;
 };
 
+/// The machine's storage adapters.
 class StorageInfo {
  public:
   virtual ~StorageInfo() = default;

@@ -9,9 +9,9 @@
 
 namespace TarnCtl::Network {
 
-/// The network of the host that the program runs on. The management interface is the one that Kiva
-/// set up; on a host that it did not set up, the one that carries the default route, else the first
-/// with a global address.
+/// The network of the host that the program runs on. The management interface is the one that
+/// this software set up; on a host that it did not set up, the one that carries the default route,
+/// else the first with a global address.
 class NetworkInfoImpl : public HostCtl::Network::NetworkInfo {
  public:
   void UpdateManagementInterface() override;
@@ -26,7 +26,7 @@ class NetworkInfoImpl : public HostCtl::Network::NetworkInfo {
 /// Reads once and answers from that until Refresh. Throws for a stack other than the default one.
 class DnsConfigImpl : public HostCtl::Network::DnsConfig {
  public:
-  explicit DnsConfigImpl(std::string stack);
+  explicit DnsConfigImpl(const std::string& stack);
   ~DnsConfigImpl() override;
   void Refresh() override;
   std::string GetHostname() override;
