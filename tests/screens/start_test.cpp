@@ -297,7 +297,7 @@ TEST(Start, ASecondInstanceRunsBesideTheFirst) {
 
 TEST(Start, ChildrenAnswerThoughTheirEndWasIgnored) {
   const DemoHost host(Json{{"lockdown", {{"enabled", true}}}});
-  Terminal terminal(throughShell(host, R"(trap '' CHLD; exec "$0" "$@")"));
+  Terminal terminal(throughShell(host, R"(exec env --ignore-signal=CHLD "$0" "$@")"));
   logIn(terminal);
   terminal.Press("Down");
   EXPECT_TRUE(terminal.Look().Shows("Enabled")) << terminal.Look().Dump();
