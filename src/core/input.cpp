@@ -61,7 +61,7 @@ int readTerminal() {
 class TerminalSource : public InputSource {
  public:
   Time Now() override {
-    const auto real = std::chrono::steady_clock::now().time_since_epoch();
+    const auto real = std::chrono::steady_clock::now() - start_;
     return std::chrono::duration_cast<Time>(real) * keyWait().clockSpeed;
   }
 
@@ -72,6 +72,9 @@ class TerminalSource : public InputSource {
     const timeval value{.tv_sec = left.count() / 1000000, .tv_usec = left.count() % 1000000};
     return waitForInput(&value);
   }
+
+ private:
+  const std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 
 }  // namespace

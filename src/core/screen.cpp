@@ -3,6 +3,7 @@
 
 #include <curses.h>
 #include <term.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <clocale>
@@ -11,6 +12,7 @@
 
 #include "core/keys.h"
 #include "core/palette.h"
+#include "core/terminal.h"
 
 namespace Kiva {
 
@@ -29,6 +31,16 @@ void setEscapeDelay() {
 // does, and they would double what a key costs on a serial line.
 void switchPaddingOff() {
   setenv("NCURSES_NO_PADDING", "1", 0);
+}
+
+// Ctrl-S at the machine would stop the screen, and the program with it, until somebody thinks of
+// Ctrl-Q. A serial line may need both.
+void switchFlowControlOff() {
+  termios attributes{};
+  if (!isLinuxConsole() || tcgetattr(STDIN_FILENO, &attributes) != 0) return;
+  attributes.c_iflag &= ~static_cast<tcflag_t>(IXON);
+  tcsetattr(STDIN_FILENO, TCSANOW, &attributes);
+  def_prog_mode();
 }
 
 void setLocale() {
@@ -50,6 +62,7 @@ void startScreen() {
   curs_set(0);
   cbreak();
   noecho();
+  switchFlowControlOff();
   keypad(stdscr, TRUE);
   setUpColors();
   defineKeys();

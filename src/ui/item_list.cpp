@@ -6,7 +6,7 @@
 namespace Kiva {
 
 ItemList::ItemList(Window& parent, const Rect& place)
-    : Window(parent, place, kParentColor, kParentColor) {
+    : Window(parent, place, kParentColor, kBlack) {
   for (int row = 0; row < Height(); ++row)
     rows_.push_back(&Make<TextArea>(Rect{0, row, Width() - 1, 1}, kParentColor));
   scrollBar_ = &Make<Window>(Rect{Width() - 1, 0, 1, Height()}, kParentColor, kParentColor);

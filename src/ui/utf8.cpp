@@ -45,6 +45,8 @@ std::size_t characterLength(std::string_view text) {
 }  // namespace
 
 std::string repairedUtf8(std::string_view text) {
+  const auto isAscii = [](char byte) { return static_cast<unsigned char>(byte) < 0x80; };
+  if (std::all_of(text.begin(), text.end(), isAscii)) return std::string(text);
   std::string repaired;
   repaired.reserve(text.size());
   while (!text.empty()) {
