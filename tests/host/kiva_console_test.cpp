@@ -12,10 +12,10 @@
 
 #include "console/fact_format.h"
 #include "console/welcome_content.h"
+#include "harness/virtual_terminal.h"
 #include "tests/support/recording_platform.h"
-#include "tests/support/virtual_terminal.h"
 
-namespace TestSupport {
+namespace Harness {
 namespace {
 
 constexpr Colours kWhiteOnDarkGrey{7, 6};
@@ -166,4 +166,4 @@ TEST_F(KivaConsole, KnowsItsTerminalWithoutBeingTold) {
 }
 
 }  // namespace
-}  // namespace TestSupport
+}  // namespace Harness

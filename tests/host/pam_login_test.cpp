@@ -43,7 +43,7 @@ class PamLoginTest : public TestSupport::OnRecordingHost {
   void UseMatrix() const { UseStack("auth required " + Matrix() + "account required " + Matrix()); }
 
   std::string matrix_;
-  TestSupport::TemporaryFolder folder_;
+  Harness::TemporaryFolder folder_;
 };
 
 TEST_F(PamLoginTest, StatusOfTheStack) {
@@ -174,7 +174,7 @@ TEST_F(SmartCardTest, TakenOutDuringSession) {
 }
 
 TEST_F(SmartCardTest, MarkerOpensTheConsole) {
-  TestSupport::TemporaryFolder folder;
+  Harness::TemporaryFolder folder;
   platform->root = folder.Path();
   EXPECT_FALSE(Kiva::IsConsoleLoginShown());
   folder.Write("var/run/corvo/show-kiva-login", "");

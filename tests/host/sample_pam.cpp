@@ -13,7 +13,7 @@
 
 namespace {
 
-using TestSupport::DemoHost;
+using Harness::DemoHost;
 using TestSupport::hostText;
 using TestSupport::setIn;
 using TestSupport::writeHostText;

@@ -12,7 +12,7 @@
 
 namespace {
 
-using TestSupport::DemoHost;
+using Harness::DemoHost;
 using TestSupport::hostFile;
 using TestSupport::hostText;
 using TestSupport::setIn;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/virtual_terminal.h"
+#include "harness/virtual_terminal.h"
 
 #include <gtest/gtest.h>
 
-namespace TestSupport {
+namespace Harness {
 namespace {
 
 TEST(VirtualTerminal, ShowsWhatAProgramWritesAndTakesKeys) {
@@ -23,4 +23,4 @@ TEST(VirtualTerminal, ShowsWhatAProgramWritesAndTakesKeys) {
 }
 
 }  // namespace
-}  // namespace TestSupport
+}  // namespace Harness

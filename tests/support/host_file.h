@@ -3,9 +3,11 @@
 
 #include <string>
 
-#include "tests/support/demo_host.h"
+#include "harness/demo_host.h"
 
 namespace TestSupport {
+
+using Harness::DemoHost;
 
 std::filesystem::path hostFile(const DemoHost& host);
 

@@ -14,9 +14,9 @@
 
 namespace {
 
+using Harness::DemoHost;
 using HostCtl::Lib::HostCtlException;
 using HostCtl::Lib::platform;
-using TestSupport::DemoHost;
 using TestSupport::setIn;
 
 class SampleHost : public testing::Test {

@@ -10,10 +10,10 @@
 
 namespace {
 
+using Harness::DemoHost;
 using HostCtl::Lib::HostCtlException;
 using HostSample::SampleHostError;
 using HostSample::Store;
-using TestSupport::DemoHost;
 using TestSupport::hostFile;
 using TestSupport::hostText;
 using TestSupport::setIn;

@@ -7,8 +7,8 @@
 
 namespace {
 
+using Harness::DemoHost;
 using HostSeam::ToolAnswer;
-using TestSupport::DemoHost;
 using TestSupport::hostText;
 using TestSupport::setIn;
 using Json = nlohmann::json;

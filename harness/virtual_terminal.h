@@ -6,10 +6,10 @@
 #include <string>
 #include <string_view>
 
+#include "harness/console.h"
 #include "hostctl/lib/descriptor.h"
-#include "tests/support/console.h"
 
-namespace TestSupport {
+namespace Harness {
 
 /// A Linux virtual terminal of this machine that nobody uses, locked against other tests. It goes
 /// back to the kernel with this object.
@@ -62,4 +62,4 @@ class VirtualTerminal : public Console {
 /// colour; here they are numbered as curses and the escape sequences do.
 Colours coloursOfAttribute(std::uint8_t attribute);
 
-}  // namespace TestSupport
+}  // namespace Harness

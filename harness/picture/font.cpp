@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/picture/font.h"
+#include "harness/picture/font.h"
 
 #include <zlib.h>
 

@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <string>
 
-namespace TestSupport {
+namespace Harness {
 
 /// A folder of its own, gone at the end.
 class TemporaryFolder {
@@ -19,4 +19,4 @@ class TemporaryFolder {
   std::filesystem::path path_;
 };
 
-}  // namespace TestSupport
+}  // namespace Harness

@@ -5,12 +5,12 @@
 #include <string>
 #include <string_view>
 
-#include "tests/support/console.h"
-#include "tests/support/emulator.h"
-#include "tests/support/output_filter.h"
-#include "tests/support/pty.h"
+#include "harness/console.h"
+#include "harness/emulator.h"
+#include "harness/output_filter.h"
+#include "harness/pty.h"
 
-namespace TestSupport {
+namespace Harness {
 
 /// A program in a pseudo-terminal behind a terminal emulator.
 class Terminal : public Console {
@@ -47,4 +47,4 @@ class Terminal : public Console {
   unsigned markers_ = 0;
 };
 
-}  // namespace TestSupport
+}  // namespace Harness

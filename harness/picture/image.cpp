@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/picture/image.h"
+#include "harness/picture/image.h"
 
 #include <png.h>
 
@@ -10,9 +10,9 @@
 namespace Picture {
 namespace {
 
-using TestSupport::Cell;
-using TestSupport::OutputFilter;
-using TestSupport::Screen;
+using Harness::Cell;
+using Harness::OutputFilter;
+using Harness::Screen;
 
 constexpr std::uint32_t kConsoleColours[16] = {
     0x000000, 0xaa0000, 0x00aa00, 0xaa5500, 0x0000aa, 0xaa00aa, 0x00aaaa, 0xaaaaaa,
@@ -21,8 +21,8 @@ constexpr int kDefaultForeground = 7;
 constexpr int kDefaultBackground = 0;
 
 std::uint32_t rgbOf(int colour, int byDefault, const OutputFilter& palette) {
-  if ((colour & TestSupport::kDirectColour) != 0 && colour > 0) return colour & 0xffffff;
-  const int slot = colour == TestSupport::kDefaultColour ? byDefault : colour;
+  if ((colour & Harness::kDirectColour) != 0 && colour > 0) return colour & 0xffffff;
+  const int slot = colour == Harness::kDefaultColour ? byDefault : colour;
   return palette.Redefined(slot).value_or(kConsoleColours[slot % 16]);
 }
 
@@ -51,7 +51,7 @@ Image draw(const Screen& screen, const OutputFilter& palette, const Font& font) 
   image.pixels.resize(static_cast<std::size_t>(image.width) * image.height * 3);
   for (int y = 0; y < image.height; ++y) {
     for (int x = 0; x < image.width; ++x) {
-      const TestSupport::Position at{y / font.Height(), x / font.Width()};
+      const Harness::Position at{y / font.Height(), x / font.Width()};
       const Cell& cell = screen.At(at.row, at.column);
       const Ink ink = inkOf(cell, palette);
       const bool underCursor =

@@ -7,11 +7,11 @@
 #include <string>
 #include <string_view>
 
-#include "tests/support/child.h"
-#include "tests/support/keys.h"
-#include "tests/support/screen.h"
+#include "harness/child.h"
+#include "harness/keys.h"
+#include "harness/screen.h"
 
-namespace TestSupport {
+namespace Harness {
 
 /// A wait that did not come true; what() holds the screen as it was then.
 class WaitFailed : public std::runtime_error {
@@ -81,4 +81,4 @@ class Console {
   Milliseconds deadline_{30000};
 };
 
-}  // namespace TestSupport
+}  // namespace Harness

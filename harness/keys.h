@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace TestSupport {
+namespace Harness {
 
 /// The families of byte sequences in which terminals send their keys.
 enum class KeyFamily {
@@ -21,4 +21,4 @@ enum class KeyFamily {
 /// std::invalid_argument for any other name and for a key that the family does not have.
 std::string keyBytes(std::string_view name, KeyFamily family = KeyFamily::kXterm);
 
-}  // namespace TestSupport
+}  // namespace Harness

@@ -7,10 +7,10 @@
 #include <string_view>
 #include <vector>
 
-#include "tests/support/child.h"
-#include "tests/support/temporary_folder.h"
+#include "harness/child.h"
+#include "harness/temporary_folder.h"
 
-namespace TestSupport {
+namespace Harness {
 
 /// A sample host of a test's own: a copy of the built-in sample in a temporary folder, which goes
 /// with this object. Change it before the program starts, read its journal afterwards.
@@ -40,4 +40,4 @@ class DemoHost {
   TemporaryFolder folder_;
 };
 
-}  // namespace TestSupport
+}  // namespace Harness

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/virtual_terminal.h"
+#include "harness/virtual_terminal.h"
 
 #include <fcntl.h>
 #include <linux/kd.h>
@@ -15,7 +15,7 @@
 #include <thread>
 #include <vector>
 
-namespace TestSupport {
+namespace Harness {
 
 using HostCtl::Lib::Descriptor;
 namespace {
@@ -143,4 +143,4 @@ bool VirtualTerminal::HasTypeAhead() {
   return ioctl(terminal_.Device(), FIONREAD, &waiting) == 0 && waiting > 0;
 }
 
-}  // namespace TestSupport
+}  // namespace Harness

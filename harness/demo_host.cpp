@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/demo_host.h"
+#include "harness/demo_host.h"
 
 #include <fstream>
 #include <utility>
 
-namespace TestSupport {
+namespace Harness {
 namespace {
 
 namespace fs = std::filesystem;
@@ -75,4 +75,4 @@ std::vector<std::string> DemoHost::Journal(std::string_view kind) const {
   return lines;
 }
 
-}  // namespace TestSupport
+}  // namespace Harness

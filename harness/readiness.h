@@ -3,7 +3,7 @@
 
 #include <sys/types.h>
 
-namespace TestSupport {
+namespace Harness {
 
 /// The process that has the keyboard of the terminal that session leader `leader` runs on: `leader`
 /// itself, or for instance the pager that it has started.
@@ -17,4 +17,4 @@ bool waitsForKeys(pid_t pid);
 /// How often the main thread of `pid` has gone to sleep. Grows whenever it takes in a key.
 long sleepsOf(pid_t pid);
 
-}  // namespace TestSupport
+}  // namespace Harness

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/keys.h"
+#include "harness/keys.h"
 
 #include <array>
 #include <stdexcept>
 
-namespace TestSupport {
+namespace Harness {
 namespace {
 
 struct KeyRow {
@@ -60,4 +60,4 @@ std::string keyBytes(std::string_view name, KeyFamily family) {
   throw std::invalid_argument("no such key in this family: " + std::string(name));
 }
 
-}  // namespace TestSupport
+}  // namespace Harness

@@ -5,9 +5,9 @@
 #include <filesystem>
 #include <vector>
 
-#include "tests/picture/font.h"
-#include "tests/support/output_filter.h"
-#include "tests/support/screen.h"
+#include "harness/output_filter.h"
+#include "harness/picture/font.h"
+#include "harness/screen.h"
 
 namespace Picture {
 
@@ -20,8 +20,7 @@ struct Image {
 
 /// Draws a screen as it stands before an operator: in the palette as the program has redefined it,
 /// the slots that it left alone in the Linux console's own colours.
-Image draw(const TestSupport::Screen& screen, const TestSupport::OutputFilter& palette,
-           const Font& font);
+Image draw(const Harness::Screen& screen, const Harness::OutputFilter& palette, const Font& font);
 
 /// Writes a PNG file; throws std::runtime_error when it cannot.
 void writePng(const Image& image, const std::filesystem::path& file);

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/terminal.h"
+#include "harness/terminal.h"
 
 #include <utility>
 
-namespace TestSupport {
+namespace Harness {
 namespace {
 
 /// Then the terminal's output stands still.
@@ -59,4 +59,4 @@ void Terminal::Drain() {
     output_.erase(at, marker.size());
 }
 
-}  // namespace TestSupport
+}  // namespace Harness

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/output_filter.h"
+#include "harness/output_filter.h"
 
 #include <cstdio>
 #include <cstdlib>
 
-namespace TestSupport {
+namespace Harness {
 namespace {
 
 constexpr std::string_view kIntroducer = "\033]";
@@ -77,4 +77,4 @@ void OutputFilter::Record(PaletteChange change) {
   }
 }
 
-}  // namespace TestSupport
+}  // namespace Harness

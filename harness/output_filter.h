@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-namespace TestSupport {
+namespace Harness {
 
 /// One change of a terminal's palette: slot `slot` takes the colour 0xRRGGBB `rgb`, or the whole
 /// palette goes back to the terminal's own (slot -1).
@@ -50,4 +50,4 @@ class OutputFilter {
   std::array<std::optional<std::uint32_t>, 256> palette_{};
 };
 
-}  // namespace TestSupport
+}  // namespace Harness

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/pty.h"
+#include "harness/pty.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <system_error>
 
-namespace TestSupport {
+namespace Harness {
 
 using HostCtl::Lib::Descriptor;
 namespace {
@@ -67,4 +67,4 @@ bool Pty::HasTypeAhead() const {
   return ioctl(slave_.Get(), FIONREAD, &waiting) == 0 && waiting > 0;
 }
 
-}  // namespace TestSupport
+}  // namespace Harness

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-namespace TestSupport {
+namespace Harness {
 
 struct Size {
   int rows = 25;
@@ -83,4 +83,4 @@ class Screen {
 /// How a failed comparison of screens prints them.
 void PrintTo(const Screen& screen, std::ostream* out);
 
-}  // namespace TestSupport
+}  // namespace Harness

@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-namespace TestSupport {
+namespace Harness {
 
 /// A program to start on a terminal. Of this process's environment it gets only what it needs to
 /// run (PATH, HOME, the options of the sanitizers); `term` and `environment` come on top.
@@ -43,4 +43,4 @@ class Child {
   std::optional<int> status_;
 };
 
-}  // namespace TestSupport
+}  // namespace Harness

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/emulator.h"
+#include "harness/emulator.h"
 
-namespace TestSupport {
+namespace Harness {
 namespace {
 
 int colourOf(const VTermColor& colour, std::uint8_t isDefault) {
@@ -78,4 +78,4 @@ Screen Emulator::Look() const {
   return screen;
 }
 
-}  // namespace TestSupport
+}  // namespace Harness

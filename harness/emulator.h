@@ -6,9 +6,9 @@
 #include <memory>
 #include <string_view>
 
-#include "tests/support/screen.h"
+#include "harness/screen.h"
 
-namespace TestSupport {
+namespace Harness {
 
 /// The terminal emulator: bytes in, a screen out. Give it what OutputFilter lets pass.
 class Emulator {
@@ -34,4 +34,4 @@ class Emulator {
   std::unique_ptr<Properties> properties_;
 };
 
-}  // namespace TestSupport
+}  // namespace Harness

@@ -12,23 +12,23 @@
 #include <string_view>
 #include <vector>
 
-#include "tests/picture/image.h"
-#include "tests/support/terminal.h"
+#include "harness/picture/image.h"
+#include "harness/terminal.h"
 
 namespace {
 
-using TestSupport::Terminal;
+using Harness::Terminal;
 
 struct Task {
   std::string font;
   std::string output;
-  TestSupport::Size size;
+  Harness::Size size;
   std::vector<std::string> steps;
-  TestSupport::Launch launch;
+  Harness::Launch launch;
 };
 
-TestSupport::Size sizeFrom(const std::string& text) {
-  TestSupport::Size size;
+Harness::Size sizeFrom(const std::string& text) {
+  Harness::Size size;
   if (std::sscanf(text.c_str(), "%dx%d", &size.columns, &size.rows) != 2 || size.rows < 1 ||
       size.columns < 1) {
     throw std::invalid_argument("not a size: " + text);

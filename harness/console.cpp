@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/console.h"
+#include "harness/console.h"
 
-#include "tests/support/readiness.h"
+#include "harness/readiness.h"
 
-namespace TestSupport {
+namespace Harness {
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -102,4 +102,4 @@ int Console::WaitForExit() {
   return *child_.Ended();
 }
 
-}  // namespace TestSupport
+}  // namespace Harness

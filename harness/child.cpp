@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/child.h"
+#include "harness/child.h"
 
 #include <fcntl.h>
 #include <spawn.h>
@@ -10,7 +10,7 @@
 #include <cstdlib>
 #include <system_error>
 
-namespace TestSupport {
+namespace Harness {
 namespace {
 
 std::vector<std::string> environmentOf(const Launch& launch) {
@@ -85,4 +85,4 @@ void Child::Signal(int number) const {
   kill(pid_, number);
 }
 
-}  // namespace TestSupport
+}  // namespace Harness

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/temporary_folder.h"
+#include "harness/temporary_folder.h"
 
 #include <cstdlib>
 #include <fstream>
 #include <stdexcept>
 
-namespace TestSupport {
+namespace Harness {
 
 TemporaryFolder::TemporaryFolder() {
   std::string name = (std::filesystem::temp_directory_path() / "kiva-test-XXXXXX").string();
@@ -24,4 +24,4 @@ void TemporaryFolder::Write(const std::string& name, const std::string& text) co
   std::ofstream(path) << text;
 }
 
-}  // namespace TestSupport
+}  // namespace Harness

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/readiness.h"
+#include "harness/readiness.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -18,7 +18,7 @@
 
 #include "hostctl/lib/descriptor.h"
 
-namespace TestSupport {
+namespace Harness {
 
 using HostCtl::Lib::Descriptor;
 namespace {
@@ -116,4 +116,4 @@ long sleepsOf(pid_t pid) {
   return -1;
 }
 
-}  // namespace TestSupport
+}  // namespace Harness

@@ -6,10 +6,10 @@
 #include <string>
 #include <string_view>
 
+#include "harness/screen.h"
 #include "hostctl/lib/descriptor.h"
-#include "tests/support/screen.h"
 
-namespace TestSupport {
+namespace Harness {
 
 /// The two ends of a pseudo-terminal. Its owner keeps the program's end open too, so that what a
 /// program wrote last can still be read after it has ended.
@@ -36,4 +36,4 @@ class Pty {
   HostCtl::Lib::Descriptor slave_;
 };
 
-}  // namespace TestSupport
+}  // namespace Harness

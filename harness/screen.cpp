@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/screen.h"
+#include "harness/screen.h"
 
 #include <iomanip>
 #include <sstream>
 
-namespace TestSupport {
+namespace Harness {
 
 std::string utf8(std::uint32_t c) {
   const auto tail = [c](int shift) { return static_cast<char>(0x80 | (c >> shift & 0x3f)); };
@@ -61,4 +61,4 @@ void PrintTo(const Screen& screen, std::ostream* out) {
   *out << "\n" << screen.Dump();
 }
 
-}  // namespace TestSupport
+}  // namespace Harness
