@@ -2,6 +2,7 @@
 #include "harness/demo_host.h"
 
 #include <fstream>
+#include <iterator>
 #include <utility>
 
 namespace Harness {
@@ -41,7 +42,7 @@ Launch DemoHost::Demo(const std::vector<std::string>& arguments) const {
 }
 
 nlohmann::json DemoHost::State() const {
-  std::ifstream file(Directory() / "host.json");
+  std::ifstream file(File());
   return nlohmann::json::parse(file);
 }
 
@@ -54,7 +55,20 @@ void DemoHost::Change(const nlohmann::json& changes) {
   }
   const fs::path beside = Directory() / "host.json.changed";
   std::ofstream(beside) << state.dump(2) << "\n";
-  fs::rename(beside, Directory() / "host.json");
+  fs::rename(beside, File());
+}
+
+void DemoHost::Set(const std::string& pointer, const nlohmann::json& value) {
+  Change(nlohmann::json::array({{{"op", "add"}, {"path", pointer}, {"value", value}}}));
+}
+
+std::string DemoHost::Text() const {
+  std::ifstream in(File());
+  return {std::istreambuf_iterator<char>(in), {}};
+}
+
+void DemoHost::WriteText(std::string_view text) {
+  std::ofstream(File()) << text;
 }
 
 std::vector<std::string> DemoHost::Journal() const {

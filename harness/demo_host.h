@@ -29,6 +29,13 @@ class DemoHost {
   /// Changes host.json: an object is a merge patch (null removes a key), an array is a JSON patch
   /// of operations with "op", "path" and "value" (for what lies within an array).
   void Change(const nlohmann::json& changes);
+  /// Sets one value of host.json by its JSON pointer.
+  void Set(const std::string& pointer, const nlohmann::json& value);
+
+  std::filesystem::path File() const { return Directory() / "host.json"; }
+  /// host.json as it is, also where it is no JSON.
+  std::string Text() const;
+  void WriteText(std::string_view text);
 
   /// The lines of the journal so far; the host's own folder reads "HOST" in them.
   std::vector<std::string> Journal() const;

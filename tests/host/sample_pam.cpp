@@ -7,16 +7,13 @@
 #include <string>
 #include <vector>
 
+#include "harness/demo_host.h"
 #include "hostctl/lib/platform.h"
 #include "sample/sample_host.h"
-#include "tests/support/host_file.h"
 
 namespace {
 
 using Harness::DemoHost;
-using TestSupport::hostText;
-using TestSupport::setIn;
-using TestSupport::writeHostText;
 
 /// Answers hidden prompts in order and counts all messages; without an answer left it gives none.
 struct Conversation {
@@ -77,7 +74,7 @@ class SamplePam : public testing::Test {
 };
 
 TEST_F(SamplePam, ShowsEveryOutcomeOfALogin) {
-  setIn(host, "/smartCardSlots/0/token", {{"label", "card"}, {"userId", "carla"}});
+  host.Set("/smartCardSlots/0/token", {{"label", "card"}, {"userId", "carla"}});
   const struct {
     const char* user;
     const char* secret;
@@ -110,19 +107,19 @@ TEST_F(SamplePam, ChangesAPasswordWithTwoMoreQuestions) {
 }
 
 TEST_F(SamplePam, RefusesPasswordsThatDiffer) {
-  const std::string before = hostText(host);
+  const std::string before = host.Text();
   EXPECT_EQ(ChangePassword("root", {"demo", "long-enough", "long-enouhg"}), PAM_AUTHTOK_ERR);
   EXPECT_EQ(ChangePassword("root", {"demo", "short", "short"}), PAM_AUTHTOK_ERR);
   EXPECT_EQ(ChangePassword("root", {"wrong", "long-enough", "long-enough"}), PAM_AUTH_ERR);
   EXPECT_EQ(Transact("root", {"long-enough", "long-enough"}, {pam_chauthtok}),
             PAM_AUTHTOK_RECOVERY_ERR);
-  EXPECT_EQ(hostText(host), before);
-  setIn(host, "/minimumPasswordLength", 5);
+  EXPECT_EQ(host.Text(), before);
+  host.Set("/minimumPasswordLength", 5);
   EXPECT_EQ(ChangePassword("root", {"demo", "short", "short"}), PAM_SUCCESS);
 }
 
 TEST_F(SamplePam, AnswersForAHostThatCannotBeRead) {
-  writeHostText(host, "{");
+  host.WriteText("{");
   EXPECT_EQ(LogIn("root", "demo"), PAM_SYSTEM_ERR);
 }
 

@@ -5,18 +5,14 @@
 
 #include <cstdio>
 
+#include "harness/demo_host.h"
 #include "hostctl/lib/exception.h"
 #include "sample/journal.h"
 #include "sample/store.h"
-#include "tests/support/host_file.h"
 
 namespace {
 
 using Harness::DemoHost;
-using TestSupport::hostFile;
-using TestSupport::hostText;
-using TestSupport::setIn;
-using TestSupport::writeHostText;
 
 /// Runs `work` in `count` processes at once; returns how many ended well.
 template <typename Work>
@@ -53,9 +49,9 @@ TEST(SampleProcesses, WritersLoseNothingAndReadersSeeWholeStates) {
   constexpr int kWriters = 6;
   constexpr int kRounds = 20;
   DemoHost host;
-  setIn(host, "/count", 0);
+  host.Set("/count", 0);
   const auto write = [&](int) {
-    HostSample::Store store(hostFile(host));
+    HostSample::Store store(host.File());
     for (int round = 0; round < kRounds; ++round)
       store.Change([](HostSample::Json& json) {
         json["count"] = json["count"].get<int>() + 1;
@@ -64,7 +60,7 @@ TEST(SampleProcesses, WritersLoseNothingAndReadersSeeWholeStates) {
     return true;
   };
   const auto read = [&](int) {
-    HostSample::Store store(hostFile(host));
+    HostSample::Store store(host.File());
     for (int round = 0; round < 20 * kRounds; ++round)
       if (store.State().accounts.size() != 5) return false;
     return true;
@@ -103,7 +99,7 @@ TEST(SampleProcesses, TheToolIsFedByItsVectorAlone) {
 
 TEST(SampleProcesses, TheDemoRefusesInOneLineBeforeItTouchesTheTerminal) {
   DemoHost host;
-  writeHostText(host, "{}");
+  host.WriteText("{}");
   const std::string home = host.Directory();
   const std::pair<std::string, std::string> cases[] = {
       {"--hots x", "unknown option --hots"},
@@ -117,7 +113,7 @@ TEST(SampleProcesses, TheDemoRefusesInOneLineBeforeItTouchesTheTerminal) {
     EXPECT_EQ(demo.output, "kiva-demo: " + line + "\n");
     EXPECT_EQ(demo.status, 2);
   }
-  EXPECT_EQ(hostText(host), "{}");
+  EXPECT_EQ(host.Text(), "{}");
   const Ended help = ended("kiva-demo", "--help");
   EXPECT_EQ(help.status, 0);
   EXPECT_NE(help.output.find("--host DIR"), std::string::npos);
