@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/host/linux_namespace.h"
+#include "tests/host/machine.h"
 
 #include <gtest/gtest.h>
 #include <sched.h>
@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <thread>
@@ -64,8 +65,22 @@ bool shell(const std::string& script) {
   return std::system(("set -e\n" + script).c_str()) == 0;
 }
 
+Ended ended(const std::string& script) {
+  FILE* pipe = popen((script + " 2>&1").c_str(), "r");
+  Ended how;
+  for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe)) how.output += static_cast<char>(c);
+  how.status = WEXITSTATUS(pclose(pipe));
+  return how;
+}
+
 bool installed(const std::string& programs) {
   return shell("for program in " + programs + "; do command -v $program >/dev/null; done");
+}
+
+std::string matrixModule() {
+  const std::string path =
+      ended("find /usr/lib -path '*/pam_wrapper/pam_matrix.so' | head -n 1").output;
+  return path.substr(0, path.find('\n'));
 }
 
 bool waitUntil(const std::function<bool()>& condition) {
