@@ -14,15 +14,15 @@
 #include "bench/figures.h"
 #include "bench/measured_run.h"
 #include "bench/process_cost.h"
-#include "tests/support/demo_host.h"
-#include "tests/support/keys.h"
-#include "tests/support/virtual_terminal.h"
+#include "harness/demo_host.h"
+#include "harness/keys.h"
+#include "harness/virtual_terminal.h"
 
 namespace {
 
 using namespace Bench;
-using TestSupport::keyBytes;
-using TestSupport::Launch;
+using Harness::keyBytes;
+using Harness::Launch;
 
 constexpr int kRuns = 15;
 constexpr std::chrono::seconds kIdleTime{10};
@@ -43,10 +43,10 @@ struct Measurements {
 /// A run of a program, with the host that it runs on where it needs one.
 struct Started {
   Started(Program program, const std::string& term)
-      : host(program == Program::Demo ? std::make_unique<TestSupport::DemoHost>() : nullptr),
+      : host(program == Program::Demo ? std::make_unique<Harness::DemoHost>() : nullptr),
         run(LaunchOf(program, term)) {}
 
-  std::unique_ptr<TestSupport::DemoHost> host;
+  std::unique_ptr<Harness::DemoHost> host;
   MeasuredRun run;
 
  private:
@@ -156,14 +156,14 @@ void measureIdling() {
 
 void measureEscape() {
   std::string reason;
-  if (!TestSupport::VirtualTerminal::Available(reason)) {
+  if (!Harness::VirtualTerminal::Available(reason)) {
     std::printf("\nEscape on a Linux console: not measured, %s\n", reason.c_str());
     return;
   }
   std::vector<double> times;
   for (int i = 0; i < kRuns; ++i) {
-    const TestSupport::DemoHost host;
-    TestSupport::VirtualTerminal terminal(host.Demo());
+    const Harness::DemoHost host;
+    Harness::VirtualTerminal terminal(host.Demo());
     terminal.Press("F2");
     terminal.WaitFor(kLoginText);
     const auto start = std::chrono::steady_clock::now();

@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "tests/support/readiness.h"
+#include "harness/readiness.h"
 
 namespace Bench {
 namespace {
@@ -16,14 +16,14 @@ constexpr std::chrono::seconds kLongestBurst{20};
 
 }  // namespace
 
-MeasuredRun::MeasuredRun(const TestSupport::Launch& launch)
-    : MeasuredRun(launch, TestSupport::Pty(TestSupport::Size{})) {}
+MeasuredRun::MeasuredRun(const Harness::Launch& launch)
+    : MeasuredRun(launch, Harness::Pty(Harness::Size{})) {}
 
-MeasuredRun::MeasuredRun(const TestSupport::Launch& launch, TestSupport::Pty pty)
+MeasuredRun::MeasuredRun(const Harness::Launch& launch, Harness::Pty pty)
     : pty_(std::move(pty)),
       started_(Clock::now()),
       child_(launch, pty_.Path()),
-      emulator_(TestSupport::Size{}),
+      emulator_(Harness::Size{}),
       firstPaint_(ReadBurst(started_)) {}
 
 Burst MeasuredRun::ReadBurst(Clock::time_point start) {
@@ -34,7 +34,7 @@ Burst MeasuredRun::ReadBurst(Clock::time_point start) {
     if (!bytes.empty()) {
       last = Clock::now();
       output += bytes;
-    } else if (child_.Ended() || TestSupport::waitsForKeys(Pid())) {
+    } else if (child_.Ended() || Harness::waitsForKeys(Pid())) {
       break;
     } else if (Clock::now() > start + kLongestBurst) {
       throw std::runtime_error("a program does not come to rest");

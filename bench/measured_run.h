@@ -6,10 +6,10 @@
 #include <string>
 #include <string_view>
 
-#include "tests/support/child.h"
-#include "tests/support/emulator.h"
-#include "tests/support/output_filter.h"
-#include "tests/support/pty.h"
+#include "harness/child.h"
+#include "harness/emulator.h"
+#include "harness/output_filter.h"
+#include "harness/pty.h"
 
 namespace Bench {
 
@@ -24,7 +24,7 @@ struct Burst {
 class MeasuredRun {
  public:
   /// Starts the program and reads its first full screen.
-  explicit MeasuredRun(const TestSupport::Launch& launch);
+  explicit MeasuredRun(const Harness::Launch& launch);
 
   Burst FirstPaint() const { return firstPaint_; }
   /// Types bytes and reads the answer. A program that still works is not typed at.
@@ -37,14 +37,14 @@ class MeasuredRun {
  private:
   using Clock = std::chrono::steady_clock;
 
-  MeasuredRun(const TestSupport::Launch& launch, TestSupport::Pty pty);
+  MeasuredRun(const Harness::Launch& launch, Harness::Pty pty);
   Burst ReadBurst(Clock::time_point start);
 
-  TestSupport::Pty pty_;
+  Harness::Pty pty_;
   Clock::time_point started_;
-  TestSupport::Child child_;
-  TestSupport::OutputFilter filter_;
-  TestSupport::Emulator emulator_;
+  Harness::Child child_;
+  Harness::OutputFilter filter_;
+  Harness::Emulator emulator_;
   Burst firstPaint_;
 };
 

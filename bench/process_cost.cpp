@@ -5,7 +5,7 @@
 #include <fstream>
 #include <string>
 
-#include "tests/support/readiness.h"
+#include "harness/readiness.h"
 
 namespace Bench {
 namespace {
@@ -21,7 +21,7 @@ fs::path processFolder(pid_t pid) {
 long switchesOf(pid_t pid) {
   long all = 0;
   for (const auto& thread : fs::directory_iterator(processFolder(pid) / "task")) {
-    all += TestSupport::sleepsOf(std::stoi(thread.path().filename()));
+    all += Harness::sleepsOf(std::stoi(thread.path().filename()));
   }
   return all;
 }

@@ -8,7 +8,6 @@
 
 namespace {
 
-using HostCtl::Network::ConnecteeType;
 using HostCtl::Network::Ipv4Address;
 using Lines = std::vector<std::string>;
 
@@ -61,16 +60,13 @@ TEST_F(HostFactsTest, EveryKeyword) {
       {"PLSAversion", "1.2.3"},
       {"CPLDversion", "N/A"},
       {"supportstart", "N/A"},
-      {"supportperiod", "N/A"},
-  };
+      {"supportperiod", "N/A"}};
   for (const auto& [keyword, value] : cases) EXPECT_EQ(Value(keyword), value) << keyword;
+  const std::string digest =
+      "run /bin/openssl openssl x509 -in /etc/corvo/ssl/rui.crt -noout -fingerprint ";
+  const std::string key = std::string("run ") + kKeygen + " ssh-keygen -l -f /etc/ssh/ssh_host_";
   EXPECT_EQ(platform->Lines(),
-            (Lines{"run /bin/openssl openssl x509 -in /etc/corvo/ssl/rui.crt -noout -fingerprint "
-                   "-sha1",
-                   "run /bin/openssl openssl x509 -in /etc/corvo/ssl/rui.crt -noout -fingerprint "
-                   "-sha256",
-                   std::string("run ") + kKeygen + " ssh-keygen -l -f /etc/ssh/ssh_host_dsa_key",
-                   std::string("run ") + kKeygen + " ssh-keygen -l -f /etc/ssh/ssh_host_rsa_key"}));
+            (Lines{digest + "-sha1", digest + "-sha256", key + "dsa_key", key + "rsa_key"}));
 }
 
 TEST_F(HostFactsTest, WhatTheHostDoesNotHave) {
@@ -89,14 +85,11 @@ TEST_F(HostFactsTest, WhatTheHostDoesNotHave) {
 }
 
 TEST_F(HostFactsTest, HostThatFails) {
-  struct Case {
-    const char* operation;
-    const char* keyword;
-    const char* value;
-    Lines lines;
-  };
   const std::string failed = " version string failed, err=out of order";
-  const Case cases[] = {
+  const struct {
+    const char *operation, *keyword, *value;
+    Lines lines;
+  } cases[] = {
       {"UpdateManagementInterface", "ip", "0.0.0.0", {}},
       {"GetIpConfig", "ip", "0.0.0.0", {}},
       {"GetVersion", "haloproduct", "", {}},
@@ -107,7 +100,7 @@ TEST_F(HostFactsTest, HostThatFails) {
       {"GetBmcVersion", "BMCversion", "N/A", {"log.3 Get BMC" + failed}},
       {"GetModuleVersion", "PLSAversion", "N/A", {"log.3 Get PLSA" + failed}},
   };
-  for (const Case& one : cases) {
+  for (const auto& one : cases) {
     SCOPED_TRACE(std::string(one.operation) + " " + one.keyword);
     platform->Clear();
     driver->failing = one.operation;
@@ -131,19 +124,11 @@ TEST_F(HostFactsTest, ToolsThatFail) {
   EXPECT_EQ(platform->Lines().back(), "log.6 Error generating SSH Key Fingerprint: no such key");
 }
 
-TEST_F(HostFactsTest, UnknownComponent) {
-  EXPECT_EQ(Kiva::componentVersion(5), "N/A");
-  EXPECT_EQ(platform->Lines(), Lines{"log.3 Invalid version id: 5 requested"});
-}
-
 TEST_F(HostFactsTest, DistributedSwitch) {
-  const std::pair<ConnecteeType, bool> cases[] = {{ConnecteeType::StandardPortGroup, false},
-                                                  {ConnecteeType::DistributedPort, true},
-                                                  {ConnecteeType::Opaque, false},
-                                                  {ConnecteeType::Unknown, false}};
-  for (const auto& [type, answer] : cases) {
+  using enum HostCtl::Network::ConnecteeType;
+  for (const auto type : {StandardPortGroup, DistributedPort, Opaque, Unknown}) {
     driver->nics[0].connection.type = type;
-    EXPECT_EQ(Kiva::isOnDistributedSwitch(), answer) << static_cast<int>(type);
+    EXPECT_EQ(Kiva::isOnDistributedSwitch(), type == DistributedPort) << static_cast<int>(type);
   }
   driver->failing = "GetConnectionPoint";
   EXPECT_FALSE(Kiva::isOnDistributedSwitch());

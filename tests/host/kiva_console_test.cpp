@@ -2,20 +2,18 @@
 // The console of this very machine on one of its virtual terminals. Its logins, its run folder and
 // its settings are the test's own, in a mount namespace that goes with the program.
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <array>
 #include <chrono>
 #include <csignal>
-#include <cstdio>
-#include <fstream>
 
 #include "console/fact_format.h"
 #include "console/welcome_content.h"
-#include "tests/support/recording_platform.h"
-#include "tests/support/virtual_terminal.h"
+#include "harness/temporary_folder.h"
+#include "harness/virtual_terminal.h"
+#include "tests/host/machine.h"
+#include "ui/markup_text.h"
 
-namespace TestSupport {
+namespace Harness {
 namespace {
 
 constexpr Colours kWhiteOnDarkGrey{7, 6};
@@ -33,36 +31,9 @@ mount --bind "$FOLDER/pam.d" /etc/pam.d
 if [ -d /etc/corvo ]; then mount -t tmpfs tmpfs /etc/corvo; fi
 exec "$0")";
 
-std::string matrixModule() {
-  for (const char* folder : {"/usr/lib/x86_64-linux-gnu", "/usr/lib/aarch64-linux-gnu", "/usr/lib"})
-    if (const auto path = std::string(folder) + "/pam_wrapper/pam_matrix.so";
-        std::filesystem::exists(path))
-      return path;
-  return {};
-}
-
-std::string output(const std::string& command) {
-  FILE* pipe = popen(command.c_str(), "r");
-  std::string text;
-  for (int byte = 0; pipe && (byte = std::fgetc(pipe)) != EOF;) text += static_cast<char>(byte);
-  if (pipe) pclose(pipe);
-  return text;
-}
-
-/// The rest of the first line of a file that begins so, without the colon and blanks around it.
-std::string valueIn(const char* file, const std::string& key) {
-  std::ifstream in(file);
-  for (std::string line; std::getline(in, line);)
-    if (line.starts_with(key) && line.find(':') != std::string::npos)
-      return line.substr(line.find_first_not_of(" \t", line.find(':') + 1));
-  return {};
-}
-
-std::string hostName() {
-  std::array<char, 256> name{};
-  gethostname(name.data(), name.size() - 1);
-  const std::string text = name.data();
-  return text.substr(0, text.find('.'));
+/// The first line that a shell prints, without the blanks around it.
+std::string output(const std::string& script) {
+  return Kiva::squeezeBlanks(HostLinux::ended(script + " | head -n 1").output);
 }
 
 class KivaConsole : public testing::Test {
@@ -70,12 +41,11 @@ class KivaConsole : public testing::Test {
   void SetUp() override {
     std::string reason;
     if (!VirtualTerminal::Available(reason)) GTEST_SKIP() << reason;
-    if (!output("unshare -m true 2>&1 || echo no").empty())
+    if (HostLinux::ended("unshare -m true").status != 0)
       GTEST_SKIP() << "no mount namespace of its own for this user";
-    const std::string matrix = matrixModule();
+    const std::string matrix = HostLinux::matrixModule();
     if (matrix.empty()) GTEST_SKIP() << "no pam_matrix.so (package libpam-wrapper)";
     const std::string stack = " required " + matrix + " passdb=" + File("passdb") + "\n";
-    std::filesystem::create_directory(File("pam.d"));
     folder_.Write("passdb", "root:secret:kiva\n");
     folder_.Write("pam.d/kiva", "auth" + stack + "account" + stack);
   }
@@ -107,11 +77,12 @@ TEST_F(KivaConsole, ShowsThisMachineAndLetsAnOperatorIn) {
   VirtualTerminal terminal(Kiva("no-such-type"));
   const Screen welcome = terminal.WaitFor("Shut Down/Restart");
   expectText(welcome, "Memory", kWhiteOnDarkGrey);
-  const auto kibibytes = std::stoull("0" + valueIn("/proc/meminfo", "MemTotal"));
+  const auto kibibytes = std::stoull(output("grep MemTotal /proc/meminfo | tr -dc 0-9"));
   expectText(welcome, Kiva::welcomeMemoryText(kibibytes * 1024), kWhiteOnDarkGrey);
-  const std::string processor = valueIn("/proc/cpuinfo", "model name");
+  const std::string processor = output("grep '^model name' /proc/cpuinfo | cut -d: -f2-");
   expectText(welcome, Kiva::processorText(processor, 1), kWhiteOnDarkGrey);
-  if (hostName() != "localhost") expectText(welcome, "https://" + hostName(), kBlackOnAmber);
+  if (const std::string name = output("uname -n | cut -d. -f1"); name != "localhost")
+    expectText(welcome, "https://" + name, kBlackOnAmber);
   expectText(welcome, "<F2>", kBlackOnAmber);
   expectText(welcome, "Customize System", kDarkGreyOnAmber);
   EXPECT_EQ(welcome.At(0, 0).text, "┌");
@@ -166,4 +137,4 @@ TEST_F(KivaConsole, KnowsItsTerminalWithoutBeingTold) {
 }
 
 }  // namespace
-}  // namespace TestSupport
+}  // namespace Harness

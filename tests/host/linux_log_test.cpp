@@ -10,7 +10,7 @@
 
 #include "hostctl/lib/descriptor.h"
 #include "linux/platform.h"
-#include "tests/host/linux_namespace.h"
+#include "tests/host/machine.h"
 
 namespace HostLinux {
 using HostCtl::Lib::Descriptor;

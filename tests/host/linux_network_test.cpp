@@ -8,7 +8,7 @@
 #include <sstream>
 
 #include "linux/driver.h"
-#include "tests/host/linux_namespace.h"
+#include "tests/host/machine.h"
 
 namespace HostLinux {
 namespace {

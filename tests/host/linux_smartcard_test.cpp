@@ -3,11 +3,10 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <optional>
 
+#include "harness/temporary_folder.h"
 #include "linux/smart_cards.h"
-#include "tests/host/linux_namespace.h"
+#include "tests/host/machine.h"
 
 namespace HostLinux {
 namespace {
@@ -21,19 +20,14 @@ class LinuxSmartCard : public testing::Test {
     if (!installed("softhsm2-util pkcs11-tool openssl") ||
         !std::filesystem::exists("/usr/share/p11-kit/modules/softhsm2.module"))
       GTEST_SKIP() << "softhsm2 (known to p11-kit), opensc or openssl is not installed";
-    std::string pattern = testing::TempDir() + "linux_card_XXXXXX";
-    folder_ = mkdtemp(pattern.data());
-    std::filesystem::create_directory(folder_ + "/tokens");
-    std::ofstream(folder_ + "/conf") << "directories.tokendir = " << folder_ << "/tokens\n"
-                                     << "log.level = ERROR\n";
-    setenv("SOFTHSM2_CONF", (folder_ + "/conf").c_str(), 1);
+    folder_.Write("tokens/none", "");
+    folder_.Write("conf", "directories.tokendir = " + folder_.Path().string() +
+                              "/tokens\nlog.level = ERROR\n");
+    setenv("SOFTHSM2_CONF", (folder_.Path() / "conf").c_str(), 1);
   }
-  void TearDown() override {
-    if (!folder_.empty()) std::filesystem::remove_all(folder_);
-    unsetenv("SOFTHSM2_CONF");
-  }
+  void TearDown() override { unsetenv("SOFTHSM2_CONF"); }
   bool AddCertificate(const std::string& subject) {
-    return shell("cd " + folder_ +
+    return shell("cd " + folder_.Path().string() +
                  "\nopenssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:P-256 -nodes -days 2 "
                  "-keyout key.pem -outform DER -out card.der -subj '" +
                  subject +
@@ -48,7 +42,7 @@ class LinuxSmartCard : public testing::Test {
     return std::nullopt;
   }
 
-  std::string folder_;
+  Harness::TemporaryFolder folder_;
   SmartCards cards_;
 };
 

@@ -3,20 +3,15 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdio>
-
-#include "hostctl/lib/exception.h"
+#include "harness/demo_host.h"
 #include "sample/journal.h"
 #include "sample/store.h"
-#include "tests/support/host_file.h"
+#include "tests/host/machine.h"
 
 namespace {
 
-using TestSupport::DemoHost;
-using TestSupport::hostFile;
-using TestSupport::hostText;
-using TestSupport::setIn;
-using TestSupport::writeHostText;
+using Harness::DemoHost;
+using HostLinux::Ended;
 
 /// Runs `work` in `count` processes at once; returns how many ended well.
 template <typename Work>
@@ -36,26 +31,16 @@ int inProcesses(int count, Work work) {
   return good;
 }
 
-/// The whole output of a program of ours, and its exit status.
-struct Ended {
-  int status;
-  std::string output;
-};
-
-Ended ended(const std::string& program, const std::string& arguments) {
-  FILE* pipe = popen(("'" KIVA_BINARY_DIR "/" + program + "' " + arguments + " 2>&1").c_str(), "r");
-  std::string output;
-  for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe)) output += static_cast<char>(c);
-  return {WEXITSTATUS(pclose(pipe)), output};
+Ended program(const std::string& name, const std::string& arguments) {
+  return HostLinux::ended("'" KIVA_BINARY_DIR "/" + name + "' " + arguments);
 }
 
 TEST(SampleProcesses, WritersLoseNothingAndReadersSeeWholeStates) {
-  constexpr int kWriters = 6;
-  constexpr int kRounds = 20;
+  constexpr int kWriters = 6, kRounds = 20;
   DemoHost host;
-  setIn(host, "/count", 0);
+  host.Set("/count", 0);
   const auto write = [&](int) {
-    HostSample::Store store(hostFile(host));
+    HostSample::Store store(host.File());
     for (int round = 0; round < kRounds; ++round)
       store.Change([](HostSample::Json& json) {
         json["count"] = json["count"].get<int>() + 1;
@@ -64,7 +49,7 @@ TEST(SampleProcesses, WritersLoseNothingAndReadersSeeWholeStates) {
     return true;
   };
   const auto read = [&](int) {
-    HostSample::Store store(hostFile(host));
+    HostSample::Store store(host.File());
     for (int round = 0; round < 20 * kRounds; ++round)
       if (store.State().accounts.size() != 5) return false;
     return true;
@@ -77,33 +62,29 @@ TEST(SampleProcesses, WritersLoseNothingAndReadersSeeWholeStates) {
 TEST(SampleProcesses, JournalLinesStayWhole) {
   DemoHost host;
   const std::string text(5000, 'x');
-  EXPECT_EQ(inProcesses(4,
-                        [&](int) {
-                          const HostSample::Journal journal(host.Directory() / "journal");
-                          for (int i = 0; i < 50; ++i) journal.Append("log.info", text);
-                          return true;
-                        }),
-            4);
+  const auto write = [&](int) {
+    const HostSample::Journal journal(host.Directory() / "journal");
+    for (int i = 0; i < 50; ++i) journal.Append("log.info", text);
+    return true;
+  };
+  EXPECT_EQ(inProcesses(4, write), 4);
   EXPECT_EQ(host.Journal(), std::vector<std::string>(200, "log.info\t" + text));
 }
 
 TEST(SampleProcesses, TheToolIsFedByItsVectorAlone) {
   DemoHost host;
   const std::string call = "--host '" + host.Directory().string() + "' ";
-  const Ended good = ended("kiva-demo-tools",
-                           call + "/bin/hmx-cmd hmx-cmd -U kiva hmxsvc/auth/lockdown_is_possible");
-  EXPECT_EQ(good.output, "true\n");
-  EXPECT_EQ(good.status, 0);
-  EXPECT_EQ(ended("kiva-demo-tools", call + "/bin/sh sh -c 'echo x'").status, 127);
-  EXPECT_EQ(ended("kiva-demo-tools", "--help").status, 0);
-  EXPECT_EQ(ended("kiva-demo-tools", "/bin/sh").status, 2);
-  EXPECT_EQ(ended("kiva-demo-tools", "--host /none /bin/sh sh").output,
+  const std::string query = "/bin/hmx-cmd hmx-cmd -U kiva hmxsvc/auth/lockdown_is_possible";
+  EXPECT_EQ(program("kiva-demo-tools", call + query).output, "true\n");
+  EXPECT_EQ(program("kiva-demo-tools", call + "/bin/sh sh -c 'echo x'").status, 127);
+  EXPECT_EQ(program("kiva-demo-tools", "/bin/sh").status, 2);
+  EXPECT_EQ(program("kiva-demo-tools", "--host /none /bin/sh sh").output,
             "kiva-demo-tools: /none/host.json: No such file or directory\n");
 }
 
 TEST(SampleProcesses, TheDemoRefusesInOneLineBeforeItTouchesTheTerminal) {
   DemoHost host;
-  writeHostText(host, "{}");
+  host.WriteText("{}");
   const std::string home = host.Directory();
   const std::pair<std::string, std::string> cases[] = {
       {"--hots x", "unknown option --hots"},
@@ -113,14 +94,12 @@ TEST(SampleProcesses, TheDemoRefusesInOneLineBeforeItTouchesTheTerminal) {
       {"--host '" + home + "'", home + "/host.json: version is missing"},
   };
   for (const auto& [arguments, line] : cases) {
-    const Ended demo = ended("kiva-demo", arguments);
+    const Ended demo = program("kiva-demo", arguments);
     EXPECT_EQ(demo.output, "kiva-demo: " + line + "\n");
     EXPECT_EQ(demo.status, 2);
   }
-  EXPECT_EQ(hostText(host), "{}");
-  const Ended help = ended("kiva-demo", "--help");
-  EXPECT_EQ(help.status, 0);
-  EXPECT_NE(help.output.find("--host DIR"), std::string::npos);
+  EXPECT_EQ(host.Text(), "{}");
+  EXPECT_NE(program("kiva-demo", "--help").output.find("--host DIR"), std::string::npos);
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/screens/demo.h"
 
-namespace TestSupport {
+namespace Harness {
 
 namespace {
 
@@ -40,4 +40,4 @@ Lines Demo::NewLines() {
   return fresh;
 }
 
-}  // namespace TestSupport
+}  // namespace Harness

@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/demo_host.h"
-#include "tests/support/terminal.h"
+#include "harness/demo_host.h"
+#include "harness/terminal.h"
 
-namespace TestSupport {
+namespace Harness {
 
 /// kiva-demo at its welcome screen, on a sample host of its own.
 struct Demo {
@@ -30,4 +30,4 @@ struct Demo {
 
 using Lines = std::vector<std::string>;
 
-}  // namespace TestSupport
+}  // namespace Harness

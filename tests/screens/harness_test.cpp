@@ -2,10 +2,10 @@
 // The traps of the harness itself: what would make every other test of a screen lie.
 #include <gtest/gtest.h>
 
-#include "tests/support/terminal.h"
-#include "tests/support/virtual_terminal.h"
+#include "harness/terminal.h"
+#include "harness/virtual_terminal.h"
 
-namespace TestSupport {
+namespace Harness {
 namespace {
 
 Launch shell(const std::string& script) {
@@ -85,4 +85,4 @@ TEST(Terminal, AWaitThatFailsShowsTheScreen) {
 }
 
 }  // namespace
-}  // namespace TestSupport
+}  // namespace Harness

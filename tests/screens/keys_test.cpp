@@ -4,10 +4,10 @@
 
 #include <csignal>
 
+#include "harness/terminal.h"
 #include "tests/screens/steps.h"
-#include "tests/support/terminal.h"
 
-namespace TestSupport {
+namespace Harness {
 namespace {
 
 constexpr KeyFamily kFamilies[] = {KeyFamily::kXterm, KeyFamily::kVt220, KeyFamily::kVt100,
@@ -219,4 +219,4 @@ TEST(Keys, AFloodOfKeysAndALongPaste) {
 }
 
 }  // namespace
-}  // namespace TestSupport
+}  // namespace Harness

@@ -6,7 +6,7 @@
 
 #include "tests/screens/demo.h"
 
-namespace TestSupport {
+namespace Harness {
 namespace {
 
 using Json = nlohmann::json;
@@ -208,4 +208,4 @@ TEST(Login, AStackThatCannotAnswerRefuses) {
 }
 
 }  // namespace
-}  // namespace TestSupport
+}  // namespace Harness

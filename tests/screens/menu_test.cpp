@@ -7,7 +7,7 @@
 
 #include "tests/screens/demo.h"
 
-namespace TestSupport {
+namespace Harness {
 namespace {
 
 using Json = nlohmann::json;
@@ -254,4 +254,4 @@ TEST(LogViewer, AChangeOfSizeMeanwhileEndsTheConsoleAfterwards) {
 }
 
 }  // namespace
-}  // namespace TestSupport
+}  // namespace Harness

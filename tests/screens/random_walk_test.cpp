@@ -8,11 +8,11 @@
 #include <iostream>
 #include <random>
 
+#include "harness/terminal.h"
 #include "tests/screens/steps.h"
 #include "tests/support/recording_platform.h"
-#include "tests/support/terminal.h"
 
-namespace TestSupport {
+namespace Harness {
 namespace {
 
 using Json = nlohmann::json;
@@ -194,4 +194,4 @@ INSTANTIATE_TEST_SUITE_P(Sizes, RandomWalk, testing::ValuesIn(kSizes), [](const 
 });
 
 }  // namespace
-}  // namespace TestSupport
+}  // namespace Harness

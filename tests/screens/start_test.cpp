@@ -7,11 +7,11 @@
 
 #include <csignal>
 
+#include "harness/terminal.h"
 #include "hostctl/lib/descriptor.h"
 #include "tests/screens/steps.h"
-#include "tests/support/terminal.h"
 
-namespace TestSupport {
+namespace Harness {
 namespace {
 
 namespace fs = std::filesystem;
@@ -340,4 +340,4 @@ TEST(Start, RefusesABrokenHostFile) {
 }
 
 }  // namespace
-}  // namespace TestSupport
+}  // namespace Harness

@@ -6,12 +6,12 @@
 #include <string>
 #include <thread>
 
-#include "tests/support/console.h"
-#include "tests/support/demo_host.h"
-#include "tests/support/readiness.h"
+#include "harness/console.h"
+#include "harness/demo_host.h"
+#include "harness/readiness.h"
 
 // Steps that tests of the running program share.
-namespace TestSupport {
+namespace Harness {
 
 /// A text that only this screen shows.
 inline constexpr const char* kWelcome = "Shut Down/Restart";
@@ -73,4 +73,4 @@ inline bool staysIdle(Console& console) {
   return false;
 }
 
-}  // namespace TestSupport
+}  // namespace Harness

@@ -4,10 +4,10 @@
 
 #include <csignal>
 
+#include "harness/terminal.h"
 #include "tests/screens/steps.h"
-#include "tests/support/terminal.h"
 
-namespace TestSupport {
+namespace Harness {
 namespace {
 
 using Json = nlohmann::json;
@@ -287,4 +287,4 @@ TEST(Signals, ACardThatIsGoneLeavesASessionByPasswordAlone) {
 }
 
 }  // namespace
-}  // namespace TestSupport
+}  // namespace Harness

@@ -3,7 +3,7 @@
 
 #include "tests/screens/demo.h"
 
-namespace TestSupport {
+namespace Harness {
 namespace {
 
 using Json = nlohmann::json;
@@ -177,4 +177,4 @@ TEST(WelcomeScreen, StandsOutWhereTheTerminalHasNoColours) {
 }
 
 }  // namespace
-}  // namespace TestSupport
+}  // namespace Harness

@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "harness/temporary_folder.h"
 #include "hostseam/driver.h"
-#include "tests/support/temporary_folder.h"
 
 namespace TestSupport {
 

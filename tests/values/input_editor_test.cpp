@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
 
 #include "core/keys.h"
 
@@ -21,38 +20,17 @@ std::string seen(InputEditor& editor) {
 
 /// Keys are letters for typed text, and these signs for the others.
 int keyOf(char sign) {
-  switch (sign) {
-    case '^':
-      return Key::kHome;
-    case '$':
-      return Key::kEnd;
-    case '<':
-      return Key::kLeft;
-    case '>':
-      return Key::kRight;
-    case '#':
-      return Key::kDelete;
-    case '~':
-      return Key::kBackspace;
-    case '_':
-      return Key::kBackspaceByte;
-    case '@':
-      return Key::kTab;
-    default:
-      return sign;
-  }
+  constexpr std::string_view kSigns = "^$<>#~_@";
+  constexpr int kKeys[] = {Key::kHome,   Key::kEnd,       Key::kLeft,          Key::kRight,
+                           Key::kDelete, Key::kBackspace, Key::kBackspaceByte, Key::kTab};
+  const auto at = kSigns.find(sign);
+  return at == std::string_view::npos ? sign : kKeys[at];
 }
 
-struct Case {
-  const char* name;
-  const char* preset;
-  const char* keys;
-  const char* value;
-  const char* seen;
-};
-
 TEST(InputEditor, Edits) {
-  const std::vector<Case> cases = {
+  const struct {
+    const char *name, *preset, *keys, *value, *seen;
+  } cases[] = {
       {"typing", "", "ab", "ab", "ab|   "},
       {"typing replaces a preset value", "root", "x", "x", "x|    "},
       {"only once", "root", "xy", "xy", "xy|   "},
@@ -127,9 +105,8 @@ TEST(InputEditor, GivesWayInNarrowAreas) {
 TEST(InputEditor, TakesPrintableKeysOnly) {
   for (const Masking masking : {Masking::kNone, Masking::kStars}) {
     InputEditor editor("", 5, masking);
-    for (const int key : {31, 32, 126, 127, 128, 255, 256, Key::kDown, Key::kF2, -1, 0}) {
+    for (const int key : {31, 32, 126, 127, 128, 255, 256, Key::kDown, Key::kF2, -1, 0})
       editor.Key(key);
-    }
     EXPECT_EQ(editor.Value(), masking == Masking::kNone ? " ~" : " ~\x80\xff");
   }
 }

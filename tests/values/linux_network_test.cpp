@@ -2,8 +2,7 @@
 #include <gtest/gtest.h>
 #include <linux/if_addr.h>
 
-#include <filesystem>
-
+#include "harness/temporary_folder.h"
 #include "linux/kernel_nics.h"
 #include "linux/networkd_describe.h"
 #include "linux/networkd_reporter.h"
@@ -23,43 +22,40 @@ HostSeam::KernelNic onlyNic(std::vector<AddressRow> addresses, bool asksForDhcpv
 }
 
 TEST(LinuxKernelNics, Ipv4AddressAndOrigin) {
-  struct Case {
-    const char* label;
-    std::vector<AddressRow> rows;
-    bool asks, none, dhcp;
-    const char* address;
-  };
   const AddressRow fixed{2, ip("10.0.0.5"), 20, IFA_F_PERMANENT, 0, kForever};
   const AddressRow leased{2, ip("10.0.0.6"), 20, 0, 0, 3600};
   const AddressRow second{2, ip("10.0.0.7"), 20, IFA_F_SECONDARY, 0, kForever};
   const AddressRow zeroconf{2, ip("169.254.1.1"), 16, 0, 253, kForever};
   const AddressRow elsewhere{3, ip("10.0.0.8"), 20, 0, 0, kForever};
-  const Case cases[] = {
-      {"nothing", {elsewhere}, false, true, false, "0.0.0.0"},
-      {"waiting for a lease", {}, true, false, true, "0.0.0.0"},
-      {"static", {fixed}, false, false, false, "10.0.0.5"},
-      {"static although DHCP is asked for", {fixed}, true, false, false, "10.0.0.5"},
-      {"leased", {leased}, false, false, true, "10.0.0.6"},
-      {"wider scope first", {zeroconf, leased}, false, false, true, "10.0.0.6"},
-      {"no secondary", {second, zeroconf, fixed}, false, false, false, "10.0.0.5"},
+  const struct {
+    std::vector<AddressRow> rows;
+    bool asks;
+    const char* seen;
+  } cases[] = {
+      {{elsewhere}, false, "none 0.0.0.0"},
+      {{}, true, "dhcp 0.0.0.0"},
+      {{fixed}, false, "static 10.0.0.5"},
+      {{fixed}, true, "static 10.0.0.5"},
+      {{leased}, false, "dhcp 10.0.0.6"},
+      {{zeroconf, leased}, false, "dhcp 10.0.0.6"},
+      {{second, zeroconf, fixed}, false, "static 10.0.0.5"},
   };
-  for (const auto& [label, rows, asks, none, dhcp, address] : cases) {
-    SCOPED_TRACE(label);
+  for (const auto& [rows, asks, seen] : cases) {
     const auto config = onlyNic(rows, asks).running;
-    EXPECT_EQ(config.GetIpv4UseNone(), none);
-    EXPECT_EQ(config.GetIpv4UseDhcp(), dhcp);
-    EXPECT_EQ(config.GetIpv4Address().GetStringAddress(), address);
+    const std::string mode = config.GetIpv4UseNone()   ? "none "
+                             : config.GetIpv4UseDhcp() ? "dhcp "
+                                                       : "static ";
+    EXPECT_EQ(mode + config.GetIpv4Address().GetStringAddress(), seen);
   }
   EXPECT_EQ(onlyNic({fixed}).running.GetIpv4Netmask().GetStringAddress(), "255.255.240.0");
 }
 
 TEST(LinuxKernelNics, Ipv6OriginsAndRefinement) {
-  struct Case {
+  using enum AddressType;
+  const struct {
     AddressRow row;
     AddressType kernel, reported, refined;
-  };
-  using enum AddressType;
-  const Case cases[] = {
+  } cases[] = {
       {{2, ip("fe80::1"), 64, IFA_F_PERMANENT, 253, kForever}, Other, Static, Other},
       {{2, ip("fd00::1"), 64, IFA_F_PERMANENT, 0, kForever}, Static, Autoconf, Autoconf},
       {{2, ip("fd00::2"), 128, 0, 0, 600}, Dhcp, Static, Static},
@@ -114,30 +110,25 @@ TEST(LinuxNetworkdReport, AddressesOfKnownSourcesOnly) {
 int askings;
 bool answer;
 
-bool fakeReport(std::vector<ReportedAddress>& addresses, std::string& error) {
+bool fakeReport(std::vector<ReportedAddress>& addresses, std::string&) {
   ++askings;
-  if (answer)
-    addresses = {{ip("10.0.0.1"), AddressType::Dhcp}};
-  else
-    error = "no answer";
+  if (answer) addresses = {{ip("10.0.0.1"), AddressType::Dhcp}};
   return answer;
 }
 
 TEST(LinuxNetworkdReport, AskedOnlyWhenItKeepsNobodyWaiting) {
-  const std::string root = testing::TempDir() + "linux_reporter";
-  std::filesystem::create_directories(root + "/run/systemd/netif");
-  const Files files(root);
+  const Harness::TemporaryFolder folder;
+  folder.Write("run/systemd/netif/state", "");
+  const Files files(folder.Path());
   NetworkdReporter reporter(fakeReport);
   const NetworkdReporter::Clock::time_point start{};
-  struct Step {
+  const struct {
     int milliseconds;
     bool answers;
     int askings;
     std::size_t addresses;
-  };
-  const Step steps[] = {{0, true, 0, 0},    {900, true, 0, 0},   {1000, true, 1, 1},
-                        {2900, true, 1, 1}, {3000, false, 2, 0}, {32900, true, 2, 0},
-                        {33000, true, 3, 1}};
+  } steps[] = {{0, true, 0, 0},     {900, true, 0, 0},   {1000, true, 1, 1}, {2900, true, 1, 1},
+               {3000, false, 2, 0}, {32900, true, 2, 0}, {33000, true, 3, 1}};
   askings = 0;
   for (const auto& step : steps) {
     answer = step.answers;
@@ -145,7 +136,7 @@ TEST(LinuxNetworkdReport, AskedOnlyWhenItKeepsNobodyWaiting) {
     EXPECT_EQ(reporter.Read(files, now).size(), step.addresses) << step.milliseconds;
     EXPECT_EQ(askings, step.askings) << step.milliseconds;
   }
-  std::filesystem::remove_all(root);
+  std::filesystem::remove_all(folder.Path() / "run");
   EXPECT_TRUE(reporter.Read(files, start + std::chrono::hours(1)).empty());
   EXPECT_EQ(askings, 3);
 }

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#include "tests/host/machine.h"
+
+#include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <thread>
+
+namespace HostLinux {
+
+namespace {
+
+constexpr int kNoNamespaces = 77;
+
+bool enterNamespaces() {
+  const uid_t user = geteuid();
+  const gid_t group = getegid();
+  const int own = CLONE_NEWNET | CLONE_NEWNS | CLONE_NEWPID | (user == 0 ? 0 : CLONE_NEWUSER);
+  if (unshare(own) != 0) return false;
+  if (user != 0) {
+    std::ofstream("/proc/self/setgroups") << "deny";
+    std::ofstream("/proc/self/uid_map") << "0 " << user << " 1";
+    std::ofstream("/proc/self/gid_map") << "0 " << group << " 1";
+  }
+  return mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+}
+
+int statusOf(pid_t child) {
+  int status = 0;
+  waitpid(child, &status, 0);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : 1;
+}
+
+[[noreturn]] void runAsFirstProcess(const std::function<void()>& body) {
+  if (mount("proc", "/proc", "proc", 0, nullptr) != 0) _exit(kNoNamespaces);
+  body();
+  std::fflush(stdout);
+  _exit(testing::Test::HasFailure() ? 1 : 0);
+}
+
+}  // namespace
+
+void inNamespaces(const std::function<void()>& body) {
+  std::fflush(stdout);
+  const pid_t child = fork();
+  if (child == 0) {
+    if (!enterNamespaces()) _exit(kNoNamespaces);
+    const pid_t first = fork();
+    if (first == 0) runAsFirstProcess(body);
+    _exit(statusOf(first));
+  }
+  const int status = statusOf(child);
+  if (status == kNoNamespaces) GTEST_SKIP() << "no namespaces of our own on this machine";
+  EXPECT_EQ(status, 0) << "failed in its namespaces, see above";
+}
+
+bool shell(const std::string& script) {
+  return std::system(("set -e\n" + script).c_str()) == 0;
+}
+
+Ended ended(const std::string& script) {
+  FILE* pipe = popen((script + " 2>&1").c_str(), "r");
+  Ended how;
+  for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe)) how.output += static_cast<char>(c);
+  how.status = WEXITSTATUS(pclose(pipe));
+  return how;
+}
+
+bool installed(const std::string& programs) {
+  return shell("for program in " + programs + "; do command -v $program >/dev/null; done");
+}
+
+std::string matrixModule() {
+  const std::string path =
+      ended("find /usr/lib -path '*/pam_wrapper/pam_matrix.so' | head -n 1").output;
+  return path.substr(0, path.find('\n'));
+}
+
+bool waitUntil(const std::function<bool()>& condition) {
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+  while (!condition()) {
+    if (std::chrono::steady_clock::now() > deadline) return false;
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  }
+  return true;
+}
+
+}  // namespace HostLinux

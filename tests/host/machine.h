@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace HostLinux {
+
+/// How a shell script ended, and all that it wrote.
+struct Ended {
+  int status = -1;
+  std::string output;
+};
+
+Ended ended(const std::string& script);
+
+/// Runs `body` in a child with network, mounts and processes of its own, so that a test can change
+/// them like a whole machine's; everything that it started ends with it. An ordinary user gets them
+/// together with a user namespace, where the kernel allows that. Skips the calling test when the
+/// machine has no namespaces for us, and fails it when an expectation in `body` failed.
+void inNamespaces(const std::function<void()>& body);
+
+/// Runs a shell script; true when it succeeded.
+bool shell(const std::string& script);
+
+/// Whether all of these programs, separated by blanks, can be found.
+bool installed(const std::string& programs);
+
+/// The path of the PAM module that asks a file of ours; empty where it is not installed.
+std::string matrixModule();
+
+/// Asks `condition` every 20 ms until it holds, for ten seconds at most.
+bool waitUntil(const std::function<bool()>& condition);
+
+}  // namespace HostLinux
