@@ -27,12 +27,6 @@ void setEscapeDelay() {
   if (term && std::strcmp(term, "linux") == 0) set_escdelay(kConsoleEscapeDelay);
 }
 
-// A vt102 of old wanted idle bytes behind every movement; nothing that answers to the name today
-// does, and they would double what a key costs on a serial line.
-void switchPaddingOff() {
-  setenv("NCURSES_NO_PADDING", "1", 0);
-}
-
 // Ctrl-S at the machine would stop the screen, and the program with it, until somebody thinks of
 // Ctrl-Q. A serial line may need both.
 void switchFlowControlOff() {
@@ -52,7 +46,6 @@ void setLocale() {
 void startScreen() {
   setLocale();
   setEscapeDelay();
-  switchPaddingOff();
   // The terminal knows its size better than variables that a shell left behind.
   use_env(FALSE);
   use_tioctl(TRUE);
