@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
-// Any bytes in the files of a Linux host that the console reads; the first byte says in which.
+// Any bytes in the files of a host that the console reads; the first byte says in which.
 #include <cstdint>
+#include <sstream>
 #include <string>
 #include <string_view>
 
+#include "console/support_pages.h"
 #include "hostctl/network/address.h"
 #include "linux/network_file.h"
 #include "linux/networkd_describe.h"
@@ -30,9 +32,15 @@ constexpr Reader kReaders[] = {
       HostLinux::dnsFrom(text, {.nameServers = {}, .search = {"example.org"}});
     },
     [](std::string_view text) {
-      if (const auto address = HostCtl::Network::parseIpAddress(std::string(text))) {
+      if (const auto address = HostCtl::Network::parseIpAddress(std::string(text)))
         toString(*address);
-      }
+    },
+    [](std::string_view text) {
+      std::istringstream file{std::string(text)};
+      const auto pages = Kiva::readSupportPages(file);
+      const int width = text.empty() ? 0 : text.front(), height = text.empty() ? 0 : text.back();
+      for (std::size_t page = 0; page < pages.size() && page < 8; ++page)
+        Kiva::supportPageText(pages, page, width, height);
     },
 };
 

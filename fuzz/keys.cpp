@@ -14,8 +14,8 @@
 
 #include "core/key_wait.h"
 #include "core/screen.h"
-#include "fuzz/silent_platform.h"
 #include "hostseam/driver.h"
+#include "linux/platform.h"
 
 namespace {
 
@@ -25,6 +25,10 @@ constexpr std::size_t kMostTypeAhead = 1024;  // less than a terminal's input qu
 constexpr int kLargestKey = 01777;
 
 int master = -1;
+
+class SilentPlatform : public HostLinux::LinuxPlatform {
+  void Log(int, const std::string&) override {}
+};
 
 void require(bool isTrue) {
   if (!isTrue) std::abort();
@@ -45,9 +49,8 @@ void openTerminal() {
 
 void discardOutput() {
   char bytes[4096];
-  for (pollfd polled{master, POLLIN, 0}; poll(&polled, 1, 0) > 0;) {
+  for (pollfd polled{master, POLLIN, 0}; poll(&polled, 1, 0) > 0;)
     if (read(master, bytes, sizeof bytes) <= 0) return;
-  }
 }
 
 /// Takes keys until none comes any more; a byte gives at most one key.

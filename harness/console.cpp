@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "harness/console.h"
 
+#include <algorithm>
+
 #include "harness/readiness.h"
 
 namespace Harness {
@@ -44,6 +46,21 @@ bool Console::IsSettled() {
   if (HasTypeAhead() || !waitsForKeys(reader)) return false;
   Drain();
   return foregroundOf(Pid()) == reader && sleepsOf(reader) == sleeps && waitsForKeys(reader);
+}
+
+void Console::Do(const std::vector<std::string>& steps) {
+  for (const std::string& step : steps) {
+    const std::string text = step.substr(std::min(step.find(':') + 1, step.size()));
+    if (step.starts_with("type:")) {
+      Type(text);
+    } else if (step.starts_with("wait:")) {
+      WaitFor(text);
+    } else if (step.starts_with("gone:")) {
+      WaitForGone(text);
+    } else {
+      Press(step);
+    }
+  }
 }
 
 void Console::Settle() {

@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "harness/child.h"
 #include "harness/keys.h"
@@ -39,6 +40,8 @@ class Console {
   void Press(std::string_view key, int times = 1);
   /// Types a text in one go.
   void Type(std::string_view text);
+  /// Takes steps one after the other: a key ("F2"), "type:TEXT", "wait:TEXT" and "gone:TEXT".
+  void Do(const std::vector<std::string>& steps);
   /// Chooses the byte sequences that `Press` sends.
   void UseKeys(KeyFamily family) { family_ = family; }
 

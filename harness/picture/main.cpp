@@ -66,18 +66,6 @@ Task taskFrom(std::span<char*> arguments) {
   return task;
 }
 
-void take(Terminal& terminal, const std::string& step) {
-  constexpr std::string_view kType = "type:";
-  constexpr std::string_view kWait = "wait:";
-  if (step.starts_with(kType)) {
-    terminal.Type(step.substr(kType.size()));
-  } else if (step.starts_with(kWait)) {
-    terminal.WaitFor(step.substr(kWait.size()));
-  } else {
-    terminal.Press(step);
-  }
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -86,7 +74,7 @@ int main(int argc, char** argv) {
     const Picture::Font font(task.font);
     Terminal terminal(task.launch, task.size);
     terminal.Settle();
-    for (const std::string& step : task.steps) take(terminal, step);
+    terminal.Do(task.steps);
     Picture::writePng(Picture::draw(terminal.Look(), terminal.Palette(), font), task.output);
     return 0;
   } catch (const std::exception& error) {

@@ -98,20 +98,13 @@ TEST_F(KivaConsole, ShowsThisMachineAndLetsAnOperatorIn) {
   }
   terminal.Press("F3");
   EXPECT_TRUE(terminal.Look().Shows("PIN:"));
-  terminal.Press("F3");
-  terminal.Press("Enter");
-  terminal.Type("Secret");
-  terminal.Press("Enter");
-  terminal.WaitFor("Authentication failed");
-  terminal.Press("Enter");
-  terminal.Type("secret");
-  terminal.Press("Enter");
+  terminal.Do({"F3", "Enter", "type:Secret", "Enter", "wait:Authentication failed", "Enter",
+               "type:secret", "Enter"});
   const Screen menu = terminal.WaitFor("System Customization");
   EXPECT_EQ(menu.ColoursAt(4, 2), kWhiteOnBlack) << "the first entry has the focus";
   expectText(menu, "Configure Keyboard", kBlackOnAmber);
   const auto before = std::chrono::steady_clock::now();
-  terminal.Press("Esc");
-  terminal.WaitFor("Shut Down/Restart");
+  terminal.Do({"Esc", "wait:Shut Down/Restart"});
   EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::milliseconds(900))
       << "Escape waits for no sequence here";
   EXPECT_EQ(terminal.Look().Text(), welcome.Text());
@@ -129,8 +122,7 @@ TEST_F(KivaConsole, KnowsItsTerminalWithoutBeingTold) {
   EXPECT_EQ(terminal.Look().At(23, 2).colours.background, 0) << "monochrome";
   terminal.Press("F4");
   EXPECT_EQ(terminal.Look(), welcome);
-  terminal.Press("F12");
-  terminal.WaitFor("Authentication Required");
+  terminal.Do({"F12", "wait:Authentication Required"});
   terminal.Signal(SIGINT);
   EXPECT_EQ(terminal.WaitForExit(), 0);
   ExpectAttributesAsBefore(terminal);

@@ -26,9 +26,7 @@ Demo::Demo(DemoHost& changedHost, Size size, std::optional<std::string> term)
 }
 
 void Demo::LogIn(const std::string& password) {
-  terminal.Press("F2");
-  terminal.WaitFor("Authentication Required");
-  terminal.Press("Down");
+  terminal.Do({"F2", "wait:Authentication Required", "Down"});
   terminal.Type(password);
   terminal.Press("Enter");
 }

@@ -40,10 +40,7 @@ TEST(Keys, FunctionKeysOfEveryFamily) {
       for (const char* key : {"F2", "F12"}) {
         terminal.Press(key);
         terminal.WaitFor(kLogin);
-        terminal.Press("F3");
-        terminal.WaitFor("PIN:");
-        terminal.Press("Esc");
-        terminal.WaitForGone("PIN:");
+        terminal.Do({"F3", "wait:PIN:", "Esc", "gone:PIN:"});
       }
       EXPECT_EQ(seen(terminal), welcome);
       terminal.Press("F4");
@@ -58,10 +55,29 @@ TEST(Keys, FunctionKeysOfEveryFamily) {
   }
 }
 
-TEST(Keys, ArrowsOfEveryFamily) {
+TEST(Keys, EditTheLoginNameAndMoveInTheMenu) {
+  const std::pair<std::vector<std::string>, const char*> cases[] = {
+      {{"Home", "type:x"}, "xroot"},
+      {{"Left", "type:x"}, "rooxt"},
+      {{"Home", "Right", "type:x"}, "rxoot"},
+      {{"Home", "End", "type:x"}, "rootx"},
+      {{"Home", "Delete"}, "oot"},
+      {{"End", "Backspace"}, "roo"},
+      {{"Insert", "PageUp", "PageDown"}, "root"}};
   for (const KeyFamily family : kFamilies) {
     const DemoHost host;
     Terminal terminal(withQuickEscape(host));
+    const bool hasEditKeys = family != KeyFamily::kVt100 && family != KeyFamily::kBracketLetter;
+    for (const auto& [strokes, value] : cases) {
+      SCOPED_TRACE(testing::PrintToString(strokes));
+      terminal.UseKeys(KeyFamily::kXterm);
+      openLogin(terminal);
+      if (hasEditKeys) terminal.UseKeys(family);
+      terminal.Do(strokes);
+      EXPECT_EQ(fieldOf(terminal.Look(), "Login Name:"), value);
+      terminal.Do({"Esc", "gone:Authentication Required"});
+    }
+    terminal.UseKeys(KeyFamily::kXterm);
     logIn(terminal);
     const Screen first = seen(terminal);
     terminal.UseKeys(family);
@@ -69,43 +85,6 @@ TEST(Keys, ArrowsOfEveryFamily) {
     EXPECT_TRUE(terminal.Look().Shows("lockdown mode prevents")) << terminal.Look().Dump();
     terminal.Press("Up");
     EXPECT_EQ(seen(terminal), first);
-  }
-}
-
-TEST(Keys, EditTheLoginName) {
-  using Strokes = std::vector<std::string>;
-  const std::pair<Strokes, const char*> cases[] = {
-      {{}, "root"},
-      {{"*x"}, "x"},
-      {{"Home", "*x"}, "xroot"},
-      {{"Left", "*x"}, "rooxt"},
-      {{"Right", "*x"}, "rootx"},
-      {{"Home", "Right", "*x"}, "rxoot"},
-      {{"Home", "End", "*x"}, "rootx"},
-      {{"Home", "Delete"}, "oot"},
-      {{"Delete"}, ""},
-      {{"Backspace"}, ""},
-      {{"End", "Backspace"}, "roo"},
-      {{"Insert", "PageUp", "PageDown"}, "root"},
-  };
-  for (const KeyFamily family : {KeyFamily::kXterm, KeyFamily::kVt220, KeyFamily::kEscapeDigit}) {
-    const DemoHost host;
-    Terminal terminal(withQuickEscape(host));
-    for (const auto& [strokes, value] : cases) {
-      SCOPED_TRACE(testing::PrintToString(strokes));
-      terminal.UseKeys(KeyFamily::kXterm);
-      openLogin(terminal);
-      terminal.UseKeys(family);
-      for (const std::string& stroke : strokes) {
-        if (stroke[0] == '*')
-          terminal.Type(stroke.substr(1));
-        else
-          terminal.Press(stroke);
-      }
-      EXPECT_EQ(fieldOf(terminal.Look(), "Login Name:"), value);
-      terminal.Press("Esc");
-      terminal.WaitForGone(kLogin);
-    }
   }
 }
 
@@ -129,9 +108,7 @@ TEST(Keys, KeypadEnterIsEnter) {
   const DemoHost host;
   Terminal terminal(withQuickEscape(host));
   openLogin(terminal);
-  terminal.Type("\033OM");
-  terminal.Type("demo");
-  terminal.Type("\033OM");
+  terminal.Do({"type:\033OM", "type:demo", "type:\033OM"});
   terminal.WaitFor(kMenu);
   const Screen menu = seen(terminal);
   terminal.Type("\033OM");
@@ -142,9 +119,7 @@ TEST(Keys, AKeyBehindEscapeIsNotLost) {
   const DemoHost host;
   Terminal terminal(withQuickEscape(host));
   openLogin(terminal);
-  terminal.Press("Enter");
-  terminal.Press("Enter");
-  terminal.WaitFor("Authentication failed");
+  terminal.Do({"Enter", "Enter", "wait:Authentication failed"});
   terminal.Type("\033\r");  // Escape says nothing here, Enter closes the message
   EXPECT_FALSE(terminal.Look().Shows("Authentication failed")) << terminal.Look().Dump();
 }
@@ -167,8 +142,7 @@ TEST(Keys, BytesThatAreNoKey) {
     EXPECT_TRUE(staysIdle(terminal)) << terminal.Look().Dump();
     if (!terminal.Look().Shows(kLogin)) openLogin(terminal);
   }
-  terminal.Press("Down");
-  terminal.Press("Up");
+  terminal.Do({"Down", "Up"});
   EXPECT_TRUE(staysIdle(terminal));
 }
 
@@ -198,16 +172,13 @@ TEST(Keys, AFloodOfKeysAndALongPaste) {
   paste(terminal, repeated("{ip}\xc3\xa4", kLongest));
   EXPECT_TRUE(terminal.Look().Shows(kLogin));
   EXPECT_TRUE(staysIdle(terminal));
-  terminal.Press("Home");
-  terminal.Press("Enter");
+  terminal.Do({"Home", "Enter"});
   paste(terminal, repeated("secret {", kLong));
-  terminal.Press("Enter");
-  terminal.WaitFor("Authentication failed");
+  terminal.Do({"Enter", "wait:Authentication failed"});
   paste(terminal, repeated("x \033[B", kLong));
   EXPECT_TRUE(terminal.Look().Shows("Authentication failed"));
   EXPECT_TRUE(staysIdle(terminal));
-  terminal.Press("Enter");
-  terminal.Press("Esc");
+  terminal.Do({"Enter", "Esc"});
   terminal.WaitForGone(kLogin);
 
   logIn(terminal);

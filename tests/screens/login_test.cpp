@@ -11,54 +11,35 @@ namespace {
 
 using Json = nlohmann::json;
 
-struct Attempt {
-  const char* user;
-  const char* password;
-  const char* message;
-  Lines lines;
-};
-
 TEST(Login, TellsEveryRefusalAndLeavesItsRecords) {
-  const std::vector<Attempt> attempts = {
-      {"root",
-       "wrong",
-       "Invalid login or password.",
-       {"log.auth.err\tAuthentication of user root failed",
-        "audit\tlogin.connect root 0 reason=Invalid Login",
-        "log.info\tInitializing evbuser library",
-        "event\t@&!*@*@(evb.user.kiva.login.failed)Authentication of user root failed"}},
-      {"operator",
-       "operator",
-       "User does not have permission to login to KIVA.",
-       {"log.auth.err\tAccess denied for user operator",
-        "audit\tlogin.connect operator 0 reason=No permission",
-        "log.info\tInitializing evbuser library",
-        "event\t@&!*@*@(evb.user.kiva.login.failed)Access denied for user operator"}},
-      {"expired",
-       "expired",
-       "Password has expired.",
-       {"log.auth.err\tPassword has expired for user expired",
-        "audit\tlogin.connect expired 0 reason=Password expired",
-        "log.info\tInitializing evbuser library",
-        "event\t@&!*@*@(evb.user.kiva.login.failed)Access denied for user expired"}},
+  const struct {
+    std::string user;
+    const char *message, *line, *reason, *event;
+  } attempts[] = {
+      {"root", "Invalid login or password.", "Authentication of user root failed", "Invalid Login",
+       "Authentication of user root failed"},
+      {"operator", "User does not have permission to login to KIVA.",
+       "Access denied for user operator", "No permission", "Access denied for user operator"},
+      {"expired", "Password has expired.", "Password has expired for user expired",
+       "Password expired", "Access denied for user expired"},
   };
   Demo demo;
   demo.terminal.Press("F2");
   demo.NewLines();
-  for (const Attempt& attempt : attempts) {
-    demo.terminal.Press("Up");
-    demo.terminal.Press("End");
+  for (const auto& [user, message, line, reason, event] : attempts) {
+    demo.terminal.Do({"Up", "End"});
     demo.terminal.Press("Backspace", 10);
-    demo.terminal.Type(attempt.user);
-    demo.terminal.Press("Enter");
-    demo.terminal.Type(attempt.password);
-    demo.terminal.Press("Enter");
+    demo.terminal.Do({"type:" + user, "Enter", "type:" + user, "Enter"});
     const Screen refusal = demo.terminal.WaitFor("Authentication failed");
-    EXPECT_TRUE(refusal.Shows(attempt.message)) << refusal.Dump();
+    EXPECT_TRUE(refusal.Shows(message)) << refusal.Dump();
     EXPECT_FALSE(refusal.cursorVisible);
-    EXPECT_EQ(demo.NewLines(), attempt.lines);
+    EXPECT_EQ(demo.NewLines(),
+              (Lines{std::string("log.auth.err\t") + line,
+                     "audit\tlogin.connect " + user + " 0 reason=" + reason,
+                     "log.info\tInitializing evbuser library",
+                     std::string("event\t@&!*@*@(evb.user.kiva.login.failed)") + event}));
     demo.terminal.Press("Esc");
-    EXPECT_TRUE(demo.terminal.Look().Shows(attempt.message)) << "Escape closes no message";
+    EXPECT_TRUE(demo.terminal.Look().Shows(message)) << "Escape closes no message";
     demo.terminal.Press("Enter");
     const Screen again = demo.terminal.Look();
     EXPECT_TRUE(again.Shows("Password:            [                                ]"))
@@ -71,8 +52,7 @@ TEST(Login, LetsAnOperatorInAndOutWithItsRecords) {
   Demo demo;
   demo.NewLines();
   demo.LogIn();
-  demo.terminal.WaitFor("System Customization");
-  demo.terminal.Press("Esc");
+  demo.terminal.Do({"wait:System Customization", "Esc"});
   EXPECT_TRUE(demo.terminal.Look().Shows("<F12> Shut Down/Restart"));
   EXPECT_EQ(demo.NewLines(),
             (Lines{"log.auth.emerg\tAuthentication of user root succeeded",
@@ -99,16 +79,13 @@ TEST(Login, DialogLooksAndTakesKeysAsItSays) {
   EXPECT_EQ(screen.ColoursAt(0, 0), (Colours{6, 0})) << "the owner is dimmed";
   EXPECT_EQ(screen.cursor, (Position{name.row, name.column + 4}));
 
-  demo.terminal.Press("Tab");
-  demo.terminal.Type("secret");
+  demo.terminal.Do({"Tab", "type:secret"});
   screen = demo.terminal.Look();
   EXPECT_TRUE(screen.Shows("[ ****** ")) << screen.Dump();
   EXPECT_FALSE(screen.Shows("secret"));
-  demo.terminal.Press("Tab");
-  demo.terminal.Type("admin");
+  demo.terminal.Do({"Tab", "type:admin"});
   EXPECT_TRUE(demo.terminal.Look().Shows("[ admin ")) << "typing replaces what was put in";
-  demo.terminal.Press("Tab", 2);
-  demo.terminal.Type("2");
+  demo.terminal.Do({"Tab", "Tab", "type:2"});
   EXPECT_TRUE(demo.terminal.Look().Shows("[ admin2 ")) << "but never what was typed";
   demo.terminal.Press("F3");
   screen = demo.terminal.Look();
@@ -126,8 +103,7 @@ TEST(Login, DialogLooksAndTakesKeysAsItSays) {
 
 TEST(Login, TypedMarkupIsLiveInTheNameField) {
   Demo demo;
-  demo.terminal.Press("F2");
-  demo.terminal.Type("{serial-number}");
+  demo.terminal.Do({"F2", "type:{serial-number}"});
   EXPECT_TRUE(demo.terminal.Look().Shows("LKF-T24-00731")) << demo.terminal.Look().Dump();
 }
 
@@ -135,33 +111,18 @@ TEST(Login, OffersTheKeyboardOnAConsole) {
   Demo demo({}, {24, 80}, "xterm");
   demo.terminal.Press("F2");
   EXPECT_TRUE(demo.terminal.Look().Shows("Configured Keyboard (English (US))"));
-  demo.terminal.Press("Up");
-  demo.terminal.Type("x");
-  demo.terminal.Press("Down", 2);
-  demo.terminal.Press("Tab");
+  demo.terminal.Do({"Up", "type:x", "Down", "Down", "Tab"});
   EXPECT_FALSE(demo.terminal.Look().cursorVisible) << "the label has the focus";
-  demo.terminal.Press("Down", 2);
-  demo.terminal.Type("demo");
-  demo.terminal.Press("Enter");
+  demo.terminal.Do({"Down", "Down", "type:demo", "Enter"});
   EXPECT_TRUE(demo.terminal.Look().Shows("Configure Keyboard"));
 }
 
 TEST(Login, AnEmptyPasswordIsAskedToBeChanged) {
   Demo demo;
-  demo.terminal.Press("F2");
-  demo.terminal.Type("guest");
-  demo.terminal.Press("Enter", 2);
+  demo.terminal.Do({"F2", "type:guest", "Enter", "Enter"});
   const Screen screen = demo.terminal.WaitFor("System Customization");
   EXPECT_TRUE(screen.Shows("Not set")) << screen.Dump();
   EXPECT_TRUE(screen.Shows("Change default password to prevent")) << screen.Dump();
-}
-
-TEST(Login, GuardsTheShutDownToo) {
-  Demo demo;
-  demo.terminal.Press("F12");
-  EXPECT_TRUE(demo.terminal.Look().Shows("Authentication Required"));
-  demo.terminal.Press("Esc");
-  EXPECT_TRUE(demo.terminal.Look().Shows("<F2> Customize"));
 }
 
 TEST(Login, SwitchedOffLetsNobodyIn) {
@@ -173,8 +134,7 @@ TEST(Login, SwitchedOffLetsNobodyIn) {
       demo.terminal.Press(door);
       const Screen screen = demo.terminal.WaitFor("Authentication Denied");
       EXPECT_TRUE(screen.Shows("Direct console access has been disabled by the"));
-      demo.terminal.Press("F11");
-      demo.terminal.Press("F2");
+      demo.terminal.Do({"F11", "F2"});
       EXPECT_TRUE(demo.terminal.Look().Shows("Authentication Denied"));
       demo.terminal.Press(key);
       EXPECT_TRUE(demo.terminal.Look().Shows("<F2> Customize")) << door << key;
@@ -188,23 +148,6 @@ TEST(Login, GoesOnWhenTheHostTellsNeitherNameNorLayout) {
   const Screen screen = demo.terminal.Look();
   EXPECT_TRUE(screen.Shows("login name and password for ..")) << screen.Dump();
   EXPECT_TRUE(screen.Shows("Configured Keyboard ()"));
-}
-
-TEST(Login, AStackThatCannotAnswerRefuses) {
-  struct Stack {
-    const char* name;
-    const char* service;
-  };
-  for (const Stack& stack :
-       {Stack{"missing", nullptr}, {"denying", "auth required pam_deny.so\n"}}) {
-    DemoHost host;
-    std::filesystem::create_directory(host.Directory() / "pam.d");
-    if (stack.service) std::ofstream(host.Directory() / "pam.d/kiva") << stack.service;
-    Demo demo(host, {24, 80});
-    demo.LogIn();
-    EXPECT_TRUE(demo.terminal.WaitFor("Authentication failed").Shows("Invalid login or password."))
-        << stack.name;
-  }
 }
 
 }  // namespace

@@ -32,16 +32,6 @@ unsigned long numberFrom(const char* variable, unsigned long otherwise) {
   return text ? std::strtoul(text, nullptr, 10) : otherwise;
 }
 
-std::string visible(const std::string& bytes) {
-  std::string text;
-  char code[8];
-  for (const unsigned char byte : bytes) {
-    std::snprintf(code, sizeof code, byte < 32 || byte > 126 ? "\\%03o" : "%c", byte);
-    text += code;
-  }
-  return text;
-}
-
 class Walk {
  public:
   Walk(unsigned long seed, Size size, const std::filesystem::path& reports)
@@ -54,12 +44,12 @@ class Walk {
       Step();
       Settle();
       if (kill(terminal_->Pid(), 0) != 0) {
-        ASSERT_EQ(terminal_->WaitForExit(), 0) << "after " << visible(recent_);
+        ASSERT_EQ(terminal_->WaitForExit(), 0) << "after " << testing::PrintToString(recent_);
         Restart();
       }
     }
     terminal_->Signal(SIGTERM);
-    ASSERT_EQ(terminal_->WaitForExit(), 0) << "after " << visible(recent_);
+    ASSERT_EQ(terminal_->WaitForExit(), 0) << "after " << testing::PrintToString(recent_);
   }
 
   const DemoHost& Host() const { return host_; }
@@ -157,7 +147,8 @@ class Walk {
         if (foregroundOf(terminal_->Pid()) != terminal_->Pid()) terminal_->Send("\003q");
       }
     }
-    FAIL() << "it hangs after " << visible(recent_) << "\n" << terminal_->Look().Dump();
+    FAIL() << "it hangs after " << testing::PrintToString(recent_) << "\n"
+           << terminal_->Look().Dump();
   }
 
   std::mt19937_64 random_;

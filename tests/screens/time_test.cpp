@@ -5,6 +5,7 @@
 #include <csignal>
 
 #include "harness/terminal.h"
+#include "tests/screens/demo.h"
 #include "tests/screens/steps.h"
 
 namespace Harness {
@@ -30,13 +31,12 @@ Json timeOut(int seconds) {
   return {{"options", {{"/UserVars/KivaTimeOut", seconds}}}};
 }
 
-Json replaced(const char* path, const Json& value) {
-  return Json::array({{{"op", "replace"}, {"path", path}, {"value", value}}});
+void insertCard(DemoHost& host) {
+  host.Set("/smartCardSlots/0/token", {{"label", "Card"}, {"userId", "carla"}});
 }
 
-Json card(const Json& user) {
-  return replaced("/smartCardSlots/0/token",
-                  user.is_null() ? Json() : Json{{"label", "Card"}, {"userId", user}});
+void takeCardOut(DemoHost& host) {
+  host.Set("/smartCardSlots/0/token", nullptr);
 }
 
 bool isDim(const Screen& screen) {
@@ -53,9 +53,7 @@ Screen waitUntilDim(Console& console) {
 
 void openMessage(Console& console) {
   openLogin(console);
-  console.Press("Enter");
-  console.Press("Enter");
-  console.WaitFor("Authentication failed");
+  console.Do({"Enter", "Enter", "wait:Authentication failed"});
 }
 
 struct Place {
@@ -114,10 +112,11 @@ TEST(Time, WithoutColoursItDimsToStandout) {
 TEST(Time, AnIdleSessionIsLoggedOut) {
   for (const int seconds : {30, 60, 90}) {
     SCOPED_TRACE(seconds);
-    const DemoHost host(timeOut(seconds));
+    DemoHost host(timeOut(0));
     Terminal terminal(at(host, kSpeed));
     terminal.WaitFor(kWelcome);
     const Screen welcome = seen(terminal);
+    host.Change(timeOut(seconds));  // counts from the next login
     logIn(terminal);
     terminal.Press("Down");
     const auto start = Clock::now();
@@ -134,32 +133,26 @@ TEST(Time, AnIdleSessionIsLoggedOut) {
 }
 
 TEST(Time, ADialogWithoutSessionTimesOutSilently) {
-  for (const char* key : {"F2", "F12"}) {
+  for (const auto& keys :
+       {Lines{"F2"}, {"F12"}, {"F2", "Enter", "Enter", "wait:Authentication f"}}) {
     const DemoHost host(timeOut(30));
     Terminal terminal(at(host, kSpeed));
     terminal.WaitFor(kWelcome);
     const Screen welcome = seen(terminal);
-    terminal.Press(key);
+    terminal.Do(keys);
     terminal.WaitFor(kLogin);
     const Lines journal = host.Journal();
     terminal.WaitForGone(kLogin);
-    EXPECT_EQ(seen(terminal), welcome);
+    EXPECT_EQ(seen(terminal), welcome) << "out of both at once";
     EXPECT_EQ(host.Journal(), journal);
   }
-  const DemoHost host(timeOut(30));
-  Terminal terminal(at(host, kSpeed));
-  openMessage(terminal);
-  const Lines journal = host.Journal();
-  terminal.WaitForGone(kLogin);
-  EXPECT_FALSE(terminal.Look().Shows("Authentication failed")) << "out of both at once";
-  EXPECT_EQ(host.Journal(), journal);
 }
 
 TEST(Time, SettingsThatNeverTimeOut) {
   for (const int seconds : {0, -1}) {
     SCOPED_TRACE(seconds);
     DemoHost host(timeOut(seconds));
-    host.Change(replaced("/accounts/0/password", "d"));
+    host.Set("/accounts/0/password", "d");
     Terminal terminal(at(host, kFlying));
     // Dimming and waking both discard what was typed before, so every key waits for its dim screen.
     for (const char* key : {"F2", "Enter", "d", "Enter"}) {
@@ -181,16 +174,6 @@ TEST(Time, TheWelcomeScreenNeverTimesOut) {
   EXPECT_TRUE(staysIdle(terminal));
   EXPECT_TRUE(terminal.Look().Shows(kWelcome));
   EXPECT_EQ(host.Journal(), Lines{"log.info\tStarting KIVA"});
-}
-
-TEST(Time, ANewSettingCountsFromTheNextLogin) {
-  DemoHost host(timeOut(0));
-  Terminal terminal(at(host, kSpeed));
-  terminal.WaitFor(kWelcome);
-  host.Change(timeOut(30));
-  logIn(terminal);
-  terminal.WaitFor(kWelcome);
-  EXPECT_TRUE(hasLine(host, "log.info", "User root logged out due to time out"));
 }
 
 TEST(Signals, StopWhateverIsOnTheScreen) {
@@ -239,12 +222,10 @@ TEST(Signals, AnotherSizeEndsTheProgram) {
     EXPECT_EQ(terminal.WaitForExit(), 0);
     EXPECT_EQ(host.Journal().back(), "log.info\tResized window to 132x43");
   }
-  const DemoHost host;
-  Terminal terminal(at(host, 1));
-  terminal.WaitFor(kWelcome);
-  terminal.Send("\033R");
-  EXPECT_EQ(terminal.WaitForExit(), 0);
-  EXPECT_EQ(host.Journal().back(), "log.info\tResized window to 80x25");
+  Demo demo;
+  demo.terminal.Send("\033R");
+  EXPECT_EQ(demo.terminal.WaitForExit(), 0);
+  EXPECT_EQ(demo.host.Journal().back(), "log.info\tResized window to 80x24");
 }
 
 TEST(Signals, ASmartCardOpensAndClosesItsOwnSession) {
@@ -253,19 +234,17 @@ TEST(Signals, ASmartCardOpensAndClosesItsOwnSession) {
   terminal.WaitFor(kWelcome);
   terminal.Signal(SIGUSR1);
   EXPECT_TRUE(staysIdle(terminal));
-  host.Change(card("carla"));
+  insertCard(host);
   terminal.Signal(SIGUSR1);
   waitForLine(terminal, host, "log.info", "Found smart card with user id 'carla'");
   openLogin(terminal);
   EXPECT_TRUE(terminal.Look().Shows("PIN:"));
   EXPECT_TRUE(terminal.Look().Shows("[ carla ")) << terminal.Look().Dump();
-  terminal.Press("Enter");
-  terminal.Type("4711");
-  terminal.Press("Enter");
+  terminal.Do({"Enter", "type:4711", "Enter"});
   terminal.WaitFor(kMenu);
   terminal.Signal(SIGUSR1);
   EXPECT_TRUE(staysIdle(terminal)) << "the card is still there";
-  host.Change(card(nullptr));
+  takeCardOut(host);
   terminal.Signal(SIGUSR1);
   EXPECT_EQ(terminal.WaitForExit(), 0);
   EXPECT_EQ(host.Journal().back(), "log.info\tLogging out user id 'carla'");
@@ -273,10 +252,10 @@ TEST(Signals, ASmartCardOpensAndClosesItsOwnSession) {
 
 TEST(Signals, ACardThatIsGoneLeavesASessionByPasswordAlone) {
   DemoHost host;
-  host.Change(card("carla"));
+  insertCard(host);
   Terminal terminal(at(host, 1));
   logIn(terminal);
-  host.Change(card(nullptr));
+  takeCardOut(host);
   terminal.Signal(SIGUSR1);
   terminal.Press("Down");
   EXPECT_TRUE(terminal.Look().Shows(kMenu));

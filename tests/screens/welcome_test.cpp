@@ -164,17 +164,5 @@ TEST(WelcomeScreen, StaysAliveOnATinyTerminal) {
   }
 }
 
-TEST(WelcomeScreen, StandsOutWhereTheTerminalHasNoColours) {
-  for (const char* term : {"vt102", "xterm", "linux"}) {
-    Demo demo({}, {24, 80}, term);
-    const Screen screen = demo.terminal.WaitFor("Corvo Halo");
-    EXPECT_TRUE(screen.At(5, 8).reverse) << term;
-    EXPECT_FALSE(screen.At(13, 8).reverse) << term;
-    EXPECT_EQ(screen.ColoursAt(5, 8), Colours{}) << term;
-    demo.LogIn();
-    EXPECT_TRUE(demo.terminal.WaitFor("Configure Password").At(4, 10).reverse) << term;
-  }
-}
-
 }  // namespace
 }  // namespace Harness
