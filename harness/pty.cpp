@@ -18,22 +18,21 @@ namespace {
   throw std::system_error(errno, std::generic_category(), what);
 }
 
-void writeAll(int fd, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t written = write(fd, bytes.data(), bytes.size());
-    if (written < 0 && errno != EINTR) fail("write to a pseudo-terminal");
-    if (written > 0) bytes.remove_prefix(written);
-  }
+std::size_t writeWhatFits(int fd, std::string_view bytes) {
+  const ssize_t written = write(fd, bytes.data(), bytes.size());
+  if (written < 0 && errno != EINTR && errno != EAGAIN) fail("write to a pseudo-terminal");
+  return written > 0 ? static_cast<std::size_t>(written) : 0;
 }
 
 }  // namespace
 
-Pty::Pty(Size size) : master_(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
+// Neither end may block: who waits to write would not read what the program waits to write.
+Pty::Pty(Size size) : master_(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK)) {
   if (!master_ || grantpt(master_.Get()) != 0 || unlockpt(master_.Get()) != 0) {
     fail("posix_openpt");
   }
   path_ = ptsname(master_.Get());
-  slave_ = Descriptor(open(path_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
+  slave_ = Descriptor(open(path_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK));
   if (!slave_) fail(path_.c_str());
   Resize(size);
 }
@@ -45,12 +44,12 @@ void Pty::Resize(Size size) {
   if (ioctl(master_.Get(), TIOCSWINSZ, &window) != 0) fail("TIOCSWINSZ");
 }
 
-void Pty::Write(std::string_view bytes) {
-  writeAll(master_.Get(), bytes);
+std::size_t Pty::Write(std::string_view bytes) {
+  return writeWhatFits(master_.Get(), bytes);
 }
 
-void Pty::WriteAsProgram(std::string_view bytes) {
-  writeAll(slave_.Get(), bytes);
+std::size_t Pty::WriteAsProgram(std::string_view bytes) {
+  return writeWhatFits(slave_.Get(), bytes);
 }
 
 std::string Pty::Read(std::chrono::milliseconds limit) {

@@ -20,11 +20,12 @@ class Pty {
   const std::filesystem::path& Path() const { return path_; }
   /// Gives the terminal another size, of which its foreground processes are told.
   void Resize(Size size);
-  void Write(std::string_view bytes);
+  /// Types what the terminal takes now; returns how much that was.
+  std::size_t Write(std::string_view bytes);
   /// What has been written by the program: whatever is there, or what comes within `limit`.
   std::string Read(std::chrono::milliseconds limit);
-  /// Writes as the program would.
-  void WriteAsProgram(std::string_view bytes);
+  /// The same, written as the program would.
+  std::size_t WriteAsProgram(std::string_view bytes);
   bool HasTypeAhead() const;
   /// Takes the terminal away from whoever runs on it.
   void HangUp() { master_.Close(); }

@@ -38,6 +38,9 @@ class Terminal : public Console {
  private:
   Terminal(const Launch& launch, Size size, Pty pty);
   void Take(const std::string& bytes);
+  /// Writes, and takes in meanwhile what the program writes; false when that took too long.
+  bool WriteAll(std::size_t (Pty::*write)(std::string_view), std::string_view bytes,
+                Milliseconds longest);
 
   Pty pty_;
   OutputFilter filter_;
