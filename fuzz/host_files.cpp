@@ -38,11 +38,11 @@ constexpr Reader kReaders[] = {
     [](std::string_view text) {
       std::istringstream file{std::string(text)};
       const auto pages = Kiva::readSupportPages(file);
-      const int width = text.empty() ? 0 : text.front(), height = text.empty() ? 0 : text.back();
+      const int width = static_cast<int>(text.size() % 140),
+                height = static_cast<int>(text.size() % 50);
       for (std::size_t page = 0; page < pages.size() && page < 8; ++page)
         Kiva::supportPageText(pages, page, width, height);
-    },
-};
+    }};
 
 }  // namespace
 

@@ -15,7 +15,7 @@ TemporaryFolder::TemporaryFolder() {
 
 TemporaryFolder::~TemporaryFolder() {
   std::error_code ignored;
-  std::filesystem::remove_all(path_, ignored);
+  if (!path_.empty()) std::filesystem::remove_all(path_, ignored);
 }
 
 void TemporaryFolder::Write(const std::string& name, const std::string& text) const {

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <string>
+#include <utility>
 
 namespace Harness {
 
@@ -10,7 +11,7 @@ namespace Harness {
 class TemporaryFolder {
  public:
   TemporaryFolder();
-  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder(TemporaryFolder&& other) noexcept : path_(std::exchange(other.path_, {})) {}
   ~TemporaryFolder();
   const std::filesystem::path& Path() const { return path_; }
   void Write(const std::string& name, const std::string& text) const;

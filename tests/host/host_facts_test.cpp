@@ -78,8 +78,7 @@ TEST_F(HostFactsTest, WhatTheHostDoesNotHave) {
   const std::pair<const char*, const char*> cases[] = {
       {"ip", "0.0.0.0"},      {"hostname", "host1."}, {"haloversion", "7.0 build-1234567"},
       {"serial-number", ""},  {"servicetag", "N/A"},  {"assettag", "N/A"},
-      {"BIOSversion", "N/A"}, {"BMCversion", "N/A"},  {"PLSAversion", "N/A"},
-  };
+      {"BIOSversion", "N/A"}, {"BMCversion", "N/A"},  {"PLSAversion", "N/A"}};
   for (const auto& [keyword, value] : cases) EXPECT_EQ(Value(keyword), value) << keyword;
   EXPECT_EQ(platform->Lines(), Lines{});
 }
@@ -89,17 +88,15 @@ TEST_F(HostFactsTest, HostThatFails) {
   const struct {
     const char *operation, *keyword, *value;
     Lines lines;
-  } cases[] = {
-      {"UpdateManagementInterface", "ip", "0.0.0.0", {}},
-      {"GetIpConfig", "ip", "0.0.0.0", {}},
-      {"GetVersion", "haloproduct", "", {}},
-      {"GetVersion", "haloversion", "", {}},
-      {"GetServiceTag", "servicetag", "N/A", {}},
-      {"GetBiosData", "assettag", "N/A", {"log.3 Get asset tag" + failed}},
-      {"GetHost", "BIOSversion", "N/A", {"log.3 Get BIOS" + failed}},
-      {"GetBmcVersion", "BMCversion", "N/A", {"log.3 Get BMC" + failed}},
-      {"GetModuleVersion", "PLSAversion", "N/A", {"log.3 Get PLSA" + failed}},
-  };
+  } cases[] = {{"UpdateManagementInterface", "ip", "0.0.0.0", {}},
+               {"GetIpConfig", "ip", "0.0.0.0", {}},
+               {"GetVersion", "haloproduct", "", {}},
+               {"GetVersion", "haloversion", "", {}},
+               {"GetServiceTag", "servicetag", "N/A", {}},
+               {"GetBiosData", "assettag", "N/A", {"log.3 Get asset tag" + failed}},
+               {"GetHost", "BIOSversion", "N/A", {"log.3 Get BIOS" + failed}},
+               {"GetBmcVersion", "BMCversion", "N/A", {"log.3 Get BMC" + failed}},
+               {"GetModuleVersion", "PLSAversion", "N/A", {"log.3 Get PLSA" + failed}}};
   for (const auto& one : cases) {
     SCOPED_TRACE(std::string(one.operation) + " " + one.keyword);
     platform->Clear();

@@ -90,8 +90,7 @@ TEST_F(HostToolsTest, StandardSwitches) {
       {[] { return RemoveUplinkFromStandardSwitch("vSwitch0", "pnic1"); },
        "uplink remove -u pnic1 -v vSwitch0"},
       {[] { return AddPortGroupToStandardSwitch("Management", "vSwitch0"); },
-       "portgroup add -p Management -v vSwitch0"},
-  };
+       "portgroup add -p Management -v vSwitch0"}};
   const std::string run = "run /bin/halocli ", command = "halocli network vswitch standard ";
   for (const auto& [change, words] : cases) {
     SCOPED_TRACE(words);
@@ -116,10 +115,9 @@ TEST_F(HostToolsTest, SecondTryHasTheWholeBuffer) {
 
 TEST_F(HostToolsTest, BooleanQueries) {
   const std::pair<const char*, bool> cases[] = {
-      {"echo true", true},   {"printf trueish", true},     {"echo True", false},
-      {"echo false", false}, {"echo ' true'", false},      {"exit 0", false},
-      {"exit 3", false},     {"echo true; exit 1", false},
-  };
+      {"echo true", true},   {"printf trueish", true},    {"echo True", false},
+      {"echo false", false}, {"echo ' true'", false},     {"exit 0", false},
+      {"exit 3", false},     {"echo true; exit 1", false}};
   for (const auto& [script, answer] : cases) {
     platform->scripts["/bin/hmx-cmd"] = script;
     EXPECT_EQ(Kiva::HmxCmdGetBool("hmxsvc/auth/lockdown_is_enabled"), answer) << script;

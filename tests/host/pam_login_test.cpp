@@ -58,8 +58,7 @@ TEST_F(PamLoginTest, StatusOfTheStack) {
       {"two hidden questions", "anna", "secret",
        stack(Matrix() + "auth required " + Matrix(), permit), PAM_CRED_ERR},
       {"no such module", "anna", "secret", stack("pam_no_such_module.so\n", permit),
-       PAM_MODULE_UNKNOWN},
-  };
+       PAM_MODULE_UNKNOWN}};
   for (const auto& one : cases) {
     SCOPED_TRACE(one.name);
     UseStack(one.stack);

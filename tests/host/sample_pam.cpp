@@ -74,6 +74,7 @@ class SamplePam : public testing::Test {
 };
 
 TEST_F(SamplePam, ShowsEveryOutcomeOfALogin) {
+  EXPECT_EQ(LogIn("carla", "4711"), PAM_AUTH_ERR) << "no card, no PIN";
   host.Set("/smartCardSlots/0/token", {{"label", "card"}, {"userId", "carla"}});
   const struct {
     const char *user, *secret;

@@ -91,8 +91,7 @@ TEST(SampleProcesses, TheDemoRefusesInOneLineBeforeItTouchesTheTerminal) {
       {"--host", "--host needs a directory"},
       {"1 2", "one virtual terminal is enough: 2"},
       {"--host /none", "/none/host.json: No such file or directory"},
-      {"--host '" + home + "'", home + "/host.json: version is missing"},
-  };
+      {"--host '" + home + "'", home + "/host.json: version is missing"}};
   for (const auto& [arguments, line] : cases) {
     const Ended demo = program("kiva-demo", arguments);
     EXPECT_EQ(demo.output, "kiva-demo: " + line + "\n");

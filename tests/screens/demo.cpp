@@ -1,41 +1,74 @@
 // SPDX-License-Identifier: MIT
 #include "tests/screens/demo.h"
 
-namespace Harness {
+#include <algorithm>
+#include <thread>
 
+#include "harness/readiness.h"
+
+namespace Harness {
 namespace {
 
-Launch launch(const DemoHost& host, std::optional<std::string> term) {
-  Launch launch = host.Demo();
-  launch.term = std::move(term);
+Launch launch(const DemoHost& host, const Setup& setup) {
+  Launch launch = host.Demo(setup.arguments);
+  if (!setup.script.empty())
+    launch.arguments.insert(launch.arguments.begin(), {"/bin/sh", "-c", setup.script});
+  launch.term = setup.term;
+  launch.environment = setup.environment;
   return launch;
+}
+
+/// How often the program slept and how long it worked so far, in clock ticks.
+std::pair<long, long> workOf(pid_t pid) {
+  std::ifstream file("/proc/" + std::to_string(pid) + "/stat");
+  std::string word;
+  constexpr int kFieldsToUserTime = 13;
+  for (int i = 0; i < kFieldsToUserTime; ++i) file >> word;
+  long user = 0, system = 0;
+  file >> user >> system;
+  return {sleepsOf(pid), user + system};
 }
 
 }  // namespace
 
-Demo::Demo(const nlohmann::json& changes, Size size, std::optional<std::string> term)
-    : ownHost(std::make_unique<DemoHost>(changes)),
-      host(*ownHost),
-      terminal(launch(host, std::move(term)), size) {
-  terminal.Settle();
-}
-
-Demo::Demo(DemoHost& changedHost, Size size, std::optional<std::string> term)
-    : host(changedHost), terminal(launch(host, std::move(term)), size) {
-  terminal.Settle();
-}
-
-void Demo::LogIn(const std::string& password) {
-  terminal.Do({"F2", "wait:Authentication Required", "Down"});
-  terminal.Type(password);
-  terminal.Press("Enter");
+Demo::Demo(const Setup& setup, DemoHost&& changed)
+    : OwnHost{std::move(changed)}, Terminal(launch(host, setup), setup.size) {
+  Settle();
 }
 
 Lines Demo::NewLines() {
-  Lines all = host.Journal();
-  Lines fresh(all.begin() + static_cast<std::ptrdiff_t>(linesSeen), all.end());
-  linesSeen = all.size();
+  const Lines all = host.Journal();
+  const Lines fresh(all.begin() + static_cast<std::ptrdiff_t>(linesSeen_), all.end());
+  linesSeen_ = all.size();
   return fresh;
+}
+
+bool Demo::HasLine(std::string_view kind, const std::string& line) const {
+  const Lines lines = host.Journal(kind);
+  return std::find(lines.begin(), lines.end(), line) != lines.end();
+}
+
+void Demo::WaitForLine(std::string_view kind, const std::string& line) {
+  WaitUntil([&](const Screen&) { return HasLine(kind, line); }, line);
+}
+
+bool Demo::StaysIdle() {
+  Settle();
+  const auto before = workOf(Pid());
+  std::this_thread::sleep_for(std::chrono::milliseconds(200));
+  return workOf(Pid()) == before;
+}
+
+void openLogin(Console& console) {
+  console.WaitFor(kWelcome);
+  console.Press("F2");
+  console.WaitFor(kLogin);
+}
+
+void logIn(Console& console) {
+  openLogin(console);
+  console.Do({"Enter", "type:demo", "Enter"});
+  console.WaitFor(kMenu);
 }
 
 }  // namespace Harness

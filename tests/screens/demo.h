@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <memory>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -10,24 +10,48 @@
 
 namespace Harness {
 
-/// kiva-demo at its welcome screen, on a sample host of its own.
-struct Demo {
-  explicit Demo(const nlohmann::json& changes = nlohmann::json::object(), Size size = {24, 80},
-                std::optional<std::string> term = "xterm-256color");
-  /// The same on a host whose files a test has changed.
-  Demo(DemoHost& changedHost, Size size, std::optional<std::string> term = "xterm-256color");
+using Json = nlohmann::json;
+using Lines = std::vector<std::string>;
 
-  /// F2, a name and a password.
-  void LogIn(const std::string& password = "demo");
-  /// The journal's lines since the last call, or since the start.
-  std::vector<std::string> NewLines();
-
-  std::unique_ptr<DemoHost> ownHost;
-  DemoHost& host;
-  Terminal terminal;
-  std::size_t linesSeen = 0;
+/// How kiva-demo is started; `script` is a shell's, in which "$0" "$@" is its command line.
+struct Setup {
+  Size size = {24, 80};
+  std::optional<std::string> term = "xterm-256color";
+  Lines arguments = {};
+  std::map<std::string, std::string> environment = {};
+  std::string script = {};
 };
 
-using Lines = std::vector<std::string>;
+struct OwnHost {
+  DemoHost host;
+};
+
+/// A running kiva-demo on a sample host of its own.
+class Demo : public OwnHost, public Terminal {
+ public:
+  explicit Demo(const Json& changes = Json::object(), const Setup& setup = {})
+      : Demo(setup, DemoHost(changes)) {}
+  /// The same on a host whose files a test has changed.
+  Demo(const Setup& setup, DemoHost&& changed);
+
+  /// The journal's lines since the last call, or since the start.
+  Lines NewLines();
+  bool HasLine(std::string_view kind, const std::string& line) const;
+  void WaitForLine(std::string_view kind, const std::string& line);
+  /// Whether the program, once it waits for a key, does nothing at all for a while.
+  bool StaysIdle();
+
+ private:
+  std::size_t linesSeen_ = 0;
+};
+
+/// A text that only this screen shows.
+inline constexpr const char* kWelcome = "Shut Down/Restart";
+inline constexpr const char* kLogin = "Authentication Required";
+inline constexpr const char* kMenu = "System Customization";
+
+void openLogin(Console& console);
+/// From the welcome screen to the menu, as the user that the dialog offers.
+void logIn(Console& console);
 
 }  // namespace Harness

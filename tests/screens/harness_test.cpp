@@ -32,17 +32,6 @@ TEST(VirtualTerminalColours, AreNumberedAsCursesDoes) {
   EXPECT_EQ(coloursOfAttribute(0x3e), (Colours{11, 6}));  // bright yellow on cyan
 }
 
-TEST(Terminal, ShowsTextColoursAndCursor) {
-  Terminal terminal(shell(R"(printf '\033[2;3H\033[31;43mr\303\244d\033[0;7mx\033[?25l'; read x)"));
-  const Screen screen = terminal.WaitFor("räd");
-  EXPECT_EQ(screen.Find("d"), (Position{1, 4}));
-  EXPECT_EQ(screen.ColoursAt(1, 2), (Colours{1, 3}));
-  EXPECT_EQ(screen.ColoursAt(0, 0), Colours{});
-  EXPECT_TRUE(screen.At(1, 5).reverse);
-  EXPECT_EQ(screen.cursor, (Position{1, 6}));
-  EXPECT_FALSE(screen.cursorVisible);
-}
-
 TEST(Terminal, TypingReturnsWhenTheAnswerIsPainted) {
   Terminal terminal(shell("while read x; do sleep 0.05; echo \"<$x>\"; done"));
   for (int i = 0; i < 20; ++i) {
@@ -58,19 +47,6 @@ TEST(Terminal, TellsHowTheProgramEnded) {
   terminal.Type("\n");
   EXPECT_EQ(terminal.WaitForExit(), 3);
   EXPECT_EQ(terminal.BytesSince(), 2U) << "its own markers must not count, only the echo";
-
-  Terminal hungUp(shell("read x"));
-  hungUp.Settle();
-  hungUp.HangUp();
-  EXPECT_EQ(hungUp.WaitForExit(), -SIGHUP);
-}
-
-TEST(Terminal, ResizesTheProgramsTerminal) {
-  Terminal terminal(shell("stty size; read x; stty size; read x"), {24, 80});
-  terminal.WaitFor("24 80");
-  terminal.Resize({43, 132});
-  terminal.Type("\n");
-  EXPECT_TRUE(terminal.Look().Shows("43 132"));
 }
 
 TEST(Terminal, AWaitThatFailsShowsTheScreen) {

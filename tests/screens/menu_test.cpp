@@ -3,14 +3,11 @@
 
 #include <csignal>
 #include <filesystem>
-#include <fstream>
 
 #include "tests/screens/demo.h"
 
 namespace Harness {
 namespace {
-
-using Json = nlohmann::json;
 
 struct Pane {
   const char* entry;
@@ -34,22 +31,20 @@ const std::vector<Pane> kPanes = {
       "<4> Management Agent (mgmtd)", "<5> Corvo Halo Observation log"},
      ""},
     {"View Support Information", {"LKF-T24-00731", "<Page Down>"}, ""},
-    {"Reset System Configuration", {"Warning!"}, "<Enter> Reset"},
-};
+    {"Reset System Configuration", {"Warning!"}, "<Enter> Reset"}};
 
 void openEntry(Demo& demo, int downs) {
-  demo.LogIn();
-  demo.terminal.WaitFor("System Customization");
-  demo.terminal.Press("Down", downs);
+  logIn(demo);
+  demo.Press("Down", downs);
 }
 
 TEST(Menu, DescribesEveryEntryAtEverySize) {
   for (const Size size : {Size{24, 80}, Size{25, 80}, Size{43, 132}}) {
-    Demo demo({}, size);
+    Demo demo({}, {.size = size});
     openEntry(demo, 0);
     const std::size_t half = size.columns / 2;
     for (const Pane& pane : kPanes) {
-      const Screen screen = demo.terminal.Look();
+      const Screen screen = demo.Look();
       SCOPED_TRACE(screen.Dump());
       EXPECT_NE(screen.Row(1).find(pane.entry, half), std::string::npos);
       for (const auto& text : pane.shown) EXPECT_TRUE(screen.Shows(text)) << text;
@@ -57,18 +52,18 @@ TEST(Menu, DescribesEveryEntryAtEverySize) {
       for (const char* text : {"<Up/Down> Select", "<Esc> Log Out", pane.footer})
         EXPECT_NE(footers.find(text), std::string::npos) << text;
       EXPECT_TRUE(screen.Shows("Corvo Halo 4.2.1 (Tarn 4.2.1 Build 1840271)"));
-      demo.terminal.Press("Enter");
-      EXPECT_EQ(demo.terminal.Look(), screen) << "no window behind this entry yet";
-      demo.terminal.Press("Down");
+      demo.Press("Enter");
+      EXPECT_EQ(demo.Look(), screen) << "no window behind this entry yet";
+      demo.Press("Down");
     }
-    EXPECT_TRUE(demo.terminal.Look().Shows("<Enter> Reset")) << "the last entry stays";
+    EXPECT_TRUE(demo.Look().Shows("<Enter> Reset")) << "the last entry stays";
   }
 }
 
 TEST(Menu, WearsItsColours) {
   Demo demo;
   openEntry(demo, 0);
-  const Screen screen = demo.terminal.Look();
+  const Screen screen = demo.Look();
   const Colours bright{0, 3}, help{6, 3}, dark{7, 6}, plain{2, 6};
   const std::pair<Position, Colours> cells[] = {
       {{4, 2}, {7, 0}}, {{5, 2}, bright},  {{1, 3}, bright},  {{1, 42}, dark},
@@ -89,40 +84,22 @@ TEST(Menu, SkipsWhatTheHostDoesNotOffer) {
        {"Configure Lockdown Mode"}},
       {R"({"network": {"kernelNics": []}})",
        {"Configure Management Network", "Restart Management Network", "Test Management Network"}},
-      {R"({"options": {"PXEBootEnabled": 1}})", {"Reset System Configuration"}},
-  };
+      {R"({"options": {"PXEBootEnabled": 1}})", {"Reset System Configuration"}}};
   for (const auto& one : cases) {
     SCOPED_TRACE(one.changes);
     Demo demo(Json::parse(one.changes));
     openEntry(demo, 0);
-    Screen screen = demo.terminal.Look();
+    Screen screen = demo.Look();
     for (const auto& entry : one.entries) {
       const Position place = *screen.Find(entry);
       EXPECT_EQ(screen.ColoursAt(place.row, place.column), (Colours{6, 3})) << entry;
     }
-    for (int i = 0; i < 10; ++i, screen = demo.terminal.Look()) {
+    for (int i = 0; i < 10; ++i, screen = demo.Look()) {
       for (const auto& entry : one.entries)
         EXPECT_EQ(screen.Row(1).find(entry), std::string::npos) << entry;
-      demo.terminal.Press("Down");
+      demo.Press("Down");
     }
   }
-}
-
-TEST(Menu, LockdownIsAskedForOnceWhenItIsOn) {
-  Demo demo(Json{{"lockdown", {{"enabled", true}, {"possible", false}}}});
-  openEntry(demo, 1);
-  EXPECT_TRUE(demo.terminal.Look().Shows("Enabled"));
-  EXPECT_EQ(demo.host.Journal("run"),
-            Lines{"/bin/hmx-cmd hmx-cmd -U kiva hmxsvc/auth/lockdown_is_enabled"});
-}
-
-TEST(Menu, OffersTheKeyboardOnAConsoleOnly) {
-  Demo demo({}, {25, 80}, "xterm");
-  openEntry(demo, 6);
-  const Screen screen = demo.terminal.Look();
-  EXPECT_EQ(screen.Find("Configure Keyboard"), (Position{1, 42}));
-  EXPECT_TRUE(screen.Shows("English (US)"));
-  EXPECT_TRUE(screen.Shows("To select the layout type for the"));
 }
 
 TEST(Menu, ToldOfAnInterfaceThatVanishedWhenRestartingIt) {
@@ -130,12 +107,12 @@ TEST(Menu, ToldOfAnInterfaceThatVanishedWhenRestartingIt) {
   openEntry(demo, 3);
   demo.host.Change({{"network", {{"kernelNics", Json::array()}}}});
   demo.NewLines();
-  demo.terminal.Press("Enter");
-  const Screen screen = demo.terminal.WaitFor("Restart Management Network: Error");
+  demo.Press("Enter");
+  const Screen screen = demo.WaitFor("Restart Management Network: Error");
   EXPECT_TRUE(screen.Shows("Management network interface cannot be found."));
   EXPECT_EQ(demo.NewLines(), Lines{"log.err\tCould not get a suitable management interface"});
-  demo.terminal.Press("Enter");
-  EXPECT_TRUE(demo.terminal.Look().Shows("<Enter> Restart"));
+  demo.Press("Enter");
+  EXPECT_TRUE(demo.Look().Shows("<Enter> Restart"));
 }
 
 TEST(Menu, PagesThroughTheSupportInformation) {
@@ -144,25 +121,25 @@ TEST(Menu, PagesThroughTheSupportInformation) {
   const std::vector<const char*> hints = {" <Page Down>", " <Page Up>/<Page Down>", " <Page Up> "};
   std::vector<Screen> pages;
   for (const char* hint : hints) {
-    pages.push_back(demo.terminal.Look());
+    pages.push_back(demo.Look());
     EXPECT_NE(pages.back().Row(20).find(hint), std::string::npos) << pages.back().Dump();
-    demo.terminal.Press("PageDown");
+    demo.Press("PageDown");
   }
-  EXPECT_EQ(demo.terminal.Look(), pages[2]) << "there is no page behind the last";
-  demo.terminal.Press("PageUp");
-  EXPECT_EQ(demo.terminal.Look(), pages[1]);
-  demo.terminal.Do({"Up", "Down"});
-  EXPECT_EQ(demo.terminal.Look(), pages[0]) << "it begins at the first page again";
-  demo.terminal.Press("PageUp");
-  EXPECT_EQ(demo.terminal.Look(), pages[0]);
+  EXPECT_EQ(demo.Look(), pages[2]) << "there is no page behind the last";
+  demo.Press("PageUp");
+  EXPECT_EQ(demo.Look(), pages[1]);
+  demo.Do({"Up", "Down"});
+  EXPECT_EQ(demo.Look(), pages[0]) << "it begins at the first page again";
+  demo.Press("PageUp");
+  EXPECT_EQ(demo.Look(), pages[0]);
 }
 
 TEST(Menu, SaysWhenNoSupportInformationIsInstalled) {
   DemoHost host;
   std::filesystem::remove(host.Root("/etc/corvo/support"));
-  Demo demo(host, {24, 80});
+  Demo demo({}, std::move(host));
   openEntry(demo, 8);
-  const Screen screen = demo.terminal.Look();
+  const Screen screen = demo.Look();
   EXPECT_TRUE(screen.Shows("No support information is")) << screen.Dump();
   EXPECT_FALSE(screen.Shows("<Page"));
 }
@@ -170,60 +147,44 @@ TEST(Menu, SaysWhenNoSupportInformationIsInstalled) {
 TEST(LogViewer, LendsTheTerminalToThePagerAndComesBack) {
   Demo demo;
   openEntry(demo, 7);
-  const Screen before = demo.terminal.Look();
+  const Screen before = demo.Look();
   demo.NewLines();
-  demo.terminal.Press("Enter");
-  EXPECT_EQ(demo.terminal.Look(), before) << "Enter opens nothing";
-  demo.terminal.Do({"type:1", "wait:<Q> Quit </> RegExp Search <H> Help", "type:!",
-                    "wait:Command not available", "Enter", "type:q"});
-  Screen after = demo.terminal.WaitFor("System Customization");
+  demo.Press("Enter");
+  EXPECT_EQ(demo.Look(), before) << "Enter opens nothing";
+  demo.Do({"type:1", "wait:<Q> Quit </> RegExp Search <H> Help", "type:!",
+           "wait:Command not available", "Enter", "type:q"});
+  Screen after = demo.WaitFor("System Customization");
   after.cursor = before.cursor;
   EXPECT_EQ(after, before);
   EXPECT_EQ(demo.NewLines(), Lines{"run\t/bin/less less -cfP <Q> Quit </> RegExp Search <H> Help "
                                    "HOST/root/var/log/syslog.log"});
   std::filesystem::remove(demo.host.Root("/var/log/tarn.log"));
-  demo.terminal.Do({"Up", "Down"});
-  EXPECT_TRUE(demo.terminal.Look().Shows("<2> Config")) << "the list follows the files";
-}
-
-TEST(LogViewer, TakesThePagerAlongWhenTheConsoleEnds) {
-  Demo demo;
-  openEntry(demo, 7);
-  demo.terminal.Send("2");
-  demo.terminal.WaitForPassing("<Q> Quit");
-  demo.terminal.Signal(SIGTERM);
-  EXPECT_EQ(demo.terminal.WaitForExit(), 0);
+  demo.Do({"Up", "Down"});
+  EXPECT_TRUE(demo.Look().Shows("<2> Config")) << "the list follows the files";
 }
 
 TEST(LogViewer, EndsWithTheConsoleBelowAJobControlShellToo) {
-  DemoHost host;
-  Launch launch = host.Demo();
-  const std::string line = launch.arguments[0] + " --host " + host.Directory().string();
-  launch.arguments = {"/bin/bash", "-c", "set -m; " + line + "; echo ended $?; read x"};
-  Terminal terminal(launch, {24, 80});
-  terminal.WaitForPassing("<F2> Customize");
-  terminal.Do({"F2", "Down", "type:demo", "Enter"});
-  terminal.Press("Down", 7);
-  terminal.Send("1");
-  terminal.WaitForPassing("<Q> Quit");
+  Demo demo({}, {.script = "set -m; \"$0\" \"$@\"; echo ended $?; read x"});
+  openEntry(demo, 7);
+  demo.Send("1");
+  demo.WaitForPassing("<Q> Quit");
   pid_t console = 0;
-  std::ifstream(host.Root("/var/run/kiva.pid")) >> console;
+  std::ifstream(demo.host.Root("/var/run/kiva.pid")) >> console;
   ASSERT_GT(console, 0);
   kill(console, SIGTERM);
-  terminal.WaitForPassing("ended 0");
+  demo.WaitForPassing("ended 0");
 }
 
 TEST(LogViewer, AChangeOfSizeMeanwhileEndsTheConsoleAfterwards) {
   Demo demo;
   openEntry(demo, 7);
-  demo.terminal.Send("1");
-  demo.terminal.WaitForPassing("<Q> Quit");
-  demo.NewLines();
-  demo.terminal.Resize({30, 90});
-  demo.terminal.WaitForPassing("<Q> Quit");
-  demo.terminal.Send("q");
-  EXPECT_EQ(demo.terminal.WaitForExit(), 0);
-  EXPECT_EQ(demo.NewLines(), Lines{"log.info\tResized window to 90x30"});
+  demo.Send("1");
+  demo.WaitForPassing("<Q> Quit");
+  demo.Resize({30, 90});
+  demo.WaitForPassing("<Q> Quit");
+  demo.Send("q");
+  EXPECT_EQ(demo.WaitForExit(), 0);
+  EXPECT_EQ(demo.host.Journal().back(), "log.info\tResized window to 90x30");
 }
 
 }  // namespace

@@ -8,15 +8,11 @@
 #include <iostream>
 #include <random>
 
-#include "harness/terminal.h"
-#include "tests/screens/steps.h"
-#include "tests/support/recording_platform.h"
+#include "harness/readiness.h"
+#include "tests/screens/demo.h"
 
 namespace Harness {
 namespace {
-
-using Json = nlohmann::json;
-using std::chrono::seconds;
 
 constexpr int kKeys = 11000;  // of each size
 constexpr int kFlood = 300;
@@ -118,13 +114,10 @@ class Walk {
 
   void ChangeHost() {
     const Json token = Below(2) ? Json{{"label", "Card"}, {"userId", "carla"}} : Json();
-    host_.Change(
-        Json::array({{{"op", "replace"}, {"path", "/smartCardSlots/0/token"}, {"value", token}},
-                     {{"op", "replace"}, {"path", "/lockdown/enabled"}, {"value", Below(2) == 0}},
-                     {{"op", "replace"}, {"path", "/bootOption"}, {"value", Below(2)}},
-                     {{"op", "replace"},
-                      {"path", "/welcomeMessage"},
-                      {"value", Below(3) ? "" : "{align:right}{ip}\n{bgcolor:red}{hostname}"}}}));
+    host_.Set("/smartCardSlots/0/token", token);
+    host_.Set("/lockdown/enabled", Below(2) == 0);
+    host_.Set("/bootOption", Below(2));
+    host_.Set("/welcomeMessage", Below(3) ? "" : "{align:right}{ip}\n{bgcolor:red}{hostname}");
     terminal_->Signal(SIGUSR1);
   }
 
@@ -140,7 +133,7 @@ class Walk {
   /// The pager can be told to wait for nothing but an interrupt.
   void Settle() {
     for (int attempt = 0; attempt < 60; ++attempt) {
-      terminal_->SetDeadline(seconds(1));
+      terminal_->SetDeadline(std::chrono::seconds(1));
       try {
         return terminal_->Settle();
       } catch (const WaitFailed&) {

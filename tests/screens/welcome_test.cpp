@@ -6,8 +6,6 @@
 namespace Harness {
 namespace {
 
-using Json = nlohmann::json;
-
 constexpr Colours kWhiteOnDarkGrey{7, 6};
 constexpr Colours kBlackOnAmber{0, 3};
 constexpr Colours kDarkGreyOnAmber{6, 3};
@@ -28,8 +26,8 @@ Json withIpv6(int count) {
 
 TEST(WelcomeScreen, LaysTheHostsFactsOutAtEverySize) {
   for (const Size size : {Size{24, 80}, Size{25, 80}, Size{43, 132}, Size{100, 300}}) {
-    Demo demo({}, size);
-    const Screen screen = demo.terminal.WaitFor("Corvo Halo 4.2.1 (Tarn 4.2.1 Build 1840271)");
+    Demo demo({}, {.size = size});
+    const Screen screen = demo.WaitFor("Corvo Halo 4.2.1 (Tarn 4.2.1 Build 1840271)");
     const int half = size.rows / 2;
     const std::vector<std::pair<std::string, Position>> places = {
         {"Corvo Halo", {5, 8}},
@@ -43,8 +41,7 @@ TEST(WelcomeScreen, LaysTheHostsFactsOutAtEverySize) {
         {"https://[2001:db8:20::1:7f3a]/ (DHCP)", {half + 5, 8}},
         {"https://[2001:db8:20::40]/ (STATIC)", {half + 6, 8}},
         {"<F2> Customize System/View Logs", {size.rows - 2, 2}},
-        {"<F12> Shut Down/Restart", {size.rows - 2, size.columns - 25}},
-    };
+        {"<F12> Shut Down/Restart", {size.rows - 2, size.columns - 25}}};
     for (const auto& [text, place] : places) EXPECT_EQ(screen.Find(text), place) << text;
     EXPECT_EQ(screen.ColoursAt(5, 8), kWhiteOnDarkGrey);
     EXPECT_EQ(screen.ColoursAt(half - 1, 0), kWhiteOnDarkGrey) << "the frame";
@@ -56,61 +53,43 @@ TEST(WelcomeScreen, LaysTheHostsFactsOutAtEverySize) {
   }
 }
 
-struct FactCase {
-  const char* name;
-  Json changes;
-  Lines shown;
-  Lines hidden;
-};
-
 TEST(WelcomeScreen, FollowsTheHostsState) {
-  const std::string ipv4 = std::string(kRunning) + "ipv4/";
-  const std::vector<FactCase> cases = {
-      {"static address", replaced(ipv4 + "mode", "static"), {"https://10.20.30.40/ (STATIC)"}, {}},
-      {"no lease",
-       replaced(ipv4 + "address", "0.0.0.0"),
+  const std::string mode = std::string(kRunning) + "ipv4/mode";
+  const Json none = Json::array(), noLease = {{"op", "replace"},
+                                              {"path", std::string(kRunning) + "ipv4/address"},
+                                              {"value", "0.0.0.0"}};
+  const Json audit = {{"op", "replace"}, {"path", "/bootOption"}, {"value", 1}};
+  const struct {
+    Json changes;
+    Lines shown, hidden;
+  } cases[] = {
+      {replaced(mode, "static"), {"https://10.20.30.40/ (STATIC)"}, {}},
+      {Json::array({noLease}),
        {"https://0.0.0.0/ (Waiting for DHCP...)", "Warning: DHCP lookup failed. You may be",
         "network configuration."},
        {}},
-      {"no IPv4",
-       replaced(ipv4 + "mode", "none"),
-       {"https://halo-01/"},
-       {"10.20.30.40", "0.0.0.0"}},
-      {"audit mode",
-       {{"bootOption", 1}},
-       {"Warning: Host is running in audit mode.", "support."},
-       {}},
-      {"audit mode before no lease",
-       Json::array({{{"op", "replace"}, {"path", ipv4 + "address"}, {"value", "0.0.0.0"}},
-                    {{"op", "replace"}, {"path", "/bootOption"}, {"value", 1}}}),
-       {"audit mode", "Waiting for DHCP..."},
-       {kDhcpWarning}},
-      {"no management interface",
-       {{"network", {{"kernelNics", Json::array()}}}},
+      {replaced(mode, "none"), {"https://halo-01/"}, {"10.20.30.40", "0.0.0.0"}},
+      {{{"bootOption", 1}}, {"Warning: Host is running in audit mode.", "support."}, {}},
+      {Json::array({noLease, audit}), {"audit mode", "Waiting for DHCP..."}, {kDhcpWarning}},
+      {replaced("/network/kernelNics", none),
        {"https://halo-01/"},
        {kDhcpWarning, "10.20.30.40", "2001:db8"}},
-      {"no adapter",
-       {{"network", {{"pnics", Json::array()}}}},
+      {replaced("/network/pnics", none),
        {"No compatible network adapter found. Please consult the"},
        {"https://"}},
-      {"IPv6 off", {{"network", {{"ipv6Enabled", false}}}}, {"10.20.30.40"}, {"2001:db8"}},
-      {"six addresses",
-       withIpv6(6),
-       {"[2001:db8::3]", "[2001:db8::6]", "..."},
-       {"db8::1]", "db8::2]"}},
-      {"five addresses", withIpv6(5), {"[2001:db8::1]", "[2001:db8::5]"}, {"..."}},
-      {"localhost", replaced("/network/dns/hostname", "localhost"), {"10.20.30.40"}, {"localhost"}},
-      {"braces", replaced("/network/dns/hostname", "a{b}c"), {"https://a(b)c/"}, {}},
-      {"one package", {{"processors", {{"packages", 1}}}}, {" Orrery(R) Copper"}, {"1 x", "2 x"}},
-      {"bare machine",
-       {{"hardware", {{"vendorName", ""}, {"productName", "  Box  1 "}}}},
+      {replaced("/network/ipv6Enabled", false), {"10.20.30.40"}, {"2001:db8"}},
+      {withIpv6(6), {"[2001:db8::3]", "[2001:db8::6]", "..."}, {"db8::1]", "db8::2]"}},
+      {withIpv6(5), {"[2001:db8::1]", "[2001:db8::5]"}, {"..."}},
+      {replaced("/network/dns/hostname", "localhost"), {"10.20.30.40"}, {"localhost"}},
+      {replaced("/network/dns/hostname", "a{b}c"), {"https://a(b)c/"}, {}},
+      {replaced("/processors/packages", 1), {" Orrery(R) Copper"}, {"1 x", "2 x"}},
+      {{{"hardware", {{"vendorName", ""}, {"productName", "  Box  1 "}}}},
        {"│       Box 1 "},
-       {"Larkfield"}},
-  };
-  for (const FactCase& one : cases) {
-    SCOPED_TRACE(one.name);
+       {"Larkfield"}}};
+  for (const auto& one : cases) {
+    SCOPED_TRACE(one.changes);
     Demo demo(one.changes);
-    const Screen screen = demo.terminal.Look();
+    const Screen screen = demo.Look();
     for (const auto& text : one.shown) EXPECT_TRUE(screen.Shows(text)) << text << screen.Dump();
     for (const auto& text : one.hidden) EXPECT_FALSE(screen.Shows(text)) << text << screen.Dump();
   }
@@ -118,8 +97,8 @@ TEST(WelcomeScreen, FollowsTheHostsState) {
 
 TEST(WelcomeScreen, WarnsInTheRowsThatTheSizeLeaves) {
   for (const auto& [rows, row] : {std::pair{24, 19}, {25, 20}, {28, 23}, {43, 30}}) {
-    Demo demo({{"bootOption", 1}}, {rows, 80});
-    const Screen screen = demo.terminal.Look();
+    Demo demo({{"bootOption", 1}}, {.size = {rows, 80}});
+    const Screen screen = demo.Look();
     ASSERT_EQ(screen.Find("Warning: Host is running"), (Position{row, 16})) << screen.Dump();
     EXPECT_EQ(screen.ColoursAt(row, 16), kDarkGreyOnAmber);
     EXPECT_TRUE(screen.Shows("<F12> Shut Down/Restart"));
@@ -127,8 +106,8 @@ TEST(WelcomeScreen, WarnsInTheRowsThatTheSizeLeaves) {
 }
 
 TEST(WelcomeScreen, AlertsTheHostOnceThatItHasNoAdapter) {
-  Demo demo(Json{{"network", {{"pnics", Json::array()}}}});
-  demo.terminal.Press("Enter", 3);
+  Demo demo(replaced("/network/pnics", Json::array()));
+  demo.Press("Enter", 3);
   EXPECT_EQ(demo.host.Journal("hostctl"),
             Lines{"SetSystemAlert No compatible network adapter found."});
 }
@@ -137,30 +116,30 @@ TEST(WelcomeScreen, GivesWayToTheAdministratorsMessage) {
   Demo demo(Json{{"welcomeMessage",
                   "{color:yellow}Call "
                   "{align:center}{hostname}{/align}\n{serial-number}{memory}{CPLDversion}"}});
-  const Screen screen = demo.terminal.Look();
+  const Screen screen = demo.Look();
   EXPECT_EQ(screen.Find("Call "), (Position{2, 2}));
   EXPECT_TRUE(screen.Shows("halo-01.example.test")) << screen.Dump();
   EXPECT_TRUE(screen.Shows("LKF-T24-00731128 GBN/A")) << screen.Dump();
   EXPECT_EQ(screen.ColoursAt(2, 2), (Colours{3, 0}));
   EXPECT_FALSE(screen.Shows("<F2>"));
   demo.host.Change({{"welcomeMessage", ""}});
-  demo.terminal.Press("Enter");
-  EXPECT_TRUE(demo.terminal.Look().Shows("<F2> Customize System/View Logs"));
+  demo.Press("Enter");
+  EXPECT_TRUE(demo.Look().Shows("<F2> Customize System/View Logs"));
 }
 
 TEST(WelcomeScreen, StaysAliveOnATinyTerminal) {
   for (const Size size : {Size{10, 40}, Size{5, 20}, Size{2, 3}, Size{1, 1}}) {
-    Demo demo({}, size);
-    EXPECT_EQ(demo.terminal.Look().Shows("This screen needs 80 x 24."), size.columns == 40);
-    demo.terminal.Press("F2");
-    EXPECT_EQ(demo.terminal.Look().cursorVisible, size.rows == 10);
-    demo.terminal.Type(
+    Demo demo({}, {.size = size});
+    EXPECT_EQ(demo.Look().Shows("This screen needs 80 x 24."), size.columns == 40);
+    demo.Press("F2");
+    EXPECT_EQ(demo.Look().cursorVisible, size.rows == 10);
+    demo.Type(
         "\n"
         "demo\n");
-    demo.terminal.Press("Down", 12);
-    demo.terminal.Press("Esc");
-    demo.terminal.Signal(SIGTERM);
-    EXPECT_EQ(demo.terminal.WaitForExit(), 0);
+    demo.Press("Down", 12);
+    demo.Press("Esc");
+    demo.Signal(SIGTERM);
+    EXPECT_EQ(demo.WaitForExit(), 0);
   }
 }
 

@@ -2,8 +2,6 @@
 #include "tests/support/recording_platform.h"
 
 #include <csignal>
-#include <cstdlib>
-#include <fstream>
 
 #include "hostctl/lib/exception.h"
 
@@ -41,10 +39,6 @@ Program RecordingPlatform::ChildProgram(const Program& program) {
   return shell;
 }
 
-Program RecordingPlatform::TerminalProgram(const Program& program) {
-  return program;
-}
-
 void RecordingPlatform::Log(int priority, const std::string& line) {
   Record("log." + std::to_string(priority) + " " + line);
 }
@@ -62,11 +56,6 @@ void RecordingPlatform::Audit(const HostCtl::Lib::AuditRecord& record) {
 
 void ValueDriver::Enter(std::string_view operation) {
   if (operation == failing) throw HostCtl::Lib::HostCtlException("out of order");
-}
-
-std::string ValueDriver::ReadModuleVersion(const std::string& module) {
-  const auto found = moduleVersions.find(module);
-  return found == moduleVersions.end() ? "" : found->second;
 }
 
 OnRecordingHost::OnRecordingHost() {

@@ -18,21 +18,19 @@ TEST(FactFormat, MemorySizes) {
   const struct {
     std::uint64_t bytes;
     const char *keyword, *welcome;
-  } cases[] = {
-      {0, "0 MB", "0 MiB Memory"},
-      {kMiB, "256 MB", "1 MiB Memory"},
-      {768 * kMiB, "768 MB", "768 MiB Memory"},
-      {kGiB - 1, "1 GB", "1024 MiB Memory"},
-      {kGiB, "1 GB", "1 GiB Memory"},
-      {16 * kGiB, "16 GB", "16 GiB Memory"},
-      {16 * kGiB + 1, "16.2 GB", "16 GiB Memory"},
-      {16325 * kMiB, "16 GB", "15.9 GiB Memory"},
-      {49 * kGiB / 2, "24.5 GB", "24.5 GiB Memory"},
-      {3 * kTiB / 2, "1.5 TB", "1.5 TiB Memory"},
-      {2000 * kGiB, "1.9 TB", "2 TiB Memory"},
-      {5 * kPiB, "5 PB", "5 PiB Memory"},
-      {3000 * kPiB, "3000 PB", "3000 PiB Memory"},
-  };
+  } cases[] = {{0, "0 MB", "0 MiB Memory"},
+               {kMiB, "256 MB", "1 MiB Memory"},
+               {768 * kMiB, "768 MB", "768 MiB Memory"},
+               {kGiB - 1, "1 GB", "1024 MiB Memory"},
+               {kGiB, "1 GB", "1 GiB Memory"},
+               {16 * kGiB, "16 GB", "16 GiB Memory"},
+               {16 * kGiB + 1, "16.2 GB", "16 GiB Memory"},
+               {16325 * kMiB, "16 GB", "15.9 GiB Memory"},
+               {49 * kGiB / 2, "24.5 GB", "24.5 GiB Memory"},
+               {3 * kTiB / 2, "1.5 TB", "1.5 TiB Memory"},
+               {2000 * kGiB, "1.9 TB", "2 TiB Memory"},
+               {5 * kPiB, "5 PB", "5 PiB Memory"},
+               {3000 * kPiB, "3000 PB", "3000 PiB Memory"}};
   for (const auto& one : cases) {
     EXPECT_EQ(memoryText(one.bytes), one.keyword) << one.bytes;
     EXPECT_EQ(welcomeMemoryText(one.bytes), one.welcome) << one.bytes;
@@ -49,8 +47,7 @@ TEST(FactFormat, CertificateDigests) {
       {"SHA Fingerprint=AB", ""},
       {"MD5 Fingerprint=AB", ""},
       {"unable to load certificate", ""},
-      {"", ""},
-  };
+      {"", ""}};
   for (const auto& [output, digest] : cases) EXPECT_EQ(certificateDigest(output), digest) << output;
 }
 
@@ -68,8 +65,7 @@ TEST(LogForDigit, WalksTheAvailableLogs) {
   const std::vector<std::tuple<int, LogFlags, Row>> cases = {
       {1, some, 0}, {2, some, 2}, {4, some, 5}, {5, some, 4}, {9, some, 4},
       {0, some, 4}, {0, none, 0}, {3, none, 0}, {1, all, 0},  {7, all, 6},
-      {8, all, {}}, {9, all, {}}, {0, all, {}},
-  };
+      {8, all, {}}, {9, all, {}}, {0, all, {}}};
   for (const auto& [digit, flags, row] : cases) EXPECT_EQ(logForDigit(digit, flags), row) << digit;
 }
 
@@ -79,8 +75,7 @@ TEST(SupportPages, EndAtDollarsAndSkipComments) {
       {"one\ntwo", {"one\ntwo\n"}},
       {"#no\na\n$\nb\n", {"a\n", "b\n"}},
       {"$\n$x\n", {"", "", ""}},
-      {std::string(1 << 20, 'x') + "\n$", {std::string(1 << 20, 'x') + "\n", ""}},
-  };
+      {std::string(1 << 20, 'x') + "\n$", {std::string(1 << 20, 'x') + "\n", ""}}};
   for (const auto& [file, pages] : cases) {
     std::istringstream stream(file);
     EXPECT_EQ(readSupportPages(stream), pages);

@@ -31,15 +31,13 @@ TEST(LinuxKernelNics, Ipv4AddressAndOrigin) {
     std::vector<AddressRow> rows;
     bool asks;
     const char* seen;
-  } cases[] = {
-      {{elsewhere}, false, "none 0.0.0.0"},
-      {{}, true, "dhcp 0.0.0.0"},
-      {{fixed}, false, "static 10.0.0.5"},
-      {{fixed}, true, "static 10.0.0.5"},
-      {{leased}, false, "dhcp 10.0.0.6"},
-      {{zeroconf, leased}, false, "dhcp 10.0.0.6"},
-      {{second, zeroconf, fixed}, false, "static 10.0.0.5"},
-  };
+  } cases[] = {{{elsewhere}, false, "none 0.0.0.0"},
+               {{}, true, "dhcp 0.0.0.0"},
+               {{fixed}, false, "static 10.0.0.5"},
+               {{fixed}, true, "static 10.0.0.5"},
+               {{leased}, false, "dhcp 10.0.0.6"},
+               {{zeroconf, leased}, false, "dhcp 10.0.0.6"},
+               {{second, zeroconf, fixed}, false, "static 10.0.0.5"}};
   for (const auto& [rows, asks, seen] : cases) {
     const auto config = onlyNic(rows, asks).running;
     const std::string mode = config.GetIpv4UseNone()   ? "none "
@@ -60,8 +58,7 @@ TEST(LinuxKernelNics, Ipv6OriginsAndRefinement) {
       {{2, ip("fd00::1"), 64, IFA_F_PERMANENT, 0, kForever}, Static, Autoconf, Autoconf},
       {{2, ip("fd00::2"), 128, 0, 0, 600}, Dhcp, Static, Static},
       {{2, ip("fd00::3"), 64, 0, 0, 600}, Autoconf, Dhcp, Dhcp},
-      {{2, ip("fd00::4"), 64, IFA_F_MANAGETEMPADDR, 0, kForever}, Autoconf, Autoconf, Autoconf},
-  };
+      {{2, ip("fd00::4"), 64, IFA_F_MANAGETEMPADDR, 0, kForever}, Autoconf, Autoconf, Autoconf}};
   std::vector<AddressRow> rows{{2, ip("fd00::bad"), 64, IFA_F_DADFAILED, 0, kForever}};
   std::vector<ReportedAddress> report;
   for (const auto& one : cases) {

@@ -24,8 +24,7 @@ TEST(LinuxVersion, FromOsReleaseAndKernel) {
       {"# NAME=no\nNAME=Corvo\nVERSION=7.0 U1\nBUILD_ID=1234", "#17 SMP", "Corvo", "7.0 U1", 1234},
       {"PRETTY_NAME=\"A \\\"b\\\" c\"\nBUILD_ID=rolling", "#3-Ubuntu SMP", "A \"b\" c", "6.1.0", 3},
       {"", "no number", "Linux", "6.1.0", 0},
-      {"BUILD_ID=99999999999999999999\nNAME=\"open", "#4294967296", "open", "6.1.0", 0},
-  };
+      {"BUILD_ID=99999999999999999999\nNAME=\"open", "#4294967296", "open", "6.1.0", 0}};
   for (const auto& [osRelease, kernelVersion, product, version, build] : cases) {
     SCOPED_TRACE(osRelease);
     const auto record = versionFrom(osRelease, "6.1.0", kernelVersion);
@@ -48,8 +47,7 @@ TEST(LinuxProcessors, EveryKindOfCpuinfo) {
       {"processor\t: 0\nmodel name\t: ARMv7 rev 4\nHardware\t: BCM2835\nModel\t: A Pi\n",
        "ARMv7 rev 4", 1},
       {"processor\t: 0\nmodel\t: 2.3\nmodel name\t:\ncpu\t\t: POWER9\n", "POWER9", 1},
-      {"", "", 1},
-  };
+      {"", "", 1}};
   for (const auto& [text, model, packages] : cases) {
     const auto record = processorsFrom(text);
     EXPECT_EQ(record.modelName, model);

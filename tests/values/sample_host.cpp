@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "sample/sample_host.h"
-
 #include <gtest/gtest.h>
 #include <syslog.h>
 
 #include "harness/demo_host.h"
+#include "hostctl/lib/exception.h"
 #include "hostctl/lib/platform.h"
+#include "sample/changes.h"
+#include "sample/sample_host.h"
+#include "sample/store.h"
 #include "tarnctl/adv/advanced_option_impl.h"
 #include "tarnctl/auth/smart_card_info_impl.h"
 #include "tarnctl/network/network_info_impl.h"
@@ -14,7 +16,114 @@
 namespace {
 
 using Harness::DemoHost;
+using HostCtl::Lib::HostCtlException;
 using HostCtl::Lib::platform;
+using HostSample::SampleHostError;
+using HostSample::Store;
+
+std::string troubleOf(const DemoHost& host) {
+  try {
+    Store store(host.File());
+    return "usable";
+  } catch (const SampleHostError& error) {
+    return error.what();
+  }
+}
+
+TEST(SampleStore, NamesTheKeyThatIsWrongAndLeavesTheFile) {
+  const struct {
+    const char *pointer, *value, *trouble;
+  } cases[] = {{"/hardware", "{}", "hardware.vendorName is missing"},
+               {"/accounts/1/password", "5", "accounts[1].password is not a text"},
+               {"/version/buildNumber", "-1",
+                "version.buildNumber is not a whole number from 0 to 4294967295"},
+               {"/memory/totalPages", "18446744073709551615",
+                "memory.totalPages is not a whole number from 0 to 17592186044416"},
+               {"/network/ipv6Enabled", "1", "network.ipv6Enabled is not true or false"},
+               {"/network/pnics", "{}", "network.pnics is not a list"},
+               {"/network/pnics/2/name", "null", "network.pnics[2].name is missing"},
+               {"/network/kernelNics/0/running/ipv4/mode", "\"bootp\"",
+                "network.kernelNics[0].running.ipv4.mode is not one of none, dhcp, static"},
+               {"/network/routing/ipv4Gateway", "\"10.20.30\"",
+                "network.routing.ipv4Gateway is not an IPv4 address"},
+               {"/options/two\nlines", "true",
+                "options.two\\nlines is not a whole number from -9223372036854775807 to "
+                "9223372036854775807"},
+               {"/tools", R"({"/bin/sh": {}})", "tools./bin/sh.status is missing"},
+               {"/faults", "[]", "faults is not an object"}};
+  for (const auto& one : cases) {
+    DemoHost host;
+    host.Set(one.pointer, nlohmann::json::parse(one.value));
+    const std::string before = host.Text();
+    EXPECT_EQ(troubleOf(host), host.File().string() + ": " + one.trouble);
+    EXPECT_EQ(host.Text(), before);
+  }
+}
+
+TEST(SampleStore, RefusesWhatIsNoJson) {
+  const std::pair<std::string, std::string> cases[] = {
+      {"", ": line 1 is not JSON"},
+      {"{\n  \"version\": {\n", ": line 3 is not JSON"},
+      {"[1]", ": the whole is not an object"},
+      {"{\"memory\": 1e999}", ": a number is too large"},
+      {std::string(100000, '['), ": line 1 is not JSON"},
+      {"{\"version\": \"\xff\"}", ": line 1 is not JSON"}};
+  for (const auto& [text, trouble] : cases) {
+    DemoHost host;
+    host.WriteText(text);
+    EXPECT_EQ(troubleOf(host), host.File().string() + trouble);
+  }
+  DemoHost host;
+  auto json = host.State();
+  for (const char* key : {"faults", "tools", "eventLibraryStatus", "systemAlert"}) json.erase(key);
+  host.WriteText(json.dump());
+  EXPECT_EQ(troubleOf(host), "usable") << "these may be left out";
+}
+
+TEST(SampleStore, FollowsTheFileAndOutlivesABadEdit) {
+  DemoHost host;
+  const std::string good = host.Text();
+  Store store(host.File());
+  host.Set("/bootOption", 1);
+  EXPECT_EQ(store.State().bootOption, 1);
+
+  host.WriteText("{");
+  for (int i = 0; i < 2; ++i) EXPECT_THROW(store.State(), HostCtlException);
+  EXPECT_EQ(store.LastGoodState().bootOption, 1);
+  EXPECT_THROW(raiseAlert(store, "x"), HostCtlException);
+  EXPECT_EQ(host.Text(), "{");
+
+  std::filesystem::remove(host.File());
+  EXPECT_THROW(store.State(), HostCtlException);
+  host.WriteText(good);
+  EXPECT_EQ(store.State().bootOption, 0);
+}
+
+TEST(SampleStore, KeepsWhatItDoesNotKnowAndTheFilesMode) {
+  DemoHost host;
+  auto expected = nlohmann::ordered_json::parse(host.Text());
+  expected["ourNotes"] = {{"z", 1}, {"a", 2}};
+  host.WriteText(expected.dump());
+  std::filesystem::permissions(host.File(), std::filesystem::perms(0600));
+  Store store(host.File());
+  HostSample::changePassword(store, "expired", "a-new-one");
+  for (auto& account : expected["accounts"])
+    if (account["name"] == "expired")
+      account.update({{"password", "a-new-one"}, {"expired", false}});
+  EXPECT_EQ(host.Text(), expected.dump(2) + "\n");
+  EXPECT_EQ(std::filesystem::status(host.File()).permissions(), std::filesystem::perms(0600));
+}
+
+TEST(SampleStore, NeverWritesWhatItCouldNotReadBack) {
+  DemoHost host;
+  const std::string before = host.Text();
+  Store store(host.File());
+  EXPECT_THROW(store.Change([](HostSample::Json& json) { return json.erase("memory") > 0; }),
+               HostCtlException);
+  EXPECT_THROW(HostSample::changePassword(store, "root", "\xff\xfe"), HostCtlException);
+  EXPECT_THROW(HostSample::changePassword(store, "nobody", "x"), HostCtlException);
+  EXPECT_EQ(host.Text(), before);
+}
 
 class SampleHost : public testing::Test {
  protected:
@@ -55,18 +164,16 @@ TEST_F(SampleHost, JournalsWhatLeavesTheProgram) {
   platform().TerminalProgram({"/bin/less", {"less", "-cfP", "a b"}});
   TarnCtl::System::SystemInfoImpl system;
   for (const char* alert : {"No adapter.", "No adapter.", "Other."}) system.SetSystemAlert(alert);
-  const std::vector<std::string> expected = {
-      "log.info\ttwo\\nlines",
-      "log.warning\tw",
-      "log.auth.emerg\tm",
-      "log.12.crit\tc",
-      "event\t@&!*@*@(id)text",
-      "audit\tlogin.connect root 0 reason=Invalid Login n=1",
-      "run\t/bin/hmx-cmd hmx-cmd -U kiva",
-      "run\t/bin/less less -cfP a b",
-      "hostctl\tSetSystemAlert No adapter.",
-      "hostctl\tSetSystemAlert Other.",
-  };
+  const std::vector<std::string> expected = {"log.info\ttwo\\nlines",
+                                             "log.warning\tw",
+                                             "log.auth.emerg\tm",
+                                             "log.12.crit\tc",
+                                             "event\t@&!*@*@(id)text",
+                                             "audit\tlogin.connect root 0 reason=Invalid Login n=1",
+                                             "run\t/bin/hmx-cmd hmx-cmd -U kiva",
+                                             "run\t/bin/less less -cfP a b",
+                                             "hostctl\tSetSystemAlert No adapter.",
+                                             "hostctl\tSetSystemAlert Other."};
   EXPECT_EQ(host.Journal(), expected);
 }
 

@@ -53,17 +53,16 @@ TEST(SampleTools, Answer) {
        {"-U operator internalsvc/refresh",
         {255, "", "hmx-cmd: operator may not administer this host\n"}},
        {"-U %% internalsvc/refresh", {255, "", "hmx-cmd:  may not administer this host\n"}},
-       {"-U kiva hmxsvc/x", {1, "", "hmx-cmd: no such query: hmxsvc/x\n"}},
        {"internalsvc/refresh", {1, "", "hmx-cmd: expected -U USER QUERY\n"}}});
   const std::string digest = "sha1 Fingerprint=";
   expectAnswers(
       host, "/bin/openssl x509 -in ",
-      {{"/etc/corvo/ssl/rui.crt -noout -fingerprint -sha1",
-        {0, digest + "5D:0A:91:7E:C4:38:2F:B6:60:1D:EE:47:93:A8:0C:F5:72:BB:19:D4\n", ""}},
-       {"/none -noout -fingerprint -sha1",
-        {1, "", "Could not open file or uri for loading certificate from /none\n"}},
-       {"/etc/corvo/ssl/rui.crt -noout -fingerprint -md5",
-        {1, "", "openssl: expected x509 -in FILE -noout -fingerprint -sha1|-sha256\n"}}});
+      {
+          {"/etc/corvo/ssl/rui.crt -noout -fingerprint -sha1",
+           {0, digest + "5D:0A:91:7E:C4:38:2F:B6:60:1D:EE:47:93:A8:0C:F5:72:BB:19:D4\n", ""}},
+          {"/none -noout -fingerprint -sha1",
+           {1, "", "Could not open file or uri for loading certificate from /none\n"}},
+      });
   expectAnswers(
       host, "/usr/lib/corvo/openssh/bin/ssh-keygen ",
       {{"-l -f /etc/ssh/ssh_host_rsa_key",
@@ -99,14 +98,12 @@ TEST(SampleTools, HalocliChangesTheSwitches) {
        {"uplink add -v vSwitch2 -u pnic2", {}},
        {"uplink add -u pnic0 -v vSwitch2",
         refused("The physical adapter pnic0 is an uplink of vSwitch0 already.")},
-       {"uplink add -u pnic9 -v vSwitch2", refused("There is no physical adapter pnic9.")},
        {"uplink remove -u pnic1 -v vSwitch0",
         refused("The standard switch vSwitch0 has no uplink pnic1.")},
        {"uplink add -u pnic1 -v vSwitch9", refused("There is no standard switch vSwitch9.")},
        {"portgroup add -p %Lab net% -v vSwitch2", {}},
        {"portgroup add -p Storage -v vSwitch2", refused("There is a port group Storage already.")},
        {"uplink add -u pnic1", refused("missing argument -v")},
-       {"add -v", refused("-v needs a value")},
        {"add -x y", refused("unknown argument -x")},
        {"add -v a -v b", refused("-v given twice")}});
   const Json switches = host.State()["network"]["switches"];

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "ui/input_editor.h"
-
 #include <gtest/gtest.h>
 
 #include <string>
 
 #include "core/keys.h"
+#include "ui/carousel_item.h"
+#include "ui/input_editor.h"
+#include "ui/message_dialog.h"
 
 namespace Kiva {
 namespace {
@@ -30,31 +31,29 @@ int keyOf(char sign) {
 TEST(InputEditor, Edits) {
   const struct {
     const char *name, *preset, *keys, *value, *seen;
-  } cases[] = {
-      {"typing", "", "ab", "ab", "ab|   "},
-      {"typing replaces a preset value", "root", "x", "x", "x|    "},
-      {"only once", "root", "xy", "xy", "xy|   "},
-      {"any other key clears it", "root", "@", "", "|     "},
-      {"Delete clears it", "root", "#", "", "|     "},
-      {"Backspace clears it", "root", "~", "", "|     "},
-      {"the other Backspace clears it", "root", "_", "", "|     "},
-      {"Home keeps it", "root", "^x", "xroot", "x|root"},
-      {"End keeps it", "root", "$x", "rootx", "rootx|"},
-      {"Left keeps it", "root", "<x", "rooxt", "roox|t"},
-      {"Right keeps it", "root", ">x", "rootx", "rootx|"},
-      {"Tab without a selection", "root", "$@", "root", "root| "},
-      {"Delete", "root", "^#>#", "ot", "o|t   "},
-      {"Delete at the end", "root", "$#", "root", "root| "},
-      {"Backspace", "root", "$~<_", "ro", "r|o   "},
-      {"Backspace at the start", "root", "^~", "root", "|root "},
-      {"Left at the start", "ab", "^<x", "xab", "x|ab  "},
-      {"cursor may stand behind a full field", "", "abcde", "abcde", "abcde|"},
-      {"scrolls by the end", "", "abcdefg", "abcdefg", "cdefg|"},
-      {"scrolls back by the start", "", "abcdefg<<<<<<", "abcdefg", "|bcdef"},
-      {"Home shows the start", "", "abcdefg^", "abcdefg", "|abcde"},
-      {"stays scrolled while it fills the field", "", "abcdef<<#", "abcdf", "bcd|f "},
-      {"Delete until it fits", "", "abcdef<<##", "abcd", "abcd| "},
-  };
+  } cases[] = {{"typing", "", "ab", "ab", "ab|   "},
+               {"typing replaces a preset value", "root", "x", "x", "x|    "},
+               {"only once", "root", "xy", "xy", "xy|   "},
+               {"any other key clears it", "root", "@", "", "|     "},
+               {"Delete clears it", "root", "#", "", "|     "},
+               {"Backspace clears it", "root", "~", "", "|     "},
+               {"the other Backspace clears it", "root", "_", "", "|     "},
+               {"Home keeps it", "root", "^x", "xroot", "x|root"},
+               {"End keeps it", "root", "$x", "rootx", "rootx|"},
+               {"Left keeps it", "root", "<x", "rooxt", "roox|t"},
+               {"Right keeps it", "root", ">x", "rootx", "rootx|"},
+               {"Tab without a selection", "root", "$@", "root", "root| "},
+               {"Delete", "root", "^#>#", "ot", "o|t   "},
+               {"Delete at the end", "root", "$#", "root", "root| "},
+               {"Backspace", "root", "$~<_", "ro", "r|o   "},
+               {"Backspace at the start", "root", "^~", "root", "|root "},
+               {"Left at the start", "ab", "^<x", "xab", "x|ab  "},
+               {"cursor may stand behind a full field", "", "abcde", "abcde", "abcde|"},
+               {"scrolls by the end", "", "abcdefg", "abcdefg", "cdefg|"},
+               {"scrolls back by the start", "", "abcdefg<<<<<<", "abcdefg", "|bcdef"},
+               {"Home shows the start", "", "abcdefg^", "abcdefg", "|abcde"},
+               {"stays scrolled while it fills the field", "", "abcdef<<#", "abcdf", "bcd|f "},
+               {"Delete until it fits", "", "abcdef<<##", "abcd", "abcd| "}};
   for (const auto& [name, preset, keys, value, shown] : cases) {
     InputEditor editor("Name:", 5, Masking::kNone);
     if (*preset != '\0') editor.SetValue(preset);
@@ -119,6 +118,22 @@ TEST(InputEditor, MasksPasswords) {
   const std::string paste(1000, 'x');
   for (const char character : paste) editor.Key(character);
   EXPECT_EQ(editor.Value(), "s3cr{et}" + paste);
+}
+
+struct NoDetails {
+  NoDetails(Frame&, int);
+};
+
+TEST(CarouselRadioItem, GoesRoundItsEntries) {
+  CarouselRadioItem<int, NoDetails> item("Uplink", {1, 2, 3},
+                                         [](int entry) { return "pnic" + std::to_string(entry); });
+  EXPECT_EQ(item.Label(), "Uplink < pnic1 >");
+  for (const auto& [key, current] :
+       {std::pair{Key::kLeft, 3}, {Key::kRight, 1}, {Key::kRight, 2}, {Key::kSpace, 2}}) {
+    item.PressKey(key);
+    EXPECT_EQ(item.Current(), current);
+  }
+  EXPECT_EQ(item.Label(), "Uplink < pnic2 >");
 }
 
 }  // namespace
