@@ -13,7 +13,8 @@
 #include "tests/host/machine.h"
 #include "ui/markup_text.h"
 
-namespace Harness {
+using namespace Harness;
+
 namespace {
 
 constexpr Colours kWhiteOnDarkGrey{7, 6};
@@ -129,4 +130,3 @@ TEST_F(KivaConsole, KnowsItsTerminalWithoutBeingTold) {
 }
 
 }  // namespace
-}  // namespace Harness

@@ -12,7 +12,7 @@
 #include "linux/platform.h"
 #include "tests/host/machine.h"
 
-namespace HostLinux {
+using namespace HostLinux;
 using HostCtl::Lib::Descriptor;
 
 namespace {
@@ -63,4 +63,3 @@ TEST(LinuxLog, IdentityMaskEventsAndAudit) {
 }
 
 }  // namespace
-}  // namespace HostLinux

@@ -10,7 +10,8 @@
 #include "linux/driver.h"
 #include "tests/host/machine.h"
 
-namespace HostLinux {
+using namespace HostLinux;
+
 namespace {
 
 using HostCtl::Network::ConnecteeType;
@@ -136,4 +137,3 @@ TEST_F(LinuxNetworkd, SaysWhoGaveAnAddress) {
 }
 
 }  // namespace
-}  // namespace HostLinux

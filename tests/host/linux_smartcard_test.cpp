@@ -8,7 +8,8 @@
 #include "linux/smart_cards.h"
 #include "tests/host/machine.h"
 
-namespace HostLinux {
+using namespace HostLinux;
+
 namespace {
 
 using HostCtl::Authentication::SmartCardToken;
@@ -61,4 +62,3 @@ TEST_F(LinuxSmartCard, ComesWithItsHolderAndGoes) {
 }
 
 }  // namespace
-}  // namespace HostLinux

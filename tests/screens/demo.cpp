@@ -2,6 +2,7 @@
 #include "tests/screens/demo.h"
 
 #include <algorithm>
+#include <csignal>
 #include <thread>
 
 #include "harness/readiness.h"
@@ -50,6 +51,11 @@ bool Demo::HasLine(std::string_view kind, const std::string& line) const {
 
 void Demo::WaitForLine(std::string_view kind, const std::string& line) {
   WaitUntil([&](const Screen&) { return HasLine(kind, line); }, line);
+}
+
+int Demo::Stop() {
+  Signal(SIGTERM);
+  return WaitForExit();
 }
 
 bool Demo::StaysIdle() {

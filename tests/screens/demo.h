@@ -38,6 +38,8 @@ class Demo : public OwnHost, public Terminal {
   Lines NewLines();
   bool HasLine(std::string_view kind, const std::string& line) const;
   void WaitForLine(std::string_view kind, const std::string& line);
+  /// Stops the program with SIGTERM: its exit status.
+  int Stop();
   /// Whether the program, once it waits for a key, does nothing at all for a while.
   bool StaysIdle();
 

@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "harness/terminal.h"
-#include "harness/virtual_terminal.h"
 
-namespace Harness {
+using namespace Harness;
+
 namespace {
 
 Launch shell(const std::string& script) {
@@ -24,12 +24,6 @@ TEST(OutputFilter, TakesPaletteCommandsOutWhereverTheStreamIsSplit) {
     EXPECT_EQ(filter.Changes(), changes) << split;
     EXPECT_EQ(filter.Redefined(3), std::nullopt) << split;
   }
-}
-
-TEST(VirtualTerminalColours, AreNumberedAsCursesDoes) {
-  EXPECT_EQ(coloursOfAttribute(0x07), (Colours{7, 0}));
-  EXPECT_EQ(coloursOfAttribute(0x64), (Colours{1, 3}));   // red on brown
-  EXPECT_EQ(coloursOfAttribute(0x3e), (Colours{11, 6}));  // bright yellow on cyan
 }
 
 TEST(Terminal, TypingReturnsWhenTheAnswerIsPainted) {
@@ -61,4 +55,3 @@ TEST(Terminal, AWaitThatFailsShowsTheScreen) {
 }
 
 }  // namespace
-}  // namespace Harness

@@ -6,7 +6,8 @@
 
 #include "tests/screens/demo.h"
 
-namespace Harness {
+using namespace Harness;
+
 namespace {
 
 constexpr KeyFamily kFamilies[] = {KeyFamily::kXterm, KeyFamily::kVt220, KeyFamily::kVt100,
@@ -139,4 +140,3 @@ TEST(Keys, AFloodOfKeysAndALongPaste) {
 }
 
 }  // namespace
-}  // namespace Harness

@@ -5,7 +5,8 @@
 
 #include "tests/screens/demo.h"
 
-namespace Harness {
+using namespace Harness;
+
 namespace {
 
 TEST(Login, TellsEveryRefusalAndLeavesItsRecords) {
@@ -144,4 +145,3 @@ TEST(Login, GoesOnWhenTheHostTellsNeitherNameNorLayout) {
 }
 
 }  // namespace
-}  // namespace Harness

@@ -6,7 +6,8 @@
 
 #include "tests/screens/demo.h"
 
-namespace Harness {
+using namespace Harness;
+
 namespace {
 
 struct Pane {
@@ -188,4 +189,3 @@ TEST(LogViewer, AChangeOfSizeMeanwhileEndsTheConsoleAfterwards) {
 }
 
 }  // namespace
-}  // namespace Harness

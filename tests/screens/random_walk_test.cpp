@@ -11,7 +11,8 @@
 #include "harness/readiness.h"
 #include "tests/screens/demo.h"
 
-namespace Harness {
+using namespace Harness;
+
 namespace {
 
 constexpr int kKeys = 11000;  // of each size
@@ -178,4 +179,3 @@ INSTANTIATE_TEST_SUITE_P(Sizes, RandomWalk, testing::ValuesIn(kSizes), [](const 
 });
 
 }  // namespace
-}  // namespace Harness

@@ -12,7 +12,8 @@
 #include "hostctl/lib/descriptor.h"
 #include "tests/screens/demo.h"
 
-namespace Harness {
+using namespace Harness;
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -97,8 +98,7 @@ TEST(Start, ChangesPaletteAndTerminalUntilItEnds) {
     openLogin(demo);
     const fs::path path = terminalOf(demo);
     ASSERT_EQ(attributesOf(path).c_lflag & ECHO, 0U);
-    demo.Signal(SIGTERM);
-    ASSERT_EQ(demo.WaitForExit(), 0);
+    ASSERT_EQ(demo.Stop(), 0);
     const termios after = attributesOf(path);
     EXPECT_EQ(std::memcmp(&after, &before, sizeof after), 0);
     EXPECT_TRUE(demo.Look().cursorVisible);
@@ -139,8 +139,7 @@ TEST(Start, NoFaultOfTheHostCrashesIt) {
     demo.Do({"F2", "Enter", "type:demo", "Enter"});
     demo.Press("Down", 12);
     demo.Press("Esc");
-    demo.Signal(SIGTERM);
-    ASSERT_EQ(demo.WaitForExit(), 0);
+    ASSERT_EQ(demo.Stop(), 0);
     for (const std::string& line : demo.host.Journal("log.err"))
       EXPECT_EQ(line.find("unexpected"), std::string::npos) << line;
   }
@@ -167,8 +166,7 @@ TEST(Start, GoesOnWithoutOutput) {
   Demo demo({}, {.script = R"(exec "$0" "$@" >&-)"});
   demo.WaitForLine("log.info", "Starting KIVA");
   EXPECT_TRUE(demo.StaysIdle());
-  demo.Signal(SIGTERM);
-  EXPECT_EQ(demo.WaitForExit(), 0);
+  EXPECT_EQ(demo.Stop(), 0);
 }
 
 TEST(Start, WritesThePidFileUnlessItNamesALiveProcess) {
@@ -211,4 +209,3 @@ TEST(Start, ChildrenAnswerThoughTheirEndWasIgnored) {
 }
 
 }  // namespace
-}  // namespace Harness

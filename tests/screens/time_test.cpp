@@ -6,7 +6,8 @@
 
 #include "tests/screens/demo.h"
 
-namespace Harness {
+using namespace Harness;
+
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -237,4 +238,3 @@ TEST(Signals, ACardThatIsGoneLeavesASessionByPasswordAlone) {
 }
 
 }  // namespace
-}  // namespace Harness

@@ -6,7 +6,8 @@
 
 #include "tests/screens/demo.h"
 
-namespace Harness {
+using namespace Harness;
+
 namespace {
 
 TEST(SampleHost, RunsNothingOfTheMachineButThePager) {
@@ -35,4 +36,3 @@ TEST(SampleHost, RunsNothingOfTheMachineButThePager) {
 }
 
 }  // namespace
-}  // namespace Harness

@@ -3,7 +3,8 @@
 
 #include "tests/screens/demo.h"
 
-namespace Harness {
+using namespace Harness;
+
 namespace {
 
 constexpr Colours kWhiteOnDarkGrey{7, 6};
@@ -138,10 +139,8 @@ TEST(WelcomeScreen, StaysAliveOnATinyTerminal) {
         "demo\n");
     demo.Press("Down", 12);
     demo.Press("Esc");
-    demo.Signal(SIGTERM);
-    EXPECT_EQ(demo.WaitForExit(), 0);
+    EXPECT_EQ(demo.Stop(), 0);
   }
 }
 
 }  // namespace
-}  // namespace Harness

@@ -9,7 +9,8 @@
 #include "console/support_pages.h"
 #include "console/welcome_layout.h"
 
-namespace Kiva {
+using namespace Kiva;
+
 namespace {
 
 constexpr std::uint64_t kMiB = 1ULL << 20, kGiB = 1ULL << 30, kTiB = 1ULL << 40, kPiB = 1ULL << 50;
@@ -123,4 +124,3 @@ TEST(WelcomeLayout, NeverDrawsOverItsFooter) {
 }
 
 }  // namespace
-}  // namespace Kiva

@@ -8,7 +8,8 @@
 #include "ui/input_editor.h"
 #include "ui/message_dialog.h"
 
-namespace Kiva {
+using namespace Kiva;
+
 namespace {
 
 /// What an operator sees of an unfocused field of five columns: its text, and where in it the
@@ -137,4 +138,3 @@ TEST(CarouselRadioItem, GoesRoundItsEntries) {
 }
 
 }  // namespace
-}  // namespace Kiva

@@ -7,7 +7,8 @@
 #include "linux/networkd_describe.h"
 #include "linux/networkd_reporter.h"
 
-namespace HostLinux {
+using namespace HostLinux;
+
 namespace {
 
 using HostCtl::Network::AddressType;
@@ -139,4 +140,3 @@ TEST(LinuxNetworkdReport, AskedOnlyWhenItKeepsNobodyWaiting) {
 }
 
 }  // namespace
-}  // namespace HostLinux

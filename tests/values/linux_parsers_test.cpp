@@ -9,7 +9,8 @@
 #include "linux/resolver.h"
 #include "linux/settings.h"
 
-namespace HostLinux {
+using namespace HostLinux;
+
 namespace {
 
 using HostCtl::Adv::OptionValue;
@@ -150,4 +151,3 @@ TEST(LinuxCardUser, FromCertificate) {
 }
 
 }  // namespace
-}  // namespace HostLinux

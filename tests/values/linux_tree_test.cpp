@@ -6,7 +6,8 @@
 #include "linux/driver.h"
 #include "linux/pnics.h"
 
-namespace HostLinux {
+using namespace HostLinux;
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -152,4 +153,3 @@ TEST_F(LinuxTree, ARepeatedAlertChangesNothing) {
 }
 
 }  // namespace
-}  // namespace HostLinux

@@ -8,7 +8,8 @@
 #include "ui/markup_layout.h"
 #include "ui/markup_paint.h"
 
-namespace Kiva {
+using namespace Kiva;
+
 namespace {
 
 struct Case {
@@ -187,4 +188,3 @@ TEST(MarkupPaint, PlacesAndColoursText) {
 }
 
 }  // namespace
-}  // namespace Kiva

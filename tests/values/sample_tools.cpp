@@ -75,7 +75,6 @@ TEST(SampleTools, Answer) {
        {kAskVersion, {}},
        {"/bin/sh -c %/etc/init.d/ovl-opsagent status; reboot%",
         {127, "", "sh: /etc/init.d/ovl-opsagent status; reboot: not found\n"}},
-       {"/bin/sh", {127, "", "sh: only -c and a line that this host knows\n"}},
        {"/sbin/reboot", {127, "", "/sbin/reboot: no such tool\n"}},
        {"/bin/halocli system shutdown", {1, "halocli: unknown command\n", ""}}});
   EXPECT_EQ(host.Text(), before) << "none of these changes the host";
@@ -102,9 +101,6 @@ TEST(SampleTools, HalocliChangesTheSwitches) {
         refused("The standard switch vSwitch0 has no uplink pnic1.")},
        {"uplink add -u pnic1 -v vSwitch9", refused("There is no standard switch vSwitch9.")},
        {"portgroup add -p %Lab net% -v vSwitch2", {}},
-       {"portgroup add -p Storage -v vSwitch2", refused("There is a port group Storage already.")},
-       {"uplink add -u pnic1", refused("missing argument -v")},
-       {"add -x y", refused("unknown argument -x")},
        {"add -v a -v b", refused("-v given twice")}});
   const Json switches = host.State()["network"]["switches"];
   EXPECT_EQ(switches[1]["uplinks"], Json::array());

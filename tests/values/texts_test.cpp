@@ -5,7 +5,8 @@
 #include "ui/markup_text.h"
 #include "ui/string_factory.h"
 
-namespace Kiva {
+using namespace Kiva;
+
 namespace {
 
 TEST(Catalogue, HasATextForEveryNumber) {
@@ -69,4 +70,3 @@ TEST(MarkupText, CountsLinesAndCleansUp) {
 }
 
 }  // namespace
-}  // namespace Kiva
