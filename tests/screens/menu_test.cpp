@@ -182,7 +182,12 @@ TEST(LogViewer, AChangeOfSizeMeanwhileEndsTheConsoleAfterwards) {
   demo.Send("1");
   demo.WaitForPassing("<Q> Quit");
   demo.Resize({30, 90});
-  demo.WaitForPassing("<Q> Quit");
+  // The pager drops what is typed while it draws for the new size.
+  demo.WaitUntil(
+      [](const Screen& screen) {
+        return screen.Find("<Q> Quit") == Position{29, 0};
+      },
+      "the pager's prompt in its new last row");
   demo.Send("q");
   EXPECT_EQ(demo.WaitForExit(), 0);
   EXPECT_EQ(demo.host.Journal().back(), "log.info\tResized window to 90x30");
