@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "console/host_facts.h"
 
+#include "harness/hosts/recording_platform.h"
 #include "hostctl/lib/exception.h"
 #include "network/management_interface.h"
-#include "tests/support/recording_platform.h"
 #include "ui/keyword_table.h"
 
 namespace {

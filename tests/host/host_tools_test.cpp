@@ -2,9 +2,9 @@
 #include "system/host_tools.h"
 
 #include "core/session.h"
+#include "harness/hosts/recording_platform.h"
 #include "system/audit_events.h"
 #include "system/ovl_opsagent.h"
-#include "tests/support/recording_platform.h"
 
 namespace {
 

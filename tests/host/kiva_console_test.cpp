@@ -8,9 +8,9 @@
 
 #include "console/fact_format.h"
 #include "console/welcome_content.h"
+#include "harness/hosts/machine.h"
 #include "harness/temporary_folder.h"
 #include "harness/virtual_terminal.h"
-#include "tests/host/machine.h"
 #include "ui/markup_text.h"
 
 using namespace Harness;

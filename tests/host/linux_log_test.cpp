@@ -8,9 +8,9 @@
 
 #include <cerrno>
 
+#include "harness/hosts/machine.h"
 #include "hostctl/lib/descriptor.h"
 #include "linux/platform.h"
-#include "tests/host/machine.h"
 
 using namespace HostLinux;
 using HostCtl::Lib::Descriptor;

@@ -7,8 +7,8 @@
 #include <set>
 #include <sstream>
 
+#include "harness/hosts/machine.h"
 #include "linux/driver.h"
-#include "tests/host/machine.h"
 
 using namespace HostLinux;
 
@@ -100,7 +100,7 @@ class LinuxNetworkd : public testing::Test {
       GTEST_SKIP() << "systemd-networkd, dnsmasq or dbus-daemon is not installed";
   }
   static bool Tool(const std::string& step) {
-    return shell("exec sh " KIVA_SOURCE_DIR "/tests/host/linux_networkd.sh " + step);
+    return shell("exec sh " KIVA_SOURCE_DIR "/harness/hosts/networkd.sh " + step);
   }
 };
 

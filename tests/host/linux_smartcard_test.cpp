@@ -4,9 +4,9 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "harness/hosts/machine.h"
 #include "harness/temporary_folder.h"
 #include "linux/smart_cards.h"
-#include "tests/host/machine.h"
 
 using namespace HostLinux;
 

@@ -6,10 +6,10 @@
 
 #include "core/session.h"
 #include "core/smart_card.h"
+#include "harness/hosts/machine.h"
+#include "harness/hosts/recording_platform.h"
 #include "system/authentication.h"
 #include "system/login_state.h"
-#include "tests/host/machine.h"
-#include "tests/support/recording_platform.h"
 
 namespace {
 

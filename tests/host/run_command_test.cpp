@@ -11,8 +11,8 @@
 #include <sstream>
 #include <thread>
 
+#include "harness/hosts/recording_platform.h"
 #include "hostctl/lib/descriptor.h"
-#include "tests/support/recording_platform.h"
 
 namespace {
 

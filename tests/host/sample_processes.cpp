@@ -4,9 +4,9 @@
 #include <unistd.h>
 
 #include "harness/demo_host.h"
+#include "harness/hosts/machine.h"
 #include "sample/journal.h"
 #include "sample/store.h"
-#include "tests/host/machine.h"
 
 namespace {
 

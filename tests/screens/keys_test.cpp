@@ -4,7 +4,7 @@
 
 #include <csignal>
 
-#include "tests/screens/demo.h"
+#include "harness/demo.h"
 
 using namespace Harness;
 

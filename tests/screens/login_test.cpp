@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "tests/screens/demo.h"
+#include "harness/demo.h"
 
 using namespace Harness;
 

@@ -8,8 +8,8 @@
 #include <iostream>
 #include <random>
 
+#include "harness/demo.h"
 #include "harness/readiness.h"
-#include "tests/screens/demo.h"
 
 using namespace Harness;
 

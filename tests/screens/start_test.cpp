@@ -9,8 +9,8 @@
 #include <cstring>
 #include <sstream>
 
+#include "harness/demo.h"
 #include "hostctl/lib/descriptor.h"
-#include "tests/screens/demo.h"
 
 using namespace Harness;
 

@@ -4,7 +4,7 @@
 
 #include <set>
 
-#include "tests/screens/demo.h"
+#include "harness/demo.h"
 
 using namespace Harness;
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
-#include "tests/screens/demo.h"
+#include "harness/demo.h"
 
 using namespace Harness;
 

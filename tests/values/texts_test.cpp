@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
-#include "tests/support/recording_platform.h"
+#include "harness/hosts/recording_platform.h"
 #include "ui/markup_text.h"
 #include "ui/string_factory.h"
 

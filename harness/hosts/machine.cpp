@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/host/machine.h"
+#include "harness/hosts/machine.h"
 
 #include <gtest/gtest.h>
 #include <sched.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/recording_platform.h"
+#include "harness/hosts/recording_platform.h"
 
 #include <csignal>
 

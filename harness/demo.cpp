@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/screens/demo.h"
+#include "harness/demo.h"
 
 #include <algorithm>
 #include <csignal>
