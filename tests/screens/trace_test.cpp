@@ -11,12 +11,11 @@ using namespace Harness;
 namespace {
 
 TEST(SampleHost, RunsNothingOfTheMachineButThePager) {
-#ifdef __SANITIZE_ADDRESS__
-  GTEST_SKIP() << "the leak check of the tools fails under a tracer";
-#endif
   if (!std::filesystem::exists("/usr/bin/strace")) GTEST_SKIP() << "no strace on this machine";
-  Demo demo({{"welcomeMessage", "{ssl-thumbprint} {ssh-rsa-fingerprint}"}},
-            {.script = R"(exec strace -D -f -qq -e trace=execve -o "$2/trace" "$0" "$@")"});
+  Demo demo(
+      {{"welcomeMessage", "{hostname} {ssl-thumbprint} {ssh-rsa-fingerprint}"}},
+      {.script =
+           R"(export ASAN_OPTIONS=detect_leaks=0; exec strace -D -f -qq -e trace=execve -o "$2/trace" "$0" "$@")"});
   const auto executed = [&] {
     std::set<std::string> programs;
     std::ifstream file(demo.host.Directory() / "trace");
@@ -25,10 +24,13 @@ TEST(SampleHost, RunsNothingOfTheMachineButThePager) {
         programs.insert(std::filesystem::path(line).filename());
     return programs;
   };
-  demo.WaitForPassing("5D:0A:91:7E");
+  demo.WaitForPassing("halo-01.example.test");
   if (executed().empty()) GTEST_SKIP() << "this machine lets nobody trace";
   demo.Do({"F2", "Down", "type:demo", "Enter", "wait:System Customization"});
-  demo.Press("Down", 7);
+  // The leak check fails under a tracer, and with it what a sanitized tool answers, so the way to
+  // the logs is counted from the end, where no answer changes it.
+  demo.Press("Down", 9);
+  demo.Press("Up", 2);
   demo.Type("1");
   demo.WaitForPassing("<Q> Quit");
   demo.Do({"type:q", "wait:System Customization"});
