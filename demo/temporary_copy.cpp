@@ -9,7 +9,7 @@
 #include <system_error>
 #include <vector>
 
-#include "sample/file_tools.h"
+#include "sample/backup.h"
 
 namespace Demo {
 
@@ -53,8 +53,8 @@ std::filesystem::path makeFreshDirectory() {
 std::filesystem::path makeTemporaryCopy() {
   copyInUse() = {makeFreshDirectory(), getpid()};
   std::atexit(removeCopy);
-  const auto sample = HostSample::programFolder().parent_path() / "share/kiva-demo/sample";
-  std::filesystem::copy(sample, copyInUse().directory, std::filesystem::copy_options::recursive);
+  std::filesystem::copy(HostSample::builtInSample(), copyInUse().directory,
+                        std::filesystem::copy_options::recursive);
   return copyInUse().directory;
 }
 

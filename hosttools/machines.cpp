@@ -3,11 +3,13 @@
 
 namespace HostTools {
 
+using HostSeam::MachineStop;
+
 ToolAnswer powerOffVms(ToolHost& host, Arguments arguments) {
   for (const std::string& argument : arguments)
     if (argument != "--terminate")
       return {1, "", "powerOffVms: unknown argument " + argument + "\n"};
-  host.PowerOffMachines();
+  host.PowerOffMachines(arguments.empty() ? MachineStop::Ask : MachineStop::Terminate);
   return {};
 }
 

@@ -9,6 +9,7 @@
 #include "linux/pnics.h"
 #include "linux/processors.h"
 #include "linux/resolver.h"
+#include "linux/user_accounts.h"
 
 namespace HostLinux {
 
@@ -85,6 +86,30 @@ std::vector<HostCtl::System::FirewallRuleset> LinuxDriver::ReadFirewallRulesets(
 
 std::vector<HostCtl::Authentication::SmartCardSlot> LinuxDriver::ReadSmartCardSlots() {
   return smartCards_.Read();
+}
+
+bool LinuxDriver::ReadFeature(HostCtl::System::Feature feature) {
+  return readFeature(files_, feature);
+}
+
+void LinuxDriver::WriteOption(const std::string& path, const HostCtl::Adv::OptionValue& value) {
+  writeOption(files_, path, value);
+}
+
+void LinuxDriver::WriteFirewallRuleset(const std::string& id, bool enabled) {
+  writeFirewallRuleset(files_, id, enabled);
+}
+
+void LinuxDriver::LoadKeyboardMappings(const std::string& layout) {
+  loadKeyboardMappings(files_, layout);
+}
+
+void LinuxDriver::WriteKeyboardLayout(const std::string& layout) {
+  writeKeyboardLayout(files_, layout);
+}
+
+void LinuxDriver::StoreUserAccounts() {
+  storeAccounts(files_);
 }
 
 void LinuxDriver::RaiseSystemAlert(const std::string& text) {

@@ -35,7 +35,13 @@ class LinuxDriver : public HostSeam::Driver {
   std::string ReadKeyboardLayout() override;
   std::vector<HostCtl::System::FirewallRuleset> ReadFirewallRulesets() override;
   std::vector<HostCtl::Authentication::SmartCardSlot> ReadSmartCardSlots() override;
+  bool ReadFeature(HostCtl::System::Feature feature) override;
 
+  void WriteOption(const std::string& path, const HostCtl::Adv::OptionValue& value) override;
+  void WriteFirewallRuleset(const std::string& id, bool enabled) override;
+  void LoadKeyboardMappings(const std::string& layout) override;
+  void WriteKeyboardLayout(const std::string& layout) override;
+  void StoreUserAccounts() override;
   void RaiseSystemAlert(const std::string& text) override;
 
  private:

@@ -1,24 +1,23 @@
 // SPDX-License-Identifier: MIT
 #include "linux/settings.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <syslog.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <limits>
+#include <system_error>
 
-#include "hostctl/lib/descriptor.h"
+#include "hostctl/lib/exception.h"
+#include "linux/replace_file.h"
 #include "linux/text.h"
 
 namespace HostLinux {
 
-using HostCtl::Lib::Descriptor;
+using HostCtl::Lib::HostCtlException;
 
 namespace {
 
-constexpr const char* kAlertFolder = "/run/corvo";
+constexpr const char* kFirewall = "/etc/corvo/firewall/";
 constexpr const char* kAlertFile = "/run/corvo/alert";
 
 bool isPlainName(std::string_view name) {
@@ -28,15 +27,20 @@ bool isPlainName(std::string_view name) {
          name.find_first_not_of(kAllowed) == std::string_view::npos;
 }
 
-void replaceFile(const std::string& path, const std::string& text) {
-  const std::string beside = path + ".new";
-  {
-    const Descriptor file(
-        open(beside.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0644));
-    const auto size = static_cast<ssize_t>(text.size());
-    if (!file || write(file.Get(), text.data(), text.size()) != size) return;
-  }
-  rename(beside.c_str(), path.c_str());
+std::string fileText(const HostCtl::Adv::OptionValue& value) {
+  if (const auto* number = std::get_if<std::int64_t>(&value)) return std::to_string(*number) + "\n";
+  return "\"" + std::get<std::string>(value) + "\"\n";
+}
+
+bool readFlag(const Files& files, const std::string& file) {
+  return files.ReadLine(file) == "1";
+}
+
+void writeSetting(const Files& files, const char* operation, const std::string& file,
+                  const std::string& text) try {
+  replaceFile(files.Path(file), text);
+} catch (const std::system_error& error) {
+  throw HostCtlException(operation, file, error.code().message());
 }
 
 std::string oneLine(std::string text) {
@@ -87,18 +91,41 @@ int readBootOption(const Files& files) {
 std::vector<HostCtl::System::FirewallRuleset> readFirewallRulesets(const Files& files) {
   std::vector<HostCtl::System::FirewallRuleset> rulesets;
   for (const auto& id : files.List("/etc/corvo/firewall"))
-    if (isPlainName(id))
-      rulesets.push_back({id, files.ReadLine("/etc/corvo/firewall/" + id) == "1"});
+    if (isPlainName(id)) rulesets.push_back({id, readFlag(files, kFirewall + id)});
   return rulesets;
+}
+
+bool readFeature(const Files& files, HostCtl::System::Feature feature) {
+  return readFlag(files, "/etc/corvo/features/" + std::string(nameOf(feature)));
+}
+
+void writeOption(const Files& files, const std::string& path,
+                 const HostCtl::Adv::OptionValue& value) {
+  const auto file = optionFile(path);
+  if (!file) throw HostCtlException("SetOption", path, "not the path of an option");
+  const std::string text = fileText(value);
+  if (text.find('\n') + 1 != text.size())
+    throw HostCtlException("SetOption", path, "a value has one line");
+  writeSetting(files, "SetOption", *file, text);
+}
+
+void writeFirewallRuleset(const Files& files, const std::string& id, bool enabled) {
+  if (!isPlainName(id) || !files.Exists(kFirewall + id))
+    throw HostCtlException("SetFirewallRuleset", id, "there is no such ruleset");
+  writeSetting(files, "SetFirewallRuleset", kFirewall + id, enabled ? "1\n" : "0\n");
 }
 
 void SystemAlert::Raise(const Files& files, const std::string& text) {
   const std::string line = oneLine(text);
+  const std::lock_guard lock(mutex_);
   if (line == last_) return;
   last_ = line;
   if (files.Read(kAlertFile) == line + "\n") return;
-  mkdir(files.Path(kAlertFolder).c_str(), 0755);
-  replaceFile(files.Path(kAlertFile), line + "\n");
+  try {
+    replaceFile(files.Path(kAlertFile), line + "\n");
+  } catch (const std::system_error&) {
+    // The line in the log is what remains.
+  }
   syslog(LOG_USER | LOG_WARNING, "System alert: %s", line.c_str());
 }
 

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "hostctl/adv/advanced_option.h"
+#include "hostctl/system/feature_list.h"
 #include "hostctl/system/records.h"
 #include "linux/files.h"
 
@@ -19,6 +21,7 @@ namespace HostLinux {
 ///   /etc/corvo/options/PATH     one advanced option a file, for example
 ///                               /etc/corvo/options/UserVars/KivaTimeOut
 ///   /etc/corvo/firewall/NAME    one ruleset a file: 1 when it is enabled, else 0
+///   /etc/corvo/features/NAME    1 when the feature is switched on, else 0
 ///   /run/corvo/alert            the system alert, one line
 ///
 /// An option file holds one value, white space around it not counted: a decimal number with an
@@ -35,14 +38,22 @@ std::optional<HostCtl::Adv::OptionValue> readOption(const Files& files, std::str
 std::string readWelcomeMessage(const Files& files);
 int readBootOption(const Files& files);
 std::vector<HostCtl::System::FirewallRuleset> readFirewallRulesets(const Files& files);
+bool readFeature(const Files& files, HostCtl::System::Feature feature);
+
+/// Throw HostCtlException with the file as it was.
+void writeOption(const Files& files, const std::string& path,
+                 const HostCtl::Adv::OptionValue& value);
+void writeFirewallRuleset(const Files& files, const std::string& id, bool enabled);
 
 /// Leaves the alert in its file and tells the system log once; the text that stands there already
 /// is no new alert. A host that keeps no file (an ordinary user's) still has its line in the log.
+/// For any thread.
 class SystemAlert {
  public:
   void Raise(const Files& files, const std::string& text);
 
  private:
+  std::mutex mutex_;
   std::string last_;
 };
 

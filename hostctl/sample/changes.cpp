@@ -36,16 +36,84 @@ bool isManaged(const Json& machine) {
   return order != machine.end() && !order->is_null();
 }
 
+void setServiceFlag(Store& store, const std::string& name, const char* flag, bool value) {
+  store.Change([&](Json& host) {
+    Json& services = host["services"];
+    if (!services.contains(name)) throw HostCtlException("There is no service " + name + ".");
+    services[name][flag] = value;
+    return true;
+  });
+}
+
 void refuseDuplicate(bool exists, const std::string& kind, const std::string& name) {
   if (exists) throw HostCtlException("There is a " + kind + " " + name + " already.");
 }
 
 }  // namespace
 
+void replaceState(Store& store, const std::string& text) {
+  store.Change([&](Json& host) {
+    host = Json::parse(text);
+    return true;
+  });
+}
+
 bool raiseAlert(Store& store, const std::string& text) {
   return store.Change([&](Json& host) {
     if (host.value("systemAlert", "") == text) return false;
     host["systemAlert"] = text;
+    return true;
+  });
+}
+
+void setOption(Store& store, const std::string& path, const HostCtl::Adv::OptionValue& value) {
+  store.Change([&](Json& host) {
+    std::visit([&](const auto& one) { host["options"][path] = one; }, value);
+    return true;
+  });
+}
+
+void setFirewallRuleset(Store& store, const std::string& id, bool enabled) {
+  store.Change([&](Json& host) {
+    for (Json& ruleset : host["firewallRulesets"]) {
+      if (ruleset["id"] != id) continue;
+      ruleset["enabled"] = enabled;
+      return true;
+    }
+    throw HostCtlException("There is no firewall ruleset " + id + ".");
+  });
+}
+
+void loadKeyboardLayout(Store& store, const std::string& layout) {
+  store.Change([&](Json& host) {
+    Json& keyboard = host["keyboard"];
+    if (!contains(keyboard["layouts"], layout))
+      throw HostCtlException("There is no keyboard layout " + layout + ".");
+    keyboard["loaded"] = layout;
+    return true;
+  });
+}
+
+void setKeyboardLayout(Store& store, const std::string& layout) {
+  store.Change([&](Json& host) {
+    host["keyboard"]["current"] = layout;
+    return true;
+  });
+}
+
+void storeAccounts(Store& store) {
+  store.Change([&](Json& host) {
+    host["configStore"]["accounts"] = host["accounts"];
+    return true;
+  });
+}
+
+void setLockdown(Store& store, bool enabled) {
+  store.Change([&](Json& host) {
+    Json& lockdown = host["lockdown"];
+    if (enabled && lockdown["possible"] == false)
+      throw HostCtlException("This host cannot be locked down.");
+    lockdown["enabled"] = enabled;
     return true;
   });
 }
@@ -113,12 +181,11 @@ void moveKernelNic(Store& store, const std::string& name, const std::string& swi
 }
 
 void setServiceRunning(Store& store, const std::string& name, bool running) {
-  store.Change([&](Json& host) {
-    Json& services = host["services"];
-    if (!services.contains(name)) throw HostCtlException("There is no service " + name + ".");
-    services[name]["running"] = running;
-    return true;
-  });
+  setServiceFlag(store, name, "running", running);
+}
+
+void setServiceEnabled(Store& store, const std::string& name, bool enabled) {
+  setServiceFlag(store, name, "enabled", enabled);
 }
 
 void stopMachines(Store& store, Machines which) {

@@ -10,9 +10,20 @@ namespace HostSample {
 /// Every change that the program makes to host.json. Each throws HostCtlException when the host as
 /// it is then does not allow it; the check and the change are one step for all users of the file.
 
+/// Puts the JSON `text` in the place of everything.
+void replaceState(Store& store, const std::string& text);
+
 /// False when the alert is raised already.
 bool raiseAlert(Store& store, const std::string& text);
 
+void setOption(Store& store, const std::string& path, const HostCtl::Adv::OptionValue& value);
+void setFirewallRuleset(Store& store, const std::string& id, bool enabled);
+/// The layout in force, and the one that the host starts with.
+void loadKeyboardLayout(Store& store, const std::string& layout);
+void setKeyboardLayout(Store& store, const std::string& layout);
+/// Copies the accounts into the configuration store.
+void storeAccounts(Store& store);
+void setLockdown(Store& store, bool enabled);
 /// Also ends the expiry of the account.
 void changePassword(Store& store, const std::string& user, const std::string& password);
 
@@ -23,6 +34,7 @@ void addPortGroup(Store& store, const std::string& name, const std::string& swit
 void moveKernelNic(Store& store, const std::string& name, const std::string& switchName);
 
 void setServiceRunning(Store& store, const std::string& name, bool running);
+void setServiceEnabled(Store& store, const std::string& name, bool enabled);
 
 /// Stops the running machines that have an autostart number, or all of them.
 enum class Machines { Managed, All };

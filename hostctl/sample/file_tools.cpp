@@ -61,6 +61,12 @@ std::string readAll(const Descriptor& file, const std::filesystem::path& path) {
   }
 }
 
+std::string readFile(const std::filesystem::path& path) {
+  const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  if (!file) fail(path);
+  return readAll(file, path);
+}
+
 void createFile(const std::filesystem::path& path, std::string_view content) {
   const Descriptor file = openForWriting(path);
   writeAll(file, content, path);

@@ -22,6 +22,9 @@ class FileLock {
 /// Everything that is left to read of an open file.
 std::string readAll(const HostCtl::Lib::Descriptor& file, const std::filesystem::path& path);
 
+/// The whole file at `path`.
+std::string readFile(const std::filesystem::path& path);
+
 /// Writes a file that nobody reads yet; nothing waits for the disk.
 void createFile(const std::filesystem::path& path, std::string_view content);
 

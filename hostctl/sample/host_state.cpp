@@ -122,11 +122,17 @@ void readAccess(const JsonNode& top, HostState& state) {
 void readParts(const JsonNode& top, HostState& state) {
   state.servicesRunning =
       readMap(top["services"], [](const JsonNode& service) { return service["running"].Flag(); });
+  state.servicesEnabled =
+      readMap(top["services"], [](const JsonNode& service) { return service["enabled"].Flag(); });
   state.packages = readMap(top["packages"], readText);
   state.machines = readList(top["machines"], readMachine);
 }
 
 void readRehearsals(const JsonNode& top, HostState& state) {
+  if (const auto features = top.Find("features"))
+    state.features = readMap(*features, [](const JsonNode& feature) { return feature.Flag(); });
+  if (const auto reachable = top.Find("reachable"))
+    state.reachable = readList(*reachable, readText);
   if (const auto alert = top.Find("systemAlert")) state.systemAlert = alert->Text();
   if (const auto status = top.Find("eventLibraryStatus"))
     state.eventLibraryStatus = readSmall(*status, -0x7fffffff, 0x7fffffff);

@@ -72,12 +72,16 @@ struct HostState {
   std::vector<Account> accounts;
   int minimumPasswordLength = 0;
   std::map<std::string, bool> servicesRunning;
+  std::map<std::string, bool> servicesEnabled;
   std::vector<Machine> machines;
   std::map<std::string, std::string> packages;
   /// By file, then by digest.
   std::map<std::string, std::map<std::string, std::string>> certificates;
   std::map<std::string, HostSeam::HostKey> hostKeys;
 
+  std::map<std::string, bool> features;
+  /// Addresses that answer a ping.
+  std::vector<std::string> reachable;
   std::string systemAlert;
   int eventLibraryStatus = 0;
   std::map<std::string, std::string> faults;

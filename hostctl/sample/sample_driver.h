@@ -16,27 +16,41 @@ class SampleDriver : public HostSeam::Driver {
 
   void Enter(std::string_view operation) override;
 
-  HostCtl::System::VersionRecord ReadVersion() override { return store_.State().version; }
-  HostCtl::System::HardwareRecord ReadHardware() override { return store_.State().hardware; }
-  HostCtl::System::ProcessorRecord ReadProcessors() override { return store_.State().processors; }
-  HostCtl::System::MemoryRecord ReadMemory() override { return store_.State().memory; }
+  HostCtl::System::VersionRecord ReadVersion() override { return store_.Get(&HostState::version); }
+  HostCtl::System::HardwareRecord ReadHardware() override {
+    return store_.Get(&HostState::hardware);
+  }
+  HostCtl::System::ProcessorRecord ReadProcessors() override {
+    return store_.Get(&HostState::processors);
+  }
+  HostCtl::System::MemoryRecord ReadMemory() override { return store_.Get(&HostState::memory); }
   std::vector<HostCtl::System::StorageAdapter> ReadStorageAdapters() override;
   std::string ReadModuleVersion(const std::string& module) override;
 
-  std::vector<HostSeam::KernelNic> ReadKernelNics() override { return store_.State().kernelNics; }
-  std::vector<HostCtl::Network::Pnic> ReadPnics() override { return store_.State().pnics; }
-  bool ReadIpv6Enabled() override { return store_.State().ipv6Enabled; }
-  HostSeam::DnsRecord ReadDns() override { return store_.State().dns; }
-  HostSeam::RoutingRecord ReadRouting() override { return store_.State().routing; }
+  std::vector<HostSeam::KernelNic> ReadKernelNics() override {
+    return store_.Get(&HostState::kernelNics);
+  }
+  std::vector<HostCtl::Network::Pnic> ReadPnics() override { return store_.Get(&HostState::pnics); }
+  bool ReadIpv6Enabled() override { return store_.Get(&HostState::ipv6Enabled); }
+  HostSeam::DnsRecord ReadDns() override { return store_.Get(&HostState::dns); }
+  HostSeam::RoutingRecord ReadRouting() override { return store_.Get(&HostState::routing); }
 
-  std::string ReadWelcomeMessage() override { return store_.State().welcomeMessage; }
-  int ReadBootOption() override { return store_.State().bootOption; }
+  std::string ReadWelcomeMessage() override { return store_.Get(&HostState::welcomeMessage); }
+  int ReadBootOption() override { return store_.Get(&HostState::bootOption); }
   std::optional<HostCtl::Adv::OptionValue> ReadOption(const std::string& path) override;
-  std::vector<std::string> ReadKeyboardLayouts() override { return store_.State().keyboardLayouts; }
-  std::string ReadKeyboardLayout() override { return store_.State().keyboardLayout; }
+  std::vector<std::string> ReadKeyboardLayouts() override {
+    return store_.Get(&HostState::keyboardLayouts);
+  }
+  std::string ReadKeyboardLayout() override { return store_.Get(&HostState::keyboardLayout); }
   std::vector<HostCtl::System::FirewallRuleset> ReadFirewallRulesets() override;
   std::vector<HostCtl::Authentication::SmartCardSlot> ReadSmartCardSlots() override;
+  bool ReadFeature(HostCtl::System::Feature feature) override;
 
+  void WriteOption(const std::string& path, const HostCtl::Adv::OptionValue& value) override;
+  void WriteFirewallRuleset(const std::string& id, bool enabled) override;
+  void LoadKeyboardMappings(const std::string& layout) override;
+  void WriteKeyboardLayout(const std::string& layout) override;
+  void StoreUserAccounts() override;
   void RaiseSystemAlert(const std::string& text) override;
 
  private:

@@ -24,7 +24,7 @@ class SamplePlatform : public HostCtl::Lib::Platform {
   HostCtl::Lib::Program TerminalProgram(const HostCtl::Lib::Program& program) override;
   void OpenLog() override {}
   void Log(int priority, const std::string& line) override;
-  int EventInit() override { return store_.LastGoodState().eventLibraryStatus; }
+  int EventInit() override { return store_.GetLastGood(&HostState::eventLibraryStatus); }
   int EventAdd(const std::string& text) override;
   void EventClose() override {}
   void Audit(const HostCtl::Lib::AuditRecord& record) override;

@@ -1,11 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "sample/sample_tool_host.h"
 
+#include <algorithm>
+#include <array>
+
+#include "hostctl/lib/exception.h"
+#include "sample/backup.h"
 #include "sample/changes.h"
+#include "sample/file_tools.h"
 
 namespace HostSample {
 
 namespace {
+
+/// In the order in which they stop and start.
+constexpr std::array kAgents = {"mgmtd", "evbd"};
 
 template <typename Value>
 std::optional<Value> findIn(const std::map<std::string, Value>& values, const std::string& key) {
@@ -24,6 +33,18 @@ std::optional<ToolAnswer> SampleToolHost::FindRehearsal(const std::string& path)
 bool SampleToolHost::MayAdminister(const std::string& user) {
   const Account* account = findAccount(store_.State(), user);
   return account != nullptr && account->permission;
+}
+
+void SampleToolHost::SetLockdown(bool enabled) {
+  setLockdown(store_, enabled);
+}
+
+std::optional<HostCtl::Adv::OptionValue> SampleToolHost::ReadOption(const std::string& path) {
+  return findIn(store_.State().options, path);
+}
+
+void SampleToolHost::WriteOption(const std::string& path, const HostCtl::Adv::OptionValue& value) {
+  setOption(store_, path, value);
 }
 
 void SampleToolHost::AddStandardSwitch(const std::string& name) {
@@ -67,12 +88,58 @@ void SampleToolHost::SetServiceRunning(const std::string& name, bool running) {
   setServiceRunning(store_, name, running);
 }
 
+bool SampleToolHost::IsServiceEnabled(const std::string& name) {
+  return findIn(store_.State().servicesEnabled, name).value_or(false);
+}
+
+void SampleToolHost::SetServiceEnabled(const std::string& name, bool enabled) {
+  setServiceEnabled(store_, name, enabled);
+}
+
+std::vector<Agent> SampleToolHost::ReadAgents() {
+  std::vector<Agent> agents;
+  for (const char* name : kAgents)
+    if (const auto running = findIn(store_.State().servicesRunning, name))
+      agents.push_back({name, *running});
+  return agents;
+}
+
+void SampleToolHost::SetAgentsRunning(bool running) {
+  for (const Agent& agent : ReadAgents()) setServiceRunning(store_, agent.name, running);
+}
+
 void SampleToolHost::StopManagedMachines() {
   stopMachines(store_, Machines::Managed);
 }
 
-void SampleToolHost::PowerOffMachines() {
+void SampleToolHost::PowerOffMachines(MachineStop) {
   stopMachines(store_, Machines::All);
+}
+
+std::string SampleToolHost::SaveConfiguration() {
+  return saveBackup(directory_);
+}
+
+void SampleToolHost::ResetConfiguration() {
+  saveBackup(directory_);
+  replaceState(store_, readFile(builtInSample() / "host.json"));
+}
+
+/// There is no process to look into, so the file says which it would have been.
+std::string SampleToolHost::WriteLiveCore(const LiveCore& core) {
+  if (GetServiceState(core.process) != ServiceState::Running)
+    throw HostCtl::Lib::HostCtlException("There is no running process " + core.process + ".");
+  const std::string name = core.folder + "/" + core.output + ".core";
+  replaceFile(directory_ / "root" / std::filesystem::path(name).relative_path(),
+              "core of " + core.process + "\n");
+  return name;
+}
+
+ToolAnswer SampleToolHost::Ping(const std::string& address, int) {
+  const auto& reachable = store_.State().reachable;
+  if (std::find(reachable.begin(), reachable.end(), address) != reachable.end())
+    return {0, address + " answers\n", ""};
+  return {1, address + " does not answer\n", ""};
 }
 
 }  // namespace HostSample

@@ -11,12 +11,17 @@ class SampleToolHost : public HostSeam::ToolHost {
  public:
   /// Throws SampleHostError when the host.json of `directory` cannot be used.
   explicit SampleToolHost(const std::filesystem::path& directory)
-      : store_(directory / "host.json") {}
+      : directory_(directory), store_(directory / "host.json") {}
 
   std::optional<HostSeam::ToolAnswer> FindRehearsal(const std::string& path) override;
   bool MayAdminister(const std::string& user) override;
   bool IsLockdownEnabled() override { return store_.State().lockdownEnabled; }
   bool IsLockdownPossible() override { return store_.State().lockdownPossible; }
+
+  void SetLockdown(bool enabled) override;
+
+  std::optional<HostCtl::Adv::OptionValue> ReadOption(const std::string& path) override;
+  void WriteOption(const std::string& path, const HostCtl::Adv::OptionValue& value) override;
 
   void AddStandardSwitch(const std::string& name) override;
   void ChangeUplink(HostSeam::UplinkChange change, const std::string& pnic,
@@ -31,10 +36,19 @@ class SampleToolHost : public HostSeam::ToolHost {
 
   HostSeam::ServiceState GetServiceState(const std::string& name) override;
   void SetServiceRunning(const std::string& name, bool running) override;
+  bool IsServiceEnabled(const std::string& name) override;
+  void SetServiceEnabled(const std::string& name, bool enabled) override;
+  std::vector<HostSeam::Agent> ReadAgents() override;
+  void SetAgentsRunning(bool running) override;
   void StopManagedMachines() override;
-  void PowerOffMachines() override;
+  void PowerOffMachines(HostSeam::MachineStop how) override;
+  std::string SaveConfiguration() override;
+  void ResetConfiguration() override;
+  std::string WriteLiveCore(const HostSeam::LiveCore& core) override;
+  HostSeam::ToolAnswer Ping(const std::string& address, int count) override;
 
  private:
+  std::filesystem::path directory_;
   Store store_;
 };
 

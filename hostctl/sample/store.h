@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <mutex>
 #include <string>
 
 #include "sample/host_state.h"
@@ -13,7 +14,7 @@ namespace HostSample {
 
 /// host.json of one sample host. The console, its children and whoever edits the file by hand share
 /// it: reading follows the file on disk, and Change is the only way in which the program writes it.
-/// For one thread; several processes may use the same file.
+/// Several processes may use the same file.
 class Store {
  public:
   /// Throws SampleHostError when the file cannot be used; it is then as it was.
@@ -24,6 +25,19 @@ class Store {
   const HostState& State();
   /// The same, but the last usable state instead of an exception.
   const HostState& LastGoodState() noexcept;
+
+  /// Copies of one part of these; they and Change are for any thread, the two above for a single
+  /// one.
+  template <typename Part>
+  Part Get(Part HostState::*part) {
+    const std::lock_guard lock(mutex_);
+    return State().*part;
+  }
+  template <typename Part>
+  Part GetLastGood(Part HostState::*part) {
+    const std::lock_guard lock(mutex_);
+    return LastGoodState().*part;
+  }
 
   /// Under the lock that all users of the file share: reads it, lets `change` alter it, and
   /// replaces it unless `change` says that nothing is different. Returns what `change` said. Throws
@@ -46,6 +60,7 @@ class Store {
   void Refresh();
 
   std::filesystem::path file_;
+  std::mutex mutex_;
   HostState state_;
   Stamp stamp_;
   std::string trouble_;

@@ -30,12 +30,24 @@ std::string SystemInfoImpl::GetKeyboardLayout() {
   return enter("GetKeyboardLayout").ReadKeyboardLayout();
 }
 
+void SystemInfoImpl::LoadKeyboardMappings(const std::string& layout) {
+  enter("LoadKeyboardMappings").LoadKeyboardMappings(layout);
+}
+
+void SystemInfoImpl::SetKeyboardLayout(const std::string& layout) {
+  enter("SetKeyboardLayout").WriteKeyboardLayout(layout);
+}
+
 std::string SystemInfoImpl::GetModuleVersion(const std::string& module) {
   return enter("GetModuleVersion").ReadModuleVersion(module);
 }
 
 std::vector<FirewallRuleset> SystemInfoImpl::GetFirewallRulesets() {
   return enter("GetFirewallRulesets").ReadFirewallRulesets();
+}
+
+void SystemInfoImpl::SetFirewallRuleset(const std::string& id, bool enabled) {
+  enter("SetFirewallRuleset").WriteFirewallRuleset(id, enabled);
 }
 
 std::string HardwareInfoImpl::GetVendorName() {

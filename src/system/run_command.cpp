@@ -2,7 +2,6 @@
 #include "system/run_command.h"
 
 #include <fcntl.h>
-#include <spawn.h>
 #include <sys/wait.h>
 
 #include <cerrno>
@@ -11,16 +10,13 @@
 #include <optional>
 
 #include "core/log.h"
-#include "hostctl/lib/descriptor.h"
-#include "hostctl/lib/platform.h"
+#include "hostctl/lib/child_process.h"
 
 namespace Kiva {
 
-using HostCtl::Lib::Descriptor;
+using namespace HostCtl::Lib;
 
 namespace {
-
-using HostCtl::Lib::Program;
 
 constexpr int kPollMicroseconds = 20'000;
 constexpr int kNeverWaited = -1;
@@ -71,59 +67,6 @@ std::optional<Pipes> makePipes() {
   return Pipes{std::move(*input), std::move(*output), std::move(*errors)};
 }
 
-struct FileActions {
-  posix_spawn_file_actions_t value;
-  FileActions() { posix_spawn_file_actions_init(&value); }
-  FileActions(const FileActions&) = delete;
-  ~FileActions() { posix_spawn_file_actions_destroy(&value); }
-};
-
-struct Attributes {
-  posix_spawnattr_t value;
-  Attributes() { posix_spawnattr_init(&value); }
-  Attributes(const Attributes&) = delete;
-  ~Attributes() { posix_spawnattr_destroy(&value); }
-};
-
-/// Each pipe gets the lowest free numbers and the input's read end is first, so no end that is
-/// still needed lies on the number that is being set, even where the console itself has none of the
-/// three.
-int describeDescriptors(FileActions& actions, const Pipes& pipes) {
-  auto* value = &actions.value;
-  if (int e = posix_spawn_file_actions_adddup2(value, pipes.input.read.Get(), STDIN_FILENO))
-    return e;
-  if (int e = posix_spawn_file_actions_adddup2(value, pipes.output.write.Get(), STDOUT_FILENO))
-    return e;
-  if (int e = posix_spawn_file_actions_adddup2(value, pipes.errors.write.Get(), STDERR_FILENO))
-    return e;
-  return posix_spawn_file_actions_addclosefrom_np(value, STDERR_FILENO + 1);
-}
-
-void describeSignals(Attributes& attributes) {
-  sigset_t none, all;
-  sigemptyset(&none);
-  sigfillset(&all);
-  posix_spawnattr_setsigmask(&attributes.value, &none);
-  posix_spawnattr_setsigdefault(&attributes.value, &all);
-  posix_spawnattr_setflags(&attributes.value,
-                           POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
-}
-
-/// Returns an errno, 0 once the child runs.
-int startChild(Program program, const Pipes& pipes, pid_t& child) {
-  FileActions actions;
-  if (const int error = describeDescriptors(actions, pipes)) return error;
-  Attributes attributes;
-  describeSignals(attributes);
-  std::vector<char*> vector;
-  for (std::string& argument : program.arguments) vector.push_back(argument.data());
-  vector.push_back(nullptr);
-  char home[] = "PYTHONHOME=/";
-  char* const environment[] = {home, nullptr};
-  return posix_spawn(&child, program.path.c_str(), &actions.value, &attributes.value, vector.data(),
-                     environment);
-}
-
 void writeWhole(const Descriptor& pipe, std::string_view text) {
   while (!text.empty()) {
     const ssize_t count = write(pipe.Get(), text.data(), text.size());
@@ -132,13 +75,6 @@ void writeWhole(const Descriptor& pipe, std::string_view text) {
     else if (count == 0 || (errno != EAGAIN && errno != EINTR))
       return;
   }
-}
-
-int waitWithout(pid_t child) {
-  int status = kNeverWaited;
-  while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
-  }
-  return status;
 }
 
 int waitWithin(pid_t child, int seconds) {
@@ -192,8 +128,9 @@ CommandResult RunCommand(const Command& command) {
     return result;
   }
   pid_t child = -1;
-  result.startError = startChild(
-      HostCtl::Lib::platform().ChildProgram({command.path, command.arguments}), *pipes, child);
+  result.startError =
+      startChild(platform().ChildProgram({command.path, command.arguments}),
+                 {pipes->input.read, pipes->output.write, pipes->errors.write}, child);
   if (result.startError != 0) return result;
   pipes->input.read.Close();
   pipes->output.write.Close();
@@ -202,7 +139,7 @@ CommandResult RunCommand(const Command& command) {
   writeWhole(pipes->input.write, command.input);
   pipes->input.write.Close();
   const int status =
-      command.timeOutSeconds > 0 ? waitWithin(child, command.timeOutSeconds) : waitWithout(child);
+      command.timeOutSeconds > 0 ? waitWithin(child, command.timeOutSeconds) : waitForChild(child);
   result.output = readAvailable(pipes->output.read, command.outputCapacity);
   result.errors = readAvailable(pipes->errors.read, command.errorCapacity);
   result.status = exitCode(status);

@@ -11,6 +11,7 @@
 #include "hostctl/auth/smart_card.h"
 #include "hostctl/lib/platform.h"
 #include "hostctl/network/nic.h"
+#include "hostctl/system/feature_list.h"
 #include "hostctl/system/records.h"
 
 namespace HostSeam {
@@ -68,8 +69,16 @@ class Driver {
   virtual std::vector<std::string> ReadKeyboardLayouts() = 0;
   virtual std::string ReadKeyboardLayout() = 0;
   virtual std::vector<HostCtl::System::FirewallRuleset> ReadFirewallRulesets() = 0;
+  virtual bool ReadFeature(HostCtl::System::Feature feature) = 0;
   virtual std::vector<HostCtl::Authentication::SmartCardSlot> ReadSmartCardSlots() = 0;
 
+  /// Changes. Each throws HostCtlException with the host as it was.
+  virtual void WriteOption(const std::string& path, const HostCtl::Adv::OptionValue& value) = 0;
+  virtual void WriteFirewallRuleset(const std::string& id, bool enabled) = 0;
+  virtual void LoadKeyboardMappings(const std::string& layout) = 0;
+  virtual void WriteKeyboardLayout(const std::string& layout) = 0;
+  virtual void StoreUserAccounts() = 0;
+  /// Like Enter, may be called from several threads.
   virtual void RaiseSystemAlert(const std::string& text) = 0;
 };
 

@@ -3,6 +3,9 @@
 
 #include <optional>
 #include <string>
+#include <vector>
+
+#include "hostctl/adv/advanced_option.h"
 
 namespace HostSeam {
 
@@ -23,6 +26,22 @@ struct HostKey {
 
 enum class ServiceState { Absent, Stopped, Running };
 enum class UplinkChange { Add, Remove };
+/// Which way the virtual machines stop: asked to shut down, or without asking.
+enum class MachineStop { Ask, Terminate };
+
+/// One of the programs that let remote management software at the host.
+struct Agent {
+  std::string name;
+  bool running = false;
+};
+
+/// A core of a running process, which goes on running: the process by its name, the first part of
+/// the file's name, and the folder for it.
+struct LiveCore {
+  std::string process;
+  std::string output;
+  std::string folder;
+};
 
 /// What the host's own command-line tools need of it beyond the host-control library. The tools run
 /// in processes of their own, so every change is on the host when the call returns. A change that
@@ -37,6 +56,10 @@ class ToolHost {
 
   virtual bool IsLockdownEnabled() = 0;
   virtual bool IsLockdownPossible() = 0;
+  virtual void SetLockdown(bool enabled) = 0;
+
+  virtual std::optional<HostCtl::Adv::OptionValue> ReadOption(const std::string& path) = 0;
+  virtual void WriteOption(const std::string& path, const HostCtl::Adv::OptionValue& value) = 0;
 
   virtual void AddStandardSwitch(const std::string& name) = 0;
   virtual void ChangeUplink(UplinkChange change, const std::string& pnic,
@@ -52,10 +75,25 @@ class ToolHost {
 
   virtual ServiceState GetServiceState(const std::string& name) = 0;
   virtual void SetServiceRunning(const std::string& name, bool running) = 0;
+  /// Whether the service starts with the host.
+  virtual bool IsServiceEnabled(const std::string& name) = 0;
+  virtual void SetServiceEnabled(const std::string& name, bool enabled) = 0;
 
-  /// Stops the machines that the host's autostart manages.
+  virtual std::vector<Agent> ReadAgents() = 0;
+  virtual void SetAgentsRunning(bool running) = 0;
+
+  /// Stops the machines that the host's autostart manages, in its order.
   virtual void StopManagedMachines() = 0;
-  virtual void PowerOffMachines() = 0;
+  virtual void PowerOffMachines(MachineStop how) = 0;
+
+  /// Saves the host's configuration; the name of what was saved.
+  virtual std::string SaveConfiguration() = 0;
+  /// Puts the configuration back to what the host was delivered with, after saving it.
+  virtual void ResetConfiguration() = 0;
+  /// The file that was written.
+  virtual std::string WriteLiveCore(const LiveCore& core) = 0;
+  /// Asks `address` for so many echoes, a second apart: the answer of the ping tool.
+  virtual ToolAnswer Ping(const std::string& address, int count) = 0;
 };
 
 }  // namespace HostSeam

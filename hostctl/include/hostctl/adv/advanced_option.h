@@ -26,6 +26,9 @@ class AdvancedIntegerOption : public AdvancedOption {
   AdvancedIntegerOption(std::string path, std::int64_t value)
       : AdvancedOption(std::move(path)), value_(value) {}
   std::int64_t GetValue() const { return value_; }
+  /// Stores the value on the host, where it holds from then on. Throws HostCtlException, with the
+  /// old value in force.
+  virtual void SetValue(std::int64_t value) { value_ = value; }
 
  private:
   std::int64_t value_;

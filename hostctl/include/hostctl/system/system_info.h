@@ -21,9 +21,15 @@ class SystemInfo {
   virtual void SetSystemAlert(const std::string& text) = 0;
   virtual std::vector<std::string> GetKeyboardLayouts() = 0;
   virtual std::string GetKeyboardLayout() = 0;
+  /// Puts the key map of `layout`, one of GetKeyboardLayouts, in force on the console at once.
+  virtual void LoadKeyboardMappings(const std::string& layout) = 0;
+  /// Stores `layout` as the one that the host starts with.
+  virtual void SetKeyboardLayout(const std::string& layout) = 0;
   /// Version of a kernel module; empty when the module is not there or has none.
   virtual std::string GetModuleVersion(const std::string& module) = 0;
   virtual std::vector<FirewallRuleset> GetFirewallRulesets() = 0;
+  /// Throws HostCtlException also when the host has no ruleset `id`.
+  virtual void SetFirewallRuleset(const std::string& id, bool enabled) = 0;
 };
 
 /// The machine below the operating system. Texts are empty where it does not say; throws

@@ -14,8 +14,11 @@ class SystemInfoImpl : public HostCtl::System::SystemInfo {
   void SetSystemAlert(const std::string& text) override;
   std::vector<std::string> GetKeyboardLayouts() override;
   std::string GetKeyboardLayout() override;
+  void LoadKeyboardMappings(const std::string& layout) override;
+  void SetKeyboardLayout(const std::string& layout) override;
   std::string GetModuleVersion(const std::string& module) override;
   std::vector<HostCtl::System::FirewallRuleset> GetFirewallRulesets() override;
+  void SetFirewallRuleset(const std::string& id, bool enabled) override;
 };
 
 class HardwareInfoImpl : public HostCtl::System::HardwareInfo {

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#include "linux/replace_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+
+#include "hostctl/lib/descriptor.h"
+
+namespace HostLinux {
+
+using HostCtl::Lib::Descriptor;
+
+namespace {
+
+[[noreturn]] void fail(const std::string& path) {
+  throw std::system_error(errno, std::generic_category(), path);
+}
+
+void writeWhole(const Descriptor& file, std::string_view text, const std::string& path) {
+  while (!text.empty()) {
+    const ssize_t count = write(file.Get(), text.data(), text.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) fail(path);
+    text.remove_prefix(static_cast<std::size_t>(count));
+  }
+}
+
+void syncFolder(const std::filesystem::path& folder) {
+  const Descriptor opened(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (opened) fsync(opened.Get());
+}
+
+}  // namespace
+
+void replaceFile(const std::string& path, std::string_view text, mode_t mode) {
+  const auto folder = std::filesystem::path(path).parent_path();
+  std::filesystem::create_directories(folder);
+  std::string beside = path + ".XXXXXX";
+  const Descriptor file(mkostemp(beside.data(), O_CLOEXEC));
+  if (!file) fail(path);
+  try {
+    writeWhole(file, text, path);
+    if (fchmod(file.Get(), mode) != 0 || fsync(file.Get()) != 0 ||
+        rename(beside.c_str(), path.c_str()) != 0)
+      fail(path);
+  } catch (const std::system_error&) {
+    unlink(beside.c_str());
+    throw;
+  }
+  syncFolder(folder);
+}
+
+}  // namespace HostLinux

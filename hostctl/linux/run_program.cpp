@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+#include "linux/run_program.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <thread>
+
+#include "hostctl/lib/child_process.h"
+#include "linux/text.h"
+
+namespace HostLinux {
+
+using namespace HostCtl::Lib;
+using Clock = std::chrono::steady_clock;
+
+namespace {
+
+constexpr std::size_t kMostOutput = 4096;
+constexpr std::chrono::milliseconds kLook{5};
+
+/// Takes what the program has written so far; what is too much is read and dropped, so that the
+/// program never waits for us.
+void takeOutput(const Descriptor& pipe, std::string& output) {
+  char block[1024];
+  ssize_t count = 0;
+  while ((count = read(pipe.Get(), block, sizeof block)) > 0)
+    output.append(block, std::min(static_cast<std::size_t>(count), kMostOutput - output.size()));
+}
+
+/// The status word, or nothing when the time is over.
+bool endsBefore(pid_t child, Clock::time_point end, const Descriptor& pipe, std::string& output,
+                int& status) {
+  while (waitpid(child, &status, WNOHANG) == 0) {
+    if (Clock::now() >= end) return false;
+    pollfd ready{pipe.Get(), POLLIN, 0};
+    poll(&ready, 1, static_cast<int>(kLook.count()));
+    if ((ready.revents & POLLHUP) != 0) std::this_thread::sleep_for(kLook);
+    takeOutput(pipe, output);
+  }
+  takeOutput(pipe, output);
+  return true;
+}
+
+ProgramResult failed(const std::string& why) {
+  return {-1, why};
+}
+
+}  // namespace
+
+ProgramResult runProgram(const Program& program, std::chrono::milliseconds limit) {
+  int ends[2];
+  const Descriptor nothing(open("/dev/null", O_RDONLY | O_CLOEXEC));
+  if (!nothing || pipe2(ends, O_CLOEXEC) != 0) return failed(std::strerror(errno));
+  const Descriptor reading(ends[0]);
+  Descriptor writing(ends[1]);
+  fcntl(reading.Get(), F_SETFL, O_NONBLOCK);
+  pid_t child = -1;
+  if (const int error = startChild(program, {nothing, writing, writing}, child))
+    return failed(program.path + ": " + std::strerror(error));
+  writing.Close();
+
+  ProgramResult result;
+  int status = 0;
+  if (!endsBefore(child, Clock::now() + limit, reading, result.output, status)) {
+    kill(-child, SIGKILL);
+    waitForChild(child);
+    return failed(program.path + " did not end in time");
+  }
+  if (!WIFEXITED(status)) return failed(program.path + " was killed");
+  result.status = WEXITSTATUS(status);
+  return result;
+}
+
+std::string causeOf(const ProgramResult& result) {
+  for (const std::string_view line : lines(result.output))
+    if (!trim(line).empty()) return std::string(trim(line));
+  return "status " + std::to_string(result.status);
+}
+
+}  // namespace HostLinux
