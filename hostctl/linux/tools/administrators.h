@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+
+namespace HostLinux {
+
+/// Whether `user` is an account of this machine that may administer it: root, or a member of one
+/// of the groups of administrators.
+bool mayAdminister(const std::string& user);
+
+}  // namespace HostLinux

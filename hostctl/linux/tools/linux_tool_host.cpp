@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: MIT
+#include "linux/tools/linux_tool_host.h"
+
+#include "hostctl/lib/exception.h"
+#include "linux/settings.h"
+#include "linux/tools/administrators.h"
+#include "linux/tools/configuration.h"
+#include "linux/tools/live_core.h"
+#include "linux/tools/lockdown.h"
+#include "linux/tools/machines.h"
+#include "linux/tools/ping.h"
+#include "linux/tools/services.h"
+
+namespace HostLinux {
+
+using namespace HostSeam;
+using HostCtl::Lib::HostCtlException;
+
+namespace {
+
+constexpr const char* kForeignSwitches = "standard switches of this machine are not Kiva's";
+
+}  // namespace
+
+bool LinuxToolHost::MayAdminister(const std::string& user) {
+  return mayAdminister(user);
+}
+
+bool LinuxToolHost::IsLockdownEnabled() {
+  return isLockdownEnabled(files_);
+}
+bool LinuxToolHost::IsLockdownPossible() {
+  return isLockdownPossible(files_);
+}
+void LinuxToolHost::SetLockdown(bool enabled) {
+  setLockdown(files_, enabled);
+}
+
+std::optional<HostCtl::Adv::OptionValue> LinuxToolHost::ReadOption(const std::string& path) {
+  return readOption(files_, path);
+}
+void LinuxToolHost::WriteOption(const std::string& path, const HostCtl::Adv::OptionValue& value) {
+  writeOption(files_, path, value);
+}
+
+void LinuxToolHost::AddStandardSwitch(const std::string& name) {
+  throw HostCtlException("AddStandardSwitch", name, kForeignSwitches);
+}
+void LinuxToolHost::ChangeUplink(UplinkChange, const std::string&, const std::string& switchName) {
+  throw HostCtlException("ChangeUplink", switchName, kForeignSwitches);
+}
+void LinuxToolHost::AddPortGroup(const std::string& name, const std::string&) {
+  throw HostCtlException("AddPortGroup", name, kForeignSwitches);
+}
+void LinuxToolHost::MoveKernelNic(const std::string& name, const std::string&) {
+  throw HostCtlException("MoveKernelNic", name, kForeignSwitches);
+}
+
+ServiceState LinuxToolHost::GetServiceState(const std::string& name) {
+  return readServiceState(files_, name);
+}
+void LinuxToolHost::SetServiceRunning(const std::string& name, bool running) {
+  setServiceRunning(files_, name, running);
+}
+bool LinuxToolHost::IsServiceEnabled(const std::string& name) {
+  return readServiceEnabled(files_, name);
+}
+void LinuxToolHost::SetServiceEnabled(const std::string& name, bool enabled) {
+  setServiceEnabled(files_, name, enabled);
+}
+std::vector<Agent> LinuxToolHost::ReadAgents() {
+  return readAgents(files_);
+}
+void LinuxToolHost::SetAgentsRunning(bool running) {
+  setAgentsRunning(files_, running);
+}
+
+void LinuxToolHost::StopManagedMachines() {
+  stopManagedMachines();
+}
+void LinuxToolHost::PowerOffMachines(MachineStop how) {
+  powerOffMachines(how);
+}
+std::string LinuxToolHost::SaveConfiguration() {
+  return saveConfiguration(files_);
+}
+void LinuxToolHost::ResetConfiguration() {
+  resetConfiguration(files_);
+}
+std::string LinuxToolHost::WriteLiveCore(const LiveCore& core) {
+  return writeLiveCore(core);
+}
+ToolAnswer LinuxToolHost::Ping(const std::string& address, int count) {
+  return ping(address, count);
+}
+
+}  // namespace HostLinux
