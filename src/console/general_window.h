@@ -55,6 +55,8 @@ class GeneralWindow : public RootWindow {
   /// The selected entry's description below what holds now.
   std::string Described(const std::string& state);
 
+  void EnterPassword();
+  void EnterLockdown();
   void EnterRestartNetwork();
 
   void Handle(int key);

@@ -9,6 +9,7 @@
 #include "core/terminal.h"
 #include "hostctl/lib/exception.h"
 #include "system/authentication.h"
+#include "system/change_password_dialog.h"
 #include "system/host_name.h"
 #include "system/login_state.h"
 #include "tarnctl/system/system_info_impl.h"
@@ -127,6 +128,7 @@ bool LoginDialog::Authenticate() {
       break;
     case Authentication::PasswordExpired:
       Refuse(TextId::kPasswordHasExpired);
+      ChangeExpiredPassword();
       break;
     case Authentication::Failed:
       Refuse(TextId::kInvalidLoginOrPassword);
@@ -139,6 +141,11 @@ void LoginDialog::Refuse(TextId reason) {
   showMessage(*this, TextId::kAuthenticationFailed, Text(reason));
   secret_->SetValue("");
   items_->Focus(*secret_);
+}
+
+void LoginDialog::ChangeExpiredPassword() {
+  ChangePasswordDialog dialog(*this);
+  runWindow(dialog);
 }
 
 LoginDisabledDialog::LoginDisabledDialog(Frame& owner) : Dialog(owner, 60, 9, 6) {}
