@@ -8,6 +8,8 @@
 #include "core/log.h"
 #include "network/management_interface.h"
 #include "system/host_tools.h"
+#include "system/keyboard_dialog.h"
+#include "system/restore_dialog.h"
 #include "ui/footer.h"
 #include "ui/message_dialog.h"
 
@@ -105,6 +107,17 @@ void GeneralWindow::EnterRestartNetwork() {
   if (managementInterfaceUsable()) return;
   showMessage(*this, TextId::kRestartManagementNetworkError,
               Text(TextId::kManagementNetworkInterfaceNotFound));
+}
+
+void GeneralWindow::EnterKeyboard() {
+  KeyboardDialog dialog(*this);
+  runWindow(dialog);
+  Show();
+}
+
+void GeneralWindow::EnterReset() {
+  RestoreDialog dialog(*this);
+  runWindow(dialog);
 }
 
 void GeneralWindow::Repaint() {

@@ -56,6 +56,8 @@ class GeneralWindow : public RootWindow {
   std::string Described(const std::string& state);
 
   void EnterRestartNetwork();
+  void EnterKeyboard();
+  void EnterReset();
 
   void Handle(int key);
   void Enter();
