@@ -8,8 +8,10 @@
 #include "core/log.h"
 #include "network/management_interface.h"
 #include "system/change_password_dialog.h"
+#include "system/keyboard_dialog.h"
 #include "system/lockdown.h"
 #include "system/lockdown_dialog.h"
+#include "system/restore_dialog.h"
 #include "ui/footer.h"
 #include "ui/message_dialog.h"
 
@@ -119,6 +121,17 @@ void GeneralWindow::EnterRestartNetwork() {
   if (managementInterfaceUsable()) return;
   showMessage(*this, TextId::kRestartManagementNetworkError,
               Text(TextId::kManagementNetworkInterfaceNotFound));
+}
+
+void GeneralWindow::EnterKeyboard() {
+  KeyboardDialog dialog(*this);
+  runWindow(dialog);
+  Show();
+}
+
+void GeneralWindow::EnterReset() {
+  RestoreDialog dialog(*this);
+  runWindow(dialog);
 }
 
 void GeneralWindow::Repaint() {

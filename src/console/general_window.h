@@ -58,6 +58,8 @@ class GeneralWindow : public RootWindow {
   void EnterPassword();
   void EnterLockdown();
   void EnterRestartNetwork();
+  void EnterKeyboard();
+  void EnterReset();
 
   void Handle(int key);
   void Enter();

@@ -61,7 +61,8 @@ const std::vector<GeneralWindow::Entry>& GeneralWindow::Entries() {
        .description = TextId::kToSelectKeyboardLayout,
        .footer = kMore,
        .listed = &W::OnLocalConsole,
-       .text = &W::KeyboardText},
+       .text = &W::KeyboardText,
+       .enter = &W::EnterKeyboard},
       {.title = TextId::kTroubleshootingOptions,
        .description = TextId::kToViewTroubleshootingOptions,
        .footer = kMore},
@@ -73,7 +74,8 @@ const std::vector<GeneralWindow::Entry>& GeneralWindow::Entries() {
       {.title = TextId::kResetSystemConfiguration,
        .description = TextId::kAllSystemParametersWillBeReverted,
        .footer = kReset,
-       .selectable = &W::ResetSelectable},
+       .selectable = &W::ResetSelectable,
+       .enter = &W::EnterReset},
   };
   return entries;
 }

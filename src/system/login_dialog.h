@@ -28,6 +28,7 @@ class LoginDialog : public Dialog {
   bool TakesKey(int key);
   void MoveForward();
   bool Enter();
+  void ChooseKeyboard();
   bool Authenticate();
   void Refuse(TextId reason);
   void ChangeExpiredPassword();
