@@ -35,8 +35,12 @@ class GeneralWindow : public MenuWindow<GeneralWindow> {
   /// The selected entry's description below what holds now.
   std::string Described(const std::string& state);
 
+  void EnterPassword();
+  void EnterLockdown();
   void EnterRestartNetwork();
+  void EnterKeyboard();
   void EnterTroubleshooting();
+  void EnterReset();
 
   void Leave() override;
   void HandleOther(int key) override;

@@ -114,6 +114,11 @@ void dispatchInput(int input) {
   }
 }
 
+void waitForEnd() {
+  updateScreen();
+  for (;;) dispatchInput(waitForEvent());
+}
+
 void reloadIdleTimeout() {
   keyWait().idleTimeoutSeconds = static_cast<unsigned>(readIdleTimeout());
 }

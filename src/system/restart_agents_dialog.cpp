@@ -14,7 +14,6 @@ namespace Kiva {
 
 namespace {
 
-constexpr const char* kRestarting = "Restarting host agents";
 constexpr int kSteps = 2;
 
 }  // namespace
@@ -55,8 +54,7 @@ void RestartAgentsDialog::Restart() {
   items_->Clear();
   items_->Draw();
   SetFooter("");
-  logInfo("%s", kRestarting);
-  PostAuditEvent("evb.user.kiva.restarting.hostagents", kRestarting);
+  announceOperation("evb.user.kiva.restarting.hostagents", "Restarting host agents");
   if (collect) startLiveCore();
   Step(TextId::kStoppingManagementAgents, "/bin/sh /sbin/services.sh stop");
   Step(TextId::kStartingManagementAgents, "/bin/sh /sbin/services.sh start");
