@@ -56,6 +56,7 @@ class Machine {
 
   Screen WaitFor(const std::string& text);
   Screen WaitForGone(const std::string& text);
+  Screen WaitUntil(const std::function<bool(const Screen&)>& isTrue, const std::string& what);
   /// Waits until the shell has started, after a start of the machine.
   void WaitForShell();
   /// Waits until the machine is off, and says by whose doing: "guest-shutdown".
@@ -69,7 +70,6 @@ class Machine {
   int SshPort();
 
  private:
-  Screen WaitUntil(const std::function<bool(const Screen&)>& isTrue, const std::string& what);
   /// A line for which `isWanted` holds, the lines before it dropped; throws WaitFailed for `what`.
   std::string LineOf(LineSocket& socket, const std::function<bool(const std::string&)>& isWanted,
                      const std::string& what);

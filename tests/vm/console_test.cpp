@@ -41,4 +41,57 @@ TEST_F(VmConsole, ShowsTheWelcomeScreenInItsOwnPalette) {
   if (const char* file = std::getenv("KIVA_VM_PICTURE")) machine_->WritePng(file);
 }
 
+TEST_F(VmConsole, ChangesThePassword) {
+  const std::string fresh = "quitenewword";
+  LogIn();
+  Choose("Configure Password");
+  machine_->Do({"wait:Old Password:", std::string("type:") + kPassword, "Tab", "type:" + fresh,
+                "Tab", "type:" + fresh, "Enter", "gone:Old Password:"});
+  LogOut();
+  machine_->Do({"F2", "wait:Authentication Required", "Down", std::string("type:") + kPassword,
+                "Enter", "wait:Authentication failed", "Enter", "gone:Authentication failed", "Esc",
+                std::string("wait:") + kWelcome});
+  LogIn("F2", fresh);
+  machine_->WaitFor("System Customization");
+}
+
+TEST_F(VmConsole, ChangesWhatTheKeysType) {
+  const auto expectTyped = [this](const std::string& text) {
+    machine_->Do({"F2", std::string("wait:") + kLogin, "wait:root", "type:a", "wait:root" + text,
+                  "Esc", std::string("gone:") + kLogin});
+  };
+  expectTyped("a");
+  LogIn();
+  Choose("Configure Keyboard");
+  Focus("( ) azerty");
+  machine_->Do({"Space", "Enter", "gone:difficulty"});
+  LogOut();
+  expectTyped("q");
+
+  const std::string before = BootId();
+  LogIn("F12");
+  machine_->Do({"wait:Remote management software", "F11"});
+  WaitForNewStart(before);
+  expectTyped("q");
+}
+
+TEST_F(VmConsole, ResetsTheConfiguration) {
+  const std::string timeOut = "/etc/corvo/options/UserVars/KivaTimeOut";
+  Shell("test -s " + timeOut + " && echo 77 >" + timeOut);
+  const std::string before = BootId();
+  LogIn();
+  Choose("Reset System Configuration");
+  machine_->Do({"wait:Reset System Configuration now?", "F11",
+                "wait:Default settings are restored.", "Enter"});
+  WaitForNewStart(before);
+  Shell("cmp " + timeOut + " /usr/share/kiva/etc-corvo/options/UserVars/KivaTimeOut");
+  Shell("ls /var/lib/corvo/backup/*");
+}
+
+TEST_F(VmConsole, SwitchesTheMachineOff) {
+  LogIn("F12");
+  machine_->Do({"wait:Remote management software", "F2"});
+  EXPECT_EQ(machine_->WaitForPowerOff(), "guest-shutdown");
+}
+
 }  // namespace

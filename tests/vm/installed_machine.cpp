@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <stdexcept>
 
+#include "harness/console.h"
 #include "harness/temporary_folder.h"
 
 namespace {
@@ -12,9 +13,23 @@ namespace {
 namespace fs = std::filesystem;
 using Harness::Machine;
 using Harness::MachineParts;
+using Harness::Screen;
 
 constexpr const char* kPlain = "plain";
 constexpr const char* kInstalled = "installed";
+
+/// The text of all cells in the colours of the focus.
+std::string focused(const Screen& screen) {
+  constexpr Harness::Colours kFocus{7, 0};  // white on black
+  std::string text;
+  const auto [rows, columns] = screen.GetSize();
+  for (int i = 0; i < rows * columns; ++i)
+    if (screen.ColoursAt(i / columns, i % columns) == kFocus)
+      text += screen.At(i / columns, i % columns).text;
+  const std::size_t start = text.find_first_not_of(' ');
+  return start == std::string::npos ? ""
+                                    : text.substr(start, text.find_last_not_of(' ') + 1 - start);
+}
 
 fs::path folder() {
   const char* path = std::getenv("KIVA_VM");
@@ -27,7 +42,7 @@ void succeed(Machine& machine, const std::string& script) {
   if (status != 0) throw std::runtime_error(script + ": " + output);
 }
 
-void saveAndSwitchOff(Machine& machine, const std::string& name) {
+void save(Machine& machine, const std::string& name) {
   if (const std::string error = machine.Monitor("savevm " + name); !error.empty())
     throw std::runtime_error(error);
 }
@@ -44,7 +59,7 @@ fs::path plainDisk() {
     Machine machine(MachineParts{folder(), fresh, folder() / "payload.tar"});
     machine.WaitForShell();
     succeed(machine, "systemctl is-system-running --wait && sync");
-    saveAndSwitchOff(machine, kPlain);
+    save(machine, kPlain);
   }
   fs::rename(fresh, disk);
   return disk;
@@ -59,7 +74,7 @@ const fs::path& installedDisk() {
     Machine machine(MachineParts{folder(), disk, folder() / "payload.tar", kPlain});
     succeed(machine, "cd /root && tar -xf /dev/vdb && dpkg -i kiva.deb && rm kiva.deb");
     machine.WaitFor("Shut Down/Restart");
-    saveAndSwitchOff(machine, kInstalled);
+    save(machine, kInstalled);
     return disk;
   }();
   return made;
@@ -71,13 +86,50 @@ void InstalledMachine::SetUp() {
   machine_.emplace(MachineParts{folder(), installedDisk(), folder() / "payload.tar", kInstalled});
 }
 
-void InstalledMachine::LogIn(const std::string& password) {
-  machine_->Do({"F2", "wait:Authentication Required", "Down", "type:" + password, "Enter",
-                "wait:System Customization"});
+void InstalledMachine::LogIn(const std::string& key, const std::string& password) {
+  machine_->Do({key, std::string("wait:") + kLogin, "Down", "type:" + password, "Enter",
+                std::string("gone:") + kLogin});
+}
+
+void InstalledMachine::Focus(const std::string& entry) {
+  constexpr int kMostEntries = 300;
+  Screen screen = machine_->WaitFor(entry);
+  for (int i = 0; i < kMostEntries; ++i) {
+    if (focused(screen) == entry) return;
+    machine_->Press("Down");
+    const std::string before = focused(screen);
+    screen = machine_->WaitUntil([&](const Screen& now) { return focused(now) != before; },
+                                 "the focus to leave " + before);
+  }
+  throw Harness::WaitFailed("no entry " + entry + " in\n" + screen.Dump());
+}
+
+void InstalledMachine::Choose(const std::string& entry) {
+  Focus(entry);
+  machine_->Press("Enter");
 }
 
 std::string InstalledMachine::Shell(const std::string& script) {
   const auto [status, output] = machine_->Shell(script);
   EXPECT_EQ(status, 0) << script << "\n" << output;
   return output;
+}
+
+void InstalledMachine::WaitForSuccess(const std::string& script) {
+  Shell("for i in $(seq 300); do " + script + " && exit 0; sleep 0.2; done; exit 1");
+}
+
+bool InstalledMachine::SshLetsIn() {
+  const std::string call =
+      "ssh -q -o BatchMode=yes -o ConnectTimeout=60 -o StrictHostKeyChecking=no "
+      "-o UserKnownHostsFile=/dev/null -i '" +
+      (folder() / "key").string() + "' -p " + std::to_string(machine_->SshPort()) +
+      " visitor@127.0.0.1 true </dev/null";
+  return std::system(call.c_str()) == 0;
+}
+
+void InstalledMachine::WaitForNewStart(const std::string& bootId) {
+  machine_->WaitForShell();
+  machine_->WaitFor(kWelcome);
+  EXPECT_NE(BootId(), bootId);
 }
