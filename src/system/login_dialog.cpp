@@ -8,6 +8,7 @@
 #include "core/session.h"
 #include "core/terminal.h"
 #include "system/authentication.h"
+#include "system/change_password_dialog.h"
 #include "system/host_name.h"
 #include "system/keyboard_dialog.h"
 #include "system/login_state.h"
@@ -129,6 +130,7 @@ bool LoginDialog::Authenticate() {
       break;
     case Authentication::PasswordExpired:
       Refuse(TextId::kPasswordHasExpired);
+      ChangeExpiredPassword();
       break;
     case Authentication::Failed:
       Refuse(TextId::kInvalidLoginOrPassword);
@@ -141,6 +143,11 @@ void LoginDialog::Refuse(TextId reason) {
   showMessage(*this, TextId::kAuthenticationFailed, Text(reason));
   secret_->SetValue("");
   items_->Focus(*secret_);
+}
+
+void LoginDialog::ChangeExpiredPassword() {
+  ChangePasswordDialog dialog(*this);
+  runWindow(dialog);
 }
 
 LoginDisabledDialog::LoginDisabledDialog(Frame& owner) : Dialog(owner, 60, 9, 6) {}
