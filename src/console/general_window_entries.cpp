@@ -2,13 +2,13 @@
 #include "console/general_window.h"
 #include "core/terminal.h"
 #include "tarnctl/adv/advanced_option_impl.h"
+#include "ui/footer.h"
 
 namespace Kiva {
 
 namespace {
 
 // What Enter does, in the right footer; every entry's ends with the way out.
-constexpr const char* kChange = "{color:white}<Enter>{/color}{color:light-grey} Change{/color}";
 constexpr const char* kChangeLockdown = "{color:white}<Enter>{color:light-grey} Change{/color}";
 constexpr const char* kMore = "{color:white}<Enter>{/color}{color:light-grey} More{/color}";
 constexpr const char* kRestart = "{color:white}<Enter>{/color} {color:light-grey}Restart";
@@ -30,12 +30,14 @@ const std::vector<GeneralWindow::Entry>& GeneralWindow::Entries() {
       {.title = TextId::kConfigurePassword,
        .description = TextId::kToPreventUnauthorizedAccessSetPassword,
        .footer = kChange,
-       .text = &W::PasswordText},
+       .text = &W::PasswordText,
+       .enter = &W::EnterPassword},
       {.title = TextId::kConfigureLockdownMode,
        .description = TextId::kLockdownModeAndAccess,
        .footer = kChangeLockdown,
        .selectable = &W::LockdownSelectable,
-       .text = &W::LockdownText},
+       .text = &W::LockdownText,
+       .enter = &W::EnterLockdown},
       separator,
       {.title = TextId::kConfigureManagementNetwork,
        .description = TextId::kToViewOrModifyManagementNetwork,
@@ -59,10 +61,12 @@ const std::vector<GeneralWindow::Entry>& GeneralWindow::Entries() {
        .description = TextId::kToSelectKeyboardLayout,
        .footer = kMore,
        .listed = &W::OnLocalConsole,
-       .text = &W::KeyboardText},
+       .text = &W::KeyboardText,
+       .enter = &W::EnterKeyboard},
       {.title = TextId::kTroubleshootingOptions,
        .description = TextId::kToViewTroubleshootingOptions,
-       .footer = kMore},
+       .footer = kMore,
+       .enter = &W::EnterTroubleshooting},
       separator,
       {.title = TextId::kViewSystemLogs, .text = &W::LogsText},
       separator,
@@ -71,7 +75,8 @@ const std::vector<GeneralWindow::Entry>& GeneralWindow::Entries() {
       {.title = TextId::kResetSystemConfiguration,
        .description = TextId::kAllSystemParametersWillBeReverted,
        .footer = kReset,
-       .selectable = &W::ResetSelectable},
+       .selectable = &W::ResetSelectable,
+       .enter = &W::EnterReset},
   };
   return entries;
 }

@@ -4,14 +4,9 @@
 #include "console/support_pages.h"
 #include "core/log.h"
 #include "core/session.h"
-#include "tarnctl/system/system_info_impl.h"
-#include "ui/markup_text.h"
+#include "system/keyboard_dialog.h"
 
 namespace Kiva {
-
-std::string GeneralWindow::Description() {
-  return std::string("{color:light-grey}") + Text(Selected().description) + "{/color}";
-}
 
 std::string GeneralWindow::Described(const std::string& state) {
   return "{color:white}" + state + "{/color}\n\n" + Description();
@@ -32,7 +27,7 @@ std::string GeneralWindow::NetworkText() {
 }
 
 std::string GeneralWindow::KeyboardText() {
-  return Described(plainText(TarnCtl::System::SystemInfoImpl().GetKeyboardLayout()));
+  return Described(configuredKeyboardLayout());
 }
 
 std::string GeneralWindow::LogsText() {
