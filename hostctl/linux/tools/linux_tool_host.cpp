@@ -57,16 +57,16 @@ void LinuxToolHost::MoveKernelNic(const std::string& name, const std::string&) {
 }
 
 ServiceState LinuxToolHost::GetServiceState(const std::string& name) {
-  return readServiceState(files_, name);
+  return readServiceState(name);
 }
 void LinuxToolHost::SetServiceRunning(const std::string& name, bool running) {
-  setServiceRunning(files_, name, running);
+  setServiceRunning(name, running);
 }
 bool LinuxToolHost::IsServiceEnabled(const std::string& name) {
-  return readServiceEnabled(files_, name);
+  return readServiceEnabled(name);
 }
 void LinuxToolHost::SetServiceEnabled(const std::string& name, bool enabled) {
-  setServiceEnabled(files_, name, enabled);
+  setServiceEnabled(name, enabled);
 }
 std::vector<Agent> LinuxToolHost::ReadAgents() {
   return readAgents(files_);
