@@ -1,70 +1,99 @@
 // SPDX-License-Identifier: MIT
-#include <algorithm>
 #include <array>
 #include <exception>
 
-#include "hosttools/options.h"
-#include "hosttools/tool.h"
+#include "hosttools/advanced_options.h"
+#include "hosttools/tools.h"
 
 namespace HostTools {
 
 namespace {
 
 using HostSeam::UplinkChange;
-using Values = std::map<std::string, std::string>;
 
-/// A command: its words, the options that must all be there, and what it does with their values.
-struct Command {
-  std::vector<std::string> words;
-  std::vector<const char*> options;
-  void (*run)(ToolHost& host, const Values& values);
-};
-
-const std::vector<Command>& commands() {
-  static const std::vector<Command> table = {
-      {{"network", "vswitch", "standard", "add"},
-       {"-v"},
-       [](ToolHost& host, const Values& values) { host.AddStandardSwitch(values.at("-v")); }},
-      {{"network", "vswitch", "standard", "uplink", "add"},
-       {"-u", "-v"},
-       [](ToolHost& host, const Values& values) {
-         host.ChangeUplink(UplinkChange::Add, values.at("-u"), values.at("-v"));
-       }},
-      {{"network", "vswitch", "standard", "uplink", "remove"},
-       {"-u", "-v"},
-       [](ToolHost& host, const Values& values) {
-         host.ChangeUplink(UplinkChange::Remove, values.at("-u"), values.at("-v"));
-       }},
-      {{"network", "vswitch", "standard", "portgroup", "add"},
-       {"-p", "-v"},
-       [](ToolHost& host, const Values& values) {
-         host.AddPortGroup(values.at("-p"), values.at("-v"));
-       }},
-  };
-  return table;
+ToolAnswer addSwitch(ToolHost& host, const Call& call) {
+  host.AddStandardSwitch(call["-v"]);
+  return {};
 }
 
-bool isCalled(const Command& command, Arguments arguments) {
-  return command.words.size() <= arguments.size() &&
-         std::equal(command.words.begin(), command.words.end(), arguments.begin());
+ToolAnswer addUplink(ToolHost& host, const Call& call) {
+  host.ChangeUplink(UplinkChange::Add, call["-u"], call["-v"]);
+  return {};
 }
 
-void runCommand(ToolHost& host, Arguments arguments) {
-  const auto found =
-      std::find_if(commands().begin(), commands().end(),
-                   [&](const Command& command) { return isCalled(command, arguments); });
-  if (found == commands().end()) throw UsageError("unknown command");
-  found->run(host, readOptions(arguments.subspan(found->words.size()), found->options));
+ToolAnswer removeUplink(ToolHost& host, const Call& call) {
+  host.ChangeUplink(UplinkChange::Remove, call["-u"], call["-v"]);
+  return {};
 }
+
+ToolAnswer addPortGroup(ToolHost& host, const Call& call) {
+  host.AddPortGroup(call["-p"], call["-v"]);
+  return {};
+}
+
+ToolAnswer setNumber(ToolHost& host, const Call& call) {
+  const AdvancedOption& option = optionAt(call["-o"]);
+  host.WriteOption(call["-o"], readValue(option, call["-i"]));
+  return {};
+}
+
+/// Every option is a number at present; whoever gives a text learns which numbers there are.
+ToolAnswer setText(ToolHost&, const Call& call) {
+  throw UsageError(std::string(optionAt(call["-o"]).path) + " is a number: use -i");
+}
+
+std::string shown(ToolHost& host, const AdvancedOption& option) {
+  return std::string(option.path) + " = " + valueOn(host, option) + "\n    " +
+         std::to_string(option.least) + " to " + std::to_string(option.most) + ", as delivered " +
+         std::to_string(option.standard) + ": " + std::string(option.about) + "\n";
+}
+
+ToolAnswer listOptions(ToolHost& host, const Call& call) {
+  if (call.Has("-o")) return {0, shown(host, optionAt(call["-o"])), ""};
+  ToolAnswer answer;
+  for (const AdvancedOption& option : advancedOptions()) answer.output += shown(host, option);
+  return answer;
+}
+
+constexpr std::array<Command<ToolHost>, 7> kCommands = {{
+    {"network vswitch standard add -v SWITCH", "makes a standard switch", Effect::Changes,
+     addSwitch},
+    {"network vswitch standard uplink add -u UPLINK -v SWITCH",
+     "gives a switch a physical adapter that no other has", Effect::Changes, addUplink},
+    {"network vswitch standard uplink remove -u UPLINK -v SWITCH", "takes it away again",
+     Effect::Changes, removeUplink},
+    {"network vswitch standard portgroup add -p PORTGROUP -v SWITCH",
+     "makes a group of ports on a switch", Effect::Changes, addPortGroup},
+    {"system settings advanced set -o PATH -i NUMBER", "sets an advanced option", Effect::Changes,
+     setNumber},
+    {"system settings advanced set -o PATH -s TEXT", "sets an advanced option that is a text",
+     Effect::Changes, setText},
+    {"system settings advanced list [-o PATH]",
+     "shows the advanced options, their ranges and what they do", Effect::Reads, listOptions},
+}};
+
+/// Callers show what comes on standard output, so that is where a failure is told.
+ToolAnswer halocli(ToolHost& host, Commands<ToolHost> commands, const std::string& name,
+                   Arguments arguments) try {
+  return runCommand(host, commands, name, arguments);
+} catch (const std::exception& error) {
+  return {1, name + ": " + error.what() + "\n", ""};
+}
+
+constexpr std::array<Command<ToolHost>, 1> kValue = {{
+    {"-q -g PATH", "prints an advanced option's value, nothing else", Effect::Reads,
+     [](ToolHost& host, const Call& call) {
+       return ToolAnswer{0, valueOn(host, optionAt(call["-g"])) + "\n", ""};
+     }},
+}};
 
 }  // namespace
 
-/// Callers show what comes on standard output, so that is where a failure is told.
-ToolAnswer halocli(ToolHost& host, Arguments arguments) try {
-  runCommand(host, arguments);
-  return {};
-} catch (const std::exception& error) {
-  return {1, "halocli: " + std::string(error.what()) + "\n", ""};
-}
+constinit const Tool<ToolHost> kHalocli = {"/bin/halocli /sbin/halocli /sbin/localcli",
+                                           "Shows and changes the host's settings.\n", 60,
+                                           kCommands, halocli};
+
+constinit const Tool<ToolHost> kHalocfgAdvcfg = {"/sbin/halocfg-advcfg",
+                                                 "Reads the host's settings.\n", 60, kValue};
 
 }  // namespace HostTools

@@ -1,57 +1,97 @@
 // SPDX-License-Identifier: MIT
-#include <algorithm>
 #include <array>
 
-#include "hosttools/tool.h"
+#include "hosttools/service_names.h"
+#include "hosttools/tools.h"
 
 namespace HostTools {
 
 namespace {
 
-constexpr std::string_view kServiceUser = "kiva";
+constexpr const char* kServiceUser = "kiva";
 constexpr int kNotAsThatUser = 255;
 
-struct Query {
-  std::string_view name;
-  ToolAnswer (*answer)(ToolHost& host);
-};
+using Query = Command<ToolHost>;
 
 ToolAnswer truth(bool value) {
   return {0, value ? "true\n" : "false\n", ""};
 }
 
-/// The agent of this host keeps nothing of its own, so there is nothing that a refresh could
-/// change.
-ToolAnswer refresh(ToolHost&) {
+ToolAnswer lockDown(ToolHost& host, bool enabled) {
+  host.SetLockdown(enabled);
   return {};
 }
 
-ToolAnswer autostop(ToolHost& host) {
-  host.StopManagedMachines();
+ToolAnswer runShell(ToolHost& host, bool running) {
+  host.SetServiceRunning(kHaloShell, running);
   return {};
 }
 
-constexpr std::array<Query, 4> kQueries = {{
-    {"hmxsvc/auth/lockdown_is_enabled",
-     [](ToolHost& host) { return truth(host.IsLockdownEnabled()); }},
-    {"hmxsvc/auth/lockdown_is_possible",
-     [](ToolHost& host) { return truth(host.IsLockdownPossible()); }},
-    {"internalsvc/refresh", refresh},
-    {"hostsvc/autostartmanager/autostop", autostop},
+ToolAnswer enable(ToolHost& host, const char* service, bool enabled) {
+  host.SetServiceEnabled(service, enabled);
+  return {};
+}
+
+/// The firewall lets nobody at a service that does not run, nor before it runs.
+ToolAnswer runSsh(ToolHost& host, bool running) {
+  if (!running) host.SetFirewallRuleset(kSshRuleset, false);
+  host.SetServiceRunning(kSsh, running);
+  if (running) host.SetFirewallRuleset(kSshRuleset, true);
+  return {};
+}
+
+constexpr std::array<Query, 14> kQueries = {{
+    {"-U USER hmxsvc/auth/lockdown_is_enabled", "true or false: whether the host is locked down",
+     Effect::Reads, [](ToolHost& host, const Call&) { return truth(host.IsLockdownEnabled()); }},
+    {"-U USER hmxsvc/auth/lockdown_is_possible", "true or false: whether it can be locked down",
+     Effect::Reads, [](ToolHost& host, const Call&) { return truth(host.IsLockdownPossible()); }},
+    {"-U USER hmxsvc/auth/lockdown_mode_enter",
+     "refuses remote logins of all but the excepted accounts", Effect::Changes,
+     [](ToolHost& host, const Call&) { return lockDown(host, true); }},
+    {"-U USER hmxsvc/auth/lockdown_mode_exit", "lets everybody log in again who could before",
+     Effect::Changes, [](ToolHost& host, const Call&) { return lockDown(host, false); }},
+    {"-U USER hostsvc/start_halo_shell", "lets people log in to the local shell", Effect::Changes,
+     [](ToolHost& host, const Call&) { return runShell(host, true); }},
+    {"-U USER hostsvc/stop_halo_shell", "ends that", Effect::Changes,
+     [](ToolHost& host, const Call&) { return runShell(host, false); }},
+    {"-U USER hostsvc/enable_halo_shell", "starts the local shell with the host", Effect::Changes,
+     [](ToolHost& host, const Call&) { return enable(host, kHaloShell, true); }},
+    {"-U USER hostsvc/disable_halo_shell", "does not start it with the host", Effect::Changes,
+     [](ToolHost& host, const Call&) { return enable(host, kHaloShell, false); }},
+    {"-U USER hostsvc/start_ssh", "starts the SSH server and opens the firewall for it",
+     Effect::Changes, [](ToolHost& host, const Call&) { return runSsh(host, true); }},
+    {"-U USER hostsvc/stop_ssh", "closes the firewall and stops the SSH server", Effect::Changes,
+     [](ToolHost& host, const Call&) { return runSsh(host, false); }},
+    {"-U USER hostsvc/enable_ssh", "starts the SSH server with the host", Effect::Changes,
+     [](ToolHost& host, const Call&) { return enable(host, kSsh, true); }},
+    {"-U USER hostsvc/disable_ssh", "does not start it with the host", Effect::Changes,
+     [](ToolHost& host, const Call&) { return enable(host, kSsh, false); }},
+    {"-U USER hostsvc/autostartmanager/autostop",
+     "stops the virtual machines that autostart manages, in its order", Effect::Changes,
+     [](ToolHost& host, const Call&) {
+       host.StopManagedMachines();
+       return ToolAnswer{};
+     }},
+    // The agent keeps nothing of its own, so there is nothing that a refresh could change.
+    {"-U USER internalsvc/refresh", "has the management agent read the host anew", Effect::Reads,
+     [](ToolHost&, const Call&) { return ToolAnswer{}; }},
 }};
+
+/// Whoever calls may try again as another user, so this is known before anything else.
+ToolAnswer hmxCmd(ToolHost& host, Commands<ToolHost> commands, const std::string& name,
+                  Arguments arguments) {
+  const bool asUser = arguments.size() > 1 && arguments[0] == "-U" && arguments[1] != kServiceUser;
+  if (asUser && !host.MayAdminister(arguments[1]))
+    return {kNotAsThatUser, "", name + ": that user may not administer this host\n"};
+  return runCommand(host, commands, name, arguments);
+}
 
 }  // namespace
 
-ToolAnswer hmxCmd(ToolHost& host, Arguments arguments) {
-  if (arguments.size() != 3 || arguments[0] != "-U")
-    return {1, "", "hmx-cmd: expected -U USER QUERY\n"};
-  const std::string& user = arguments[1];
-  if (user != kServiceUser && !host.MayAdminister(user))
-    return {kNotAsThatUser, "", "hmx-cmd: " + user + " may not administer this host\n"};
-  const auto* query = std::find_if(kQueries.begin(), kQueries.end(),
-                                   [&](const Query& one) { return one.name == arguments[2]; });
-  if (query == kQueries.end()) return {1, "", "hmx-cmd: no such query: " + arguments[2] + "\n"};
-  return query->answer(host);
-}
+constinit const Tool<ToolHost> kHmxCmd = {
+    "/bin/hmx-cmd",
+    "Asks the management agent as USER, an account that may administer the host, or kiva.\n"
+    "Status 255 when USER is none of these.\n",
+    600, kQueries, hmxCmd};
 
 }  // namespace HostTools

@@ -1,41 +1,97 @@
 // SPDX-License-Identifier: MIT
 #include <algorithm>
 #include <array>
+#include <cstdlib>
+#include <iterator>
+#include <sstream>
 
-#include "hosttools/ovl_agent.h"
+#include "hosttools/service_names.h"
+#include "hosttools/tools.h"
 
 namespace HostTools {
 
 namespace {
 
-/// A line that the console gives to the shell, letter for letter. There is no shell behind it: what
-/// is not in the table is not run.
+constexpr int kNotFound = 127;
+constexpr std::string_view kShellPath = "/bin/sh";
+constexpr std::string_view kSilently = " > /dev/null 2>&1";
+
+/// A line that is no plain call of one tool. There is no shell behind it: it is known letter for
+/// letter, or not run.
 struct Line {
   std::string_view text;
-  ToolAnswer (*run)(ToolHost& host);
+  ToolAnswer (*run)(StandInHost& host);
 };
 
-constexpr std::array<Line, 4> kLines = {{
-    {"/etc/init.d/ovl-opsagent start",
-     [](ToolHost& host) { return runInitScript(host, kOvlAgent, "start"); }},
-    {"/etc/init.d/ovl-opsagent stop",
-     [](ToolHost& host) { return runInitScript(host, kOvlAgent, "stop"); }},
-    {"/etc/init.d/ovl-opsagent status",
-     [](ToolHost& host) { return runInitScript(host, kOvlAgent, "status"); }},
+/// Status 0 when the agent's installed version has a major number of 3 or more.
+ToolAnswer checkOvlAgentVersion(StandInHost& host) {
+  const std::string version = host.FindPackageVersion(kOvlAgent).value_or("");
+  return {std::atoi(version.c_str()) < 3 ? 1 : 0, "", ""};
+}
+
+constexpr std::array<Line, 1> kLines = {{
     {"let v=`halocli --formatter=keyvalue software pak get -n ovl-opsagent | awk '/Version/{ "
      "split($0, kv, \"=\"); split(kv[2], ver, \".\"); print ver[1] }'`; (exit $((v < 3)))",
      checkOvlAgentVersion},
 }};
 
+ToolAnswer notFound(const std::string& text) {
+  return {kNotFound, "", "sh: " + text + ": not found\n"};
+}
+
+/// Whether the shell would leave a word made of these as it is.
+bool isPlain(std::string_view text) {
+  constexpr std::string_view kOthers = " /_.,:=+@%-";
+  return std::all_of(text.begin(), text.end(), [&](char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+           kOthers.find(c) != std::string_view::npos;
+  });
+}
+
+ToolAnswer callTool(StandInHost& host, std::vector<std::string> words) {
+  if (words.size() > 1 && words.front() == kShellPath) words.erase(words.begin());
+  if (words.empty() || !words.front().starts_with('/'))
+    return notFound(words.empty() ? "" : words[0]);
+  const std::string path = words.front();
+  return runTool(host, path, words);
+}
+
+ToolAnswer runLine(StandInHost& host, const Call& call) {
+  const std::string& text = call["-c"];
+  const auto* line =
+      std::find_if(kLines.begin(), kLines.end(), [&](const Line& one) { return one.text == text; });
+  if (line != kLines.end()) return line->run(host);
+  const bool silent = text.ends_with(kSilently);
+  std::istringstream in(text.substr(0, text.size() - (silent ? kSilently.size() : 0)));
+  if (!isPlain(in.str())) return notFound(text);
+  const ToolAnswer answer = callTool(host, {std::istream_iterator<std::string>(in), {}});
+  return silent ? ToolAnswer{answer.status, "", ""} : answer;
+}
+
+ToolAnswer runFile(StandInHost& host, const Call& call) {
+  std::vector<std::string> words = {call["FILE"]};
+  if (call.Has("ACTION")) words.push_back(call["ACTION"]);
+  return callTool(host, words);
+}
+
+constexpr std::array<Command<StandInHost>, 2> kCalls = {{
+    {"-c LINE", "runs a line that calls one tool by its path, with plain words", Effect::Reads,
+     runLine},
+    {"FILE [ACTION]", "runs the tool at FILE", Effect::Reads, runFile},
+}};
+
+ToolAnswer shell(StandInHost& host, Commands<StandInHost> commands, const std::string& name,
+                 Arguments arguments) try {
+  return runCommand(host, commands, name, arguments);
+} catch (const UsageError& error) {
+  return {kNotFound, "", name + ": " + error.what() + "\n"};
+}
+
 }  // namespace
 
-ToolAnswer shell(ToolHost& host, Arguments arguments) {
-  if (arguments.size() != 2 || arguments[0] != "-c")
-    return {127, "", "sh: only -c and a line that this host knows\n"};
-  const auto* line = std::find_if(kLines.begin(), kLines.end(),
-                                  [&](const Line& one) { return one.text == arguments[1]; });
-  if (line == kLines.end()) return {127, "", "sh: " + arguments[1] + ": not found\n"};
-  return line->run(host);
-}
+constinit const Tool<StandInHost> kShell = {
+    kShellPath,
+    "Stands in for the shell, for the lines that the console uses; any other is status 127.\n", 600,
+    kCalls, shell};
 
 }  // namespace HostTools

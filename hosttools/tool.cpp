@@ -4,69 +4,106 @@
 #include <algorithm>
 #include <array>
 #include <exception>
+#include <iterator>
+#include <sstream>
+
+#include "hosttools/tools.h"
 
 namespace HostTools {
 
 namespace {
 
-constexpr std::array<Tool, 7> kTools = {{
-    {"/bin/hmx-cmd",
-     "hmx-cmd -U USER QUERY: asks the management agent as USER.\n"
-     "  hmxsvc/auth/lockdown_is_enabled, hmxsvc/auth/lockdown_is_possible: true or false\n"
-     "  internalsvc/refresh: lets the agent read the host anew\n"
-     "  hostsvc/autostartmanager/autostop: stops the machines that autostart manages\n"
-     "Status 255 when USER may not administer the host.\n",
-     hmxCmd},
-    {"/bin/halocli /sbin/halocli",
-     "halocli network vswitch standard add -v SWITCH\n"
-     "halocli network vswitch standard uplink add|remove -u UPLINK -v SWITCH\n"
-     "halocli network vswitch standard portgroup add -p PORTGROUP -v SWITCH\n",
-     halocli},
-    {"/bin/openssl",
-     "openssl x509 -in FILE -noout -fingerprint -sha1|-sha256: a certificate's thumbprint.\n",
-     openssl},
-    {"/usr/lib/corvo/openssh/bin/ssh-keygen", "ssh-keygen -l -f FILE: a host key's fingerprint.\n",
-     sshKeygen},
-    {"/bin/powerOffVms /sbin/powerOffVms",
-     "powerOffVms [--terminate]: powers off every running machine; --terminate does not ask "
-     "them.\n",
-     powerOffVms},
-    {"/usr/lib64/corvo/ovl-opsagent/bin/ovlcfg-vswitch",
-     "ovlcfg-vswitch -m -p INTERFACE -I SWITCH: moves a kernel interface to a switch.\n",
-     ovlcfgVswitch},
-    {"/bin/sh",
-     "sh -c LINE: runs one of the lines that the console uses; any other is status 127.\n", shell},
-}};
+template <typename Host>
+using Table = std::span<const Tool<Host>* const>;
 
-bool isAt(const Tool& tool, std::string_view path) {
-  for (std::string_view rest = tool.paths; !rest.empty();) {
-    const std::size_t end = std::min(rest.find(' '), rest.size());
-    if (rest.substr(0, end) == path) return true;
-    rest.remove_prefix(std::min(end + 1, rest.size()));
-  }
-  return false;
+constexpr std::array kTools = {&kHmxCmd,         &kHalocli,      &kHalocfgAdvcfg,  &kInitScripts,
+                               &kServicesScript, &kBackupScript, &kFirmwareConfig, &kPowerOffVms,
+                               &kTarnbacktrace,  &kTarnping};
+constexpr std::array kStandIns = {&kOpenssl, &kSshKeygen, &kOvlcfgVswitch, &kShell};
+
+constexpr int kNotFound = 127;
+
+std::string lastComponent(std::string_view path) {
+  return std::string(path.substr(path.rfind('/') + 1));
 }
 
-ToolAnswer runFound(const Tool& tool, ToolHost& host, Arguments arguments) {
-  if (!arguments.empty() && arguments.front() == "--help") return {0, std::string(tool.help), ""};
-  return tool.run(host, arguments);
+template <typename Host>
+std::vector<std::string> pathsOf(const Tool<Host>& tool) {
+  std::istringstream in{std::string(tool.paths)};
+  return {std::istream_iterator<std::string>(in), {}};
+}
+
+template <typename Host>
+std::string helpOf(const Tool<Host>& tool) {
+  const std::string name = lastComponent(pathsOf(tool).front());
+  std::string help(tool.about);
+  for (const Command<Host>& command : tool.commands)
+    help.append("\n  ")
+        .append(name)
+        .append(" ")
+        .append(command.usage)
+        .append("\n      ")
+        .append(command.help);
+  return help + "\n";
+}
+
+template <typename Host>
+const Tool<Host>* findTool(Table<Host> table, const std::string& path) {
+  const auto found = std::find_if(table.begin(), table.end(), [&](const auto* tool) {
+    const auto paths = pathsOf(*tool);
+    return std::find(paths.begin(), paths.end(), path) != paths.end();
+  });
+  return found == table.end() ? nullptr : *found;
+}
+
+template <typename Host>
+ToolAnswer runFound(Host& host, const Tool<Host>& tool, const std::string& name,
+                    Arguments arguments) try {
+  if (arguments.size() == 1 && arguments.front() == "--help") return {0, helpOf(tool), ""};
+  return tool.run(host, tool.commands, name, arguments);
+} catch (const std::exception& error) {
+  return {1, "", name + ": " + error.what() + "\n"};
+}
+
+template <typename Host>
+ToolAnswer runFrom(Host& host, const Tool<Host>* tool, const std::string& path,
+                   const std::vector<std::string>& vector) {
+  if (auto rehearsed = host.FindRehearsal(path)) return *rehearsed;
+  if (tool == nullptr) return {kNotFound, "", path + ": no such tool\n"};
+  return runFound(host, *tool, lastComponent(path),
+                  Arguments(vector).subspan(vector.empty() ? 0 : 1));
+}
+
+template <typename Host>
+void describe(Table<Host> table, std::vector<ToolDescription>& tools) {
+  for (const Tool<Host>* tool : table)
+    tools.push_back({pathsOf(*tool), tool->seconds, helpOf(*tool)});
 }
 
 }  // namespace
 
-std::span<const Tool> allTools() {
-  return kTools;
+std::vector<ToolDescription> toolsOf(const ToolHost&) {
+  std::vector<ToolDescription> tools;
+  describe<ToolHost>(kTools, tools);
+  return tools;
+}
+
+std::vector<ToolDescription> toolsOf(const StandInHost& host) {
+  std::vector<ToolDescription> tools = toolsOf(static_cast<const ToolHost&>(host));
+  describe<StandInHost>(kStandIns, tools);
+  return tools;
 }
 
 ToolAnswer runTool(ToolHost& host, const std::string& path,
-                   const std::vector<std::string>& vector) try {
-  if (auto rehearsed = host.FindRehearsal(path)) return *rehearsed;
-  const auto* tool =
-      std::find_if(kTools.begin(), kTools.end(), [&](const Tool& one) { return isAt(one, path); });
-  if (tool == kTools.end()) return {127, "", path + ": no such tool\n"};
-  return runFound(*tool, host, Arguments(vector).subspan(vector.empty() ? 0 : 1));
-} catch (const std::exception& error) {
-  return {1, "", path + ": " + error.what() + "\n"};
+                   const std::vector<std::string>& vector) {
+  return runFrom(host, findTool<ToolHost>(kTools, path), path, vector);
+}
+
+ToolAnswer runTool(StandInHost& host, const std::string& path,
+                   const std::vector<std::string>& vector) {
+  if (const auto* tool = findTool<StandInHost>(kStandIns, path))
+    return runFrom(host, tool, path, vector);
+  return runTool(static_cast<ToolHost&>(host), path, vector);
 }
 
 }  // namespace HostTools

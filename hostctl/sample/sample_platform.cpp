@@ -23,7 +23,8 @@ Program SamplePlatform::ChildProgram(const Program& program) {
   journal_.Append("run", runText(program));
   const std::string name = "kiva-demo-tools";
   Program child{programFolder() / name, {name, "--host", directory_, program.path}};
-  child.arguments.insert(child.arguments.end(), program.arguments.begin(), program.arguments.end());
+  for (std::size_t i = 1; i < program.arguments.size(); ++i)
+    child.arguments.push_back(program.arguments[i]);
   return child;
 }
 

@@ -96,6 +96,10 @@ void SampleToolHost::SetServiceEnabled(const std::string& name, bool enabled) {
   setServiceEnabled(store_, name, enabled);
 }
 
+void SampleToolHost::SetFirewallRuleset(const std::string& id, bool enabled) {
+  setFirewallRuleset(store_, id, enabled);
+}
+
 std::vector<Agent> SampleToolHost::ReadAgents() {
   std::vector<Agent> agents;
   for (const char* name : kAgents)

@@ -7,13 +7,14 @@
 namespace HostSample {
 
 /// The sample host as its own command-line tools see it.
-class SampleToolHost : public HostSeam::ToolHost {
+class SampleToolHost : public HostSeam::StandInHost {
  public:
   /// Throws SampleHostError when the host.json of `directory` cannot be used.
   explicit SampleToolHost(const std::filesystem::path& directory)
       : directory_(directory), store_(directory / "host.json") {}
 
   std::optional<HostSeam::ToolAnswer> FindRehearsal(const std::string& path) override;
+  bool MayChange() override { return true; }
   bool MayAdminister(const std::string& user) override;
   bool IsLockdownEnabled() override { return store_.State().lockdownEnabled; }
   bool IsLockdownPossible() override { return store_.State().lockdownPossible; }
@@ -38,6 +39,7 @@ class SampleToolHost : public HostSeam::ToolHost {
   void SetServiceRunning(const std::string& name, bool running) override;
   bool IsServiceEnabled(const std::string& name) override;
   void SetServiceEnabled(const std::string& name, bool enabled) override;
+  void SetFirewallRuleset(const std::string& id, bool enabled) override;
   std::vector<HostSeam::Agent> ReadAgents() override;
   void SetAgentsRunning(bool running) override;
   void StopManagedMachines() override;

@@ -7,16 +7,17 @@
 #include "core/keys.h"
 #include "core/log.h"
 #include "network/management_interface.h"
-#include "system/host_tools.h"
+#include "system/change_password_dialog.h"
+#include "system/keyboard_dialog.h"
+#include "system/lockdown.h"
+#include "system/lockdown_dialog.h"
+#include "system/restore_dialog.h"
 #include "ui/footer.h"
 #include "ui/message_dialog.h"
 
 namespace Kiva {
 
 namespace {
-
-constexpr const char* kLockdownIsEnabled = "hmxsvc/auth/lockdown_is_enabled";
-constexpr const char* kLockdownIsPossible = "hmxsvc/auth/lockdown_is_possible";
 
 constexpr const char* kLogOut =
     "{align:right}{color:white}<Esc>{/color}{color:light-grey} Log Out{/color}{/align}";
@@ -31,8 +32,8 @@ bool managementInterfaceUsable() {
 
 GeneralWindow::GeneralWindow(Frame& owner)
     : RootWindow(owner),
-      lockdownEnabled_(HmxCmdGetBool(kLockdownIsEnabled)),
-      lockdownSelectable_(lockdownEnabled_ || HmxCmdGetBool(kLockdownIsPossible)),
+      lockdownEnabled_(isLockdownEnabled()),
+      lockdownSelectable_(lockdownEnabled_ || isLockdownPossible()),
       networkUsable_(managementInterfaceUsable()),
       supportPages_(supportPages()) {
   AddEntries();
@@ -101,10 +102,36 @@ void GeneralWindow::OpenLog(int digit) {
   if (row) viewLog(*this, kSystemLogs[*row].file);
 }
 
+void GeneralWindow::EnterPassword() {
+  ChangePasswordDialog dialog(*this);
+  runWindow(dialog);
+  Show();
+}
+
+void GeneralWindow::EnterLockdown() {
+  LockdownDialog dialog(*this);
+  if (runWindow(dialog)) {
+    updateScreen();
+    lockdownEnabled_ = isLockdownEnabled();
+  }
+  Show();
+}
+
 void GeneralWindow::EnterRestartNetwork() {
   if (managementInterfaceUsable()) return;
   showMessage(*this, TextId::kRestartManagementNetworkError,
               Text(TextId::kManagementNetworkInterfaceNotFound));
+}
+
+void GeneralWindow::EnterKeyboard() {
+  KeyboardDialog dialog(*this);
+  runWindow(dialog);
+  Show();
+}
+
+void GeneralWindow::EnterReset() {
+  RestoreDialog dialog(*this);
+  runWindow(dialog);
 }
 
 void GeneralWindow::Repaint() {

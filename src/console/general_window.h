@@ -55,7 +55,11 @@ class GeneralWindow : public RootWindow {
   /// The selected entry's description below what holds now.
   std::string Described(const std::string& state);
 
+  void EnterPassword();
+  void EnterLockdown();
   void EnterRestartNetwork();
+  void EnterKeyboard();
+  void EnterReset();
 
   void Handle(int key);
   void Enter();

@@ -4,8 +4,7 @@
 #include "console/support_pages.h"
 #include "core/log.h"
 #include "core/session.h"
-#include "tarnctl/system/system_info_impl.h"
-#include "ui/markup_text.h"
+#include "system/keyboard_dialog.h"
 
 namespace Kiva {
 
@@ -32,7 +31,7 @@ std::string GeneralWindow::NetworkText() {
 }
 
 std::string GeneralWindow::KeyboardText() {
-  return Described(plainText(TarnCtl::System::SystemInfoImpl().GetKeyboardLayout()));
+  return Described(configuredKeyboardLayout());
 }
 
 std::string GeneralWindow::LogsText() {

@@ -14,6 +14,7 @@
 #include "system/audit_events.h"
 #include "system/login_dialog.h"
 #include "system/login_state.h"
+#include "system/shutdown_dialog.h"
 #include "tarnctl/system/system_info_impl.h"
 #include "ui/text_area.h"
 
@@ -85,7 +86,11 @@ void WelcomeWindow::Handle(int key) {
 
 void WelcomeWindow::LogIn(int key) {
   try {
-    if (RunLogin() && key == Key::kF2) RunSession();
+    if (!RunLogin()) return;
+    if (key == Key::kF2)
+      RunSession();
+    else
+      RunShutdown();
   } catch (const KivaTimeout&) {
     EndTimedOutSession();
   }
@@ -110,6 +115,11 @@ void WelcomeWindow::RunSession() {
   writeAuditRecord(kLoginDisconnect, session().user, AuditOutcome::Success,
                    {{"reason", "Session closed"}});
   Update();
+}
+
+void WelcomeWindow::RunShutdown() {
+  ShutdownDialog dialog(*this);
+  runWindow(dialog);
 }
 
 void WelcomeWindow::EndTimedOutSession() {

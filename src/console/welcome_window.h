@@ -29,10 +29,11 @@ class WelcomeWindow : public Frame {
   void AddTexts(const WelcomeLayout& layout, const WelcomeContent& content);
 
   void Handle(int key);
-  /// A login, and after F2 the session that it opens.
+  /// A login, and what it was for: after F2 a session, after F12 the host's end.
   void LogIn(int key);
   int RunLogin();
   void RunSession();
+  void RunShutdown();
   void EndTimedOutSession();
 
   TarnCtl::Network::DnsConfigImpl dns_;

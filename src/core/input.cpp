@@ -108,6 +108,13 @@ int readEvent() {
   return Input::kNothing;
 }
 
+int waitForEvent() {
+  pollfd sources[] = {{STDIN_FILENO, 0, 0}, {eventPipe(), POLLIN, 0}};
+  if (poll(sources, 2, -1) < 0) return Input::kNothing;
+  if (sources[0].revents) std::exit(0);
+  return readEvent();
+}
+
 InputSource& terminalSource() {
   static TerminalSource one;
   return one;

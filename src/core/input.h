@@ -11,6 +11,9 @@ InputSource& terminalSource();
 /// One event from the event pipe, as one of Input's codes; waits for it.
 int readEvent();
 
+/// The same while nobody reads the terminal; ends the process when the terminal has gone away.
+int waitForEvent();
+
 /// True when the terminal's size is no longer the one that curses draws for.
 bool sizeChanged();
 

@@ -127,6 +127,11 @@ void dispatchInput(int input) {
   }
 }
 
+void waitForEnd() {
+  updateScreen();
+  for (;;) dispatchInput(waitForEvent());
+}
+
 void reloadIdleTimeout() {
   keyWait().idleTimeoutSeconds = readIdleTimeout();
 }

@@ -62,6 +62,9 @@ int getKey(Window& window, IdleTimeout timeout = IdleTimeout::Applies);
 /// Acts on one of Input's codes as the key wait does: a smart card, a stop, a resize.
 void dispatchInput(int input);
 
+/// Waits for the end of the process, which the host or a signal brings: reads no keys.
+[[noreturn]] void waitForEnd();
+
 /// Reads the idle time-out setting again.
 void reloadIdleTimeout();
 

@@ -22,6 +22,11 @@ void PostAuditEvent(const std::string& id, const std::string& message) {
   platform().EventClose();
 }
 
+void announceOperation(const std::string& id, const std::string& message) {
+  logInfo("%s", message.c_str());
+  PostAuditEvent(id, message);
+}
+
 void writeAuditRecord(const std::string& event, const std::string& user, AuditOutcome outcome,
                       const AuditPairs& pairs) {
   platform().Audit(

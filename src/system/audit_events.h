@@ -17,6 +17,9 @@ int InitEventLibrary();
 /// operation is the caller's.
 void PostAuditEvent(const std::string& id, const std::string& message);
 
+/// Notes an operation twice, before anything is done: as a line of the log and as an event.
+void announceOperation(const std::string& id, const std::string& message);
+
 enum class AuditOutcome { Failure = 0, Success = 1 };
 using AuditPairs = std::vector<std::pair<std::string, std::string>>;
 

@@ -16,8 +16,11 @@ inline constexpr const char* kHmxCmdPath = "/bin/hmx-cmd";
 /// The argument vector as the log shows it, joined by single blanks.
 std::string commandLine(const std::vector<std::string>& arguments);
 
-/// Runs one line of shell. 127 for a command that the shell does not find; -1 only when the shell
-/// itself could not be started or did not end by itself.
+/// The status of a command that could not be started or did not end by itself.
+inline constexpr int kNotRun = -1;
+
+/// Runs one line of shell. 127 for a command that the shell does not find; kNotRun only when the
+/// shell itself could not be started or did not end by itself.
 int RunShellCommand(const std::string& line);
 
 /// A request to the management agent: the command and its further arguments.

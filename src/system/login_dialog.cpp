@@ -7,13 +7,12 @@
 #include "core/screen.h"
 #include "core/session.h"
 #include "core/terminal.h"
-#include "hostctl/lib/exception.h"
 #include "system/authentication.h"
+#include "system/change_password_dialog.h"
 #include "system/host_name.h"
+#include "system/keyboard_dialog.h"
 #include "system/login_state.h"
-#include "tarnctl/system/system_info_impl.h"
 #include "ui/footer.h"
-#include "ui/markup_text.h"
 #include "ui/message_dialog.h"
 
 namespace Kiva {
@@ -28,12 +27,8 @@ constexpr const char* kPinFooter =
     "{align:left}{color:black>}<F3>{/color} {color:dark-grey}Switch PIN/Password "
     "Login{/color}{/align}";
 
-std::string keyboardLayout() {
-  try {
-    return TarnCtl::System::SystemInfoImpl().GetKeyboardLayout();
-  } catch (const HostCtl::Lib::HostCtlException&) {
-    return "";
-  }
+std::string keyboardLabel() {
+  return formatted("Configured Keyboard (%s)", configuredKeyboardLayout().c_str());
 }
 
 }  // namespace
@@ -63,9 +58,7 @@ void LoginDialog::LayOut() {
 void LoginDialog::AddKeyboardLabel() {
   keyboard_ = nullptr;
   if (!terminal().onLocalConsole) return;
-  const std::string layout = plainText(keyboardLayout());
-  keyboard_ = &items_->Append(std::make_unique<LabelItem>(
-      formatted("Configured Keyboard (%s)", layout.c_str()), Selectable::Yes));
+  keyboard_ = &items_->Append(std::make_unique<LabelItem>(keyboardLabel(), Selectable::Yes));
 }
 
 int LoginDialog::Foreground() {
@@ -113,8 +106,18 @@ void LoginDialog::MoveForward() {
 bool LoginDialog::Enter() {
   const Item* focused = items_->Focused();
   if (focused == secret_) return Authenticate();
-  if (focused != keyboard_) items_->MoveDown();
+  if (focused == keyboard_)
+    ChooseKeyboard();
+  else
+    items_->MoveDown();
   return false;
+}
+
+void LoginDialog::ChooseKeyboard() {
+  KeyboardDialog dialog(*this);
+  runWindow(dialog);
+  keyboard_->SetLabel(keyboardLabel());
+  items_->Draw();
 }
 
 bool LoginDialog::Authenticate() {
@@ -127,6 +130,7 @@ bool LoginDialog::Authenticate() {
       break;
     case Authentication::PasswordExpired:
       Refuse(TextId::kPasswordHasExpired);
+      ChangeExpiredPassword();
       break;
     case Authentication::Failed:
       Refuse(TextId::kInvalidLoginOrPassword);
@@ -139,6 +143,11 @@ void LoginDialog::Refuse(TextId reason) {
   showMessage(*this, TextId::kAuthenticationFailed, Text(reason));
   secret_->SetValue("");
   items_->Focus(*secret_);
+}
+
+void LoginDialog::ChangeExpiredPassword() {
+  ChangePasswordDialog dialog(*this);
+  runWindow(dialog);
 }
 
 LoginDisabledDialog::LoginDisabledDialog(Frame& owner) : Dialog(owner, 60, 9, 6) {}

@@ -10,7 +10,8 @@
 namespace Kiva {
 
 /// Asks for a login name and password, or for the PIN of the card that is in a reader, and stays
-/// open until the operator is authenticated (1) or gives up with Escape (0). The welcome screen
+/// open until the operator is authenticated (1) or gives up with Escape (0). Whoever comes with an
+/// expired password changes it first and logs in with the new one. The welcome screen
 /// runs it before anything that an operator may do.
 class LoginDialog : public Dialog {
  public:
@@ -27,8 +28,10 @@ class LoginDialog : public Dialog {
   bool TakesKey(int key);
   void MoveForward();
   bool Enter();
+  void ChooseKeyboard();
   bool Authenticate();
   void Refuse(TextId reason);
+  void ChangeExpiredPassword();
 
   Mode mode_;
   ItemList* items_ = nullptr;

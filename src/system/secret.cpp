@@ -7,17 +7,20 @@
 namespace Kiva {
 
 Secret::Secret(std::string_view text) {
+  if (!text.empty()) noCoreFile_.Impose();
   bytes_.reserve(text.size() + 1);
   bytes_.assign(text.begin(), text.end());
   bytes_.push_back('\0');
 }
 
-Secret::Secret(Secret&& other) noexcept : bytes_(std::exchange(other.bytes_, {})) {}
+Secret::Secret(Secret&& other) noexcept
+    : bytes_(std::exchange(other.bytes_, {})), noCoreFile_(std::move(other.noCoreFile_)) {}
 
 Secret& Secret::operator=(Secret&& other) noexcept {
   if (this != &other) {
     Wipe();
     bytes_ = std::exchange(other.bytes_, {});
+    noCoreFile_ = std::move(other.noCoreFile_);
   }
   return *this;
 }
@@ -26,6 +29,7 @@ void Secret::Wipe() {
   if (bytes_.empty()) return;
   explicit_bzero(bytes_.data(), bytes_.size());
   bytes_.clear();
+  noCoreFile_.Lift();
 }
 
 }  // namespace Kiva

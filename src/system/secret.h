@@ -4,10 +4,13 @@
 #include <string_view>
 #include <vector>
 
+#include "core/core_file_ban.h"
+
 namespace Kiva {
 
-/// A password or a PIN. It can be moved but not copied, and leaves no trace in memory when it goes.
-/// It is handed to the authentication stack or to a tool's standard input, and never logged.
+/// A password or a PIN. It can be moved but not copied, and leaves no trace in memory when it goes,
+/// nor in a core file while it is there. It is handed to the authentication stack or to a tool's
+/// standard input, and never logged.
 class Secret {
  public:
   Secret() : Secret(std::string_view()) {}
@@ -26,6 +29,7 @@ class Secret {
 
  private:
   std::vector<char> bytes_;
+  CoreFileBan noCoreFile_;
 };
 
 }  // namespace Kiva

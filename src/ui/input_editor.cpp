@@ -114,6 +114,7 @@ void InputEditor::MoveLeft() {
 
 void InputEditor::Delete() {
   if (cursor_ < Length()) value_.erase(static_cast<std::size_t>(cursor_), 1);
+  if (value_.empty()) noCoreFile_.Lift();
 }
 
 /// Where the cursor leaves the visible part to the left, it jumps to the end of the value.
@@ -127,6 +128,7 @@ void InputEditor::DeleteBack() {
 }
 
 void InputEditor::Insert(char character) {
+  if (masking_ == Masking::kStars) noCoreFile_.Impose();
   MakeRoom();
   value_.insert(static_cast<std::size_t>(cursor_), 1, character);
   ++cursor_;
@@ -134,6 +136,7 @@ void InputEditor::Insert(char character) {
 
 void InputEditor::Clear() {
   Wipe();
+  noCoreFile_.Lift();
   cursor_ = offset_ = 0;
 }
 

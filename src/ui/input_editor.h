@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "core/core_file_ban.h"
+
 namespace Kiva {
 
 /// What an input field shows of its value.
@@ -14,7 +16,8 @@ enum class Selection { kWhole, kNone };
 
 /// The editing state of a one-line input field, and the line of markup that shows it. The input
 /// item owns one, feeds it keys and draws its line; which keys reach it is the dialog's choice. The
-/// value may be a password, so it leaves no bytes behind when it is replaced or the editor goes.
+/// value may be a password, so it leaves no bytes behind when it is replaced or the editor goes,
+/// and a masked one no core file while it is there.
 class InputEditor {
  public:
   /// `fieldWidth` in columns; -1 means half of the area that the field is drawn in, minus 1.
@@ -59,6 +62,7 @@ class InputEditor {
   int cursor_ = 0;
   int offset_ = 0;
   bool fresh_ = false;
+  CoreFileBan noCoreFile_;
 };
 
 }  // namespace Kiva

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "linux/tools/linux_tool_host.h"
 
+#include <unistd.h>
+
 #include "hostctl/lib/exception.h"
 #include "linux/settings.h"
 #include "linux/tools/administrators.h"
@@ -22,6 +24,9 @@ constexpr const char* kForeignSwitches = "standard switches of this machine are 
 
 }  // namespace
 
+bool LinuxToolHost::MayChange() {
+  return geteuid() == 0;
+}
 bool LinuxToolHost::MayAdminister(const std::string& user) {
   return mayAdminister(user);
 }
@@ -52,9 +57,6 @@ void LinuxToolHost::ChangeUplink(UplinkChange, const std::string&, const std::st
 void LinuxToolHost::AddPortGroup(const std::string& name, const std::string&) {
   throw HostCtlException("AddPortGroup", name, kForeignSwitches);
 }
-void LinuxToolHost::MoveKernelNic(const std::string& name, const std::string&) {
-  throw HostCtlException("MoveKernelNic", name, kForeignSwitches);
-}
 
 ServiceState LinuxToolHost::GetServiceState(const std::string& name) {
   return readServiceState(name);
@@ -67,6 +69,9 @@ bool LinuxToolHost::IsServiceEnabled(const std::string& name) {
 }
 void LinuxToolHost::SetServiceEnabled(const std::string& name, bool enabled) {
   setServiceEnabled(name, enabled);
+}
+void LinuxToolHost::SetFirewallRuleset(const std::string& id, bool enabled) {
+  writeFirewallRuleset(files_, id, enabled);
 }
 std::vector<Agent> LinuxToolHost::ReadAgents() {
   return readAgents(files_);

@@ -13,6 +13,7 @@ class LinuxToolHost : public HostSeam::ToolHost {
   /// Files are those below `root`; units, machines and processes are always the machine's own.
   explicit LinuxToolHost(std::string root = {}) : files_(std::move(root)) {}
 
+  bool MayChange() override;
   bool MayAdminister(const std::string& user) override;
   bool IsLockdownEnabled() override;
   bool IsLockdownPossible() override;
@@ -25,12 +26,12 @@ class LinuxToolHost : public HostSeam::ToolHost {
   void ChangeUplink(HostSeam::UplinkChange change, const std::string& pnic,
                     const std::string& switchName) override;
   void AddPortGroup(const std::string& name, const std::string& switchName) override;
-  void MoveKernelNic(const std::string& name, const std::string& switchName) override;
 
   HostSeam::ServiceState GetServiceState(const std::string& name) override;
   void SetServiceRunning(const std::string& name, bool running) override;
   bool IsServiceEnabled(const std::string& name) override;
   void SetServiceEnabled(const std::string& name, bool enabled) override;
+  void SetFirewallRuleset(const std::string& id, bool enabled) override;
   std::vector<HostSeam::Agent> ReadAgents() override;
   void SetAgentsRunning(bool running) override;
 

@@ -51,7 +51,12 @@ class ToolHost {
   virtual ~ToolHost() = default;
 
   /// The answer that a host which rehearses failures wants the program at `path` to give.
-  virtual std::optional<ToolAnswer> FindRehearsal(const std::string& path) = 0;
+  virtual std::optional<ToolAnswer> FindRehearsal(const std::string& path) {
+    static_cast<void>(path);
+    return std::nullopt;
+  }
+  /// Whether this process may change the host at all.
+  virtual bool MayChange() = 0;
   virtual bool MayAdminister(const std::string& user) = 0;
 
   virtual bool IsLockdownEnabled() = 0;
@@ -65,19 +70,13 @@ class ToolHost {
   virtual void ChangeUplink(UplinkChange change, const std::string& pnic,
                             const std::string& switchName) = 0;
   virtual void AddPortGroup(const std::string& name, const std::string& switchName) = 0;
-  virtual void MoveKernelNic(const std::string& name, const std::string& switchName) = 0;
-
-  /// `digest` is "sha1" or "sha256"; the text is colon-separated hexadecimal.
-  virtual std::optional<std::string> FindCertificateFingerprint(const std::string& file,
-                                                                const std::string& digest) = 0;
-  virtual std::optional<HostKey> FindHostKey(const std::string& file) = 0;
-  virtual std::optional<std::string> FindPackageVersion(const std::string& name) = 0;
 
   virtual ServiceState GetServiceState(const std::string& name) = 0;
   virtual void SetServiceRunning(const std::string& name, bool running) = 0;
   /// Whether the service starts with the host.
   virtual bool IsServiceEnabled(const std::string& name) = 0;
   virtual void SetServiceEnabled(const std::string& name, bool enabled) = 0;
+  virtual void SetFirewallRuleset(const std::string& id, bool enabled) = 0;
 
   virtual std::vector<Agent> ReadAgents() = 0;
   virtual void SetAgentsRunning(bool running) = 0;
@@ -94,6 +93,18 @@ class ToolHost {
   virtual std::string WriteLiveCore(const LiveCore& core) = 0;
   /// Asks `address` for so many echoes, a second apart: the answer of the ping tool.
   virtual ToolAnswer Ping(const std::string& address, int count) = 0;
+};
+
+/// A host that also stands in for programs which a real machine brings itself: its shell, its key
+/// generators, and the tool of its network-virtualisation agent.
+class StandInHost : public ToolHost {
+ public:
+  /// `digest` is "sha1" or "sha256"; the text is colon-separated hexadecimal.
+  virtual std::optional<std::string> FindCertificateFingerprint(const std::string& file,
+                                                                const std::string& digest) = 0;
+  virtual std::optional<HostKey> FindHostKey(const std::string& file) = 0;
+  virtual std::optional<std::string> FindPackageVersion(const std::string& name) = 0;
+  virtual void MoveKernelNic(const std::string& name, const std::string& switchName) = 0;
 };
 
 }  // namespace HostSeam
