@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
-// The PAM module that stands before the card's in the console's stack. It asks the one hidden
-// question of a login for all modules after it, and succeeds when the answer may be a PIN. A card
-// counts every wrong PIN and locks itself after a few, so it must never be tried with a password.
+// The PAM module of the console's own logins. Its auth line stands before the card's: it asks the
+// one hidden question of a login for all modules after it, and succeeds when the answer may be a
+// PIN. A card counts every wrong PIN and locks itself after a few, so it must never be tried with a
+// password. Its account line admits those who may administer the host.
 #include <security/pam_ext.h>
 #include <security/pam_modules.h>
 
 #include <string_view>
+
+#include "linux/tools/administrators.h"
 
 namespace {
 
@@ -30,6 +33,13 @@ extern "C" {
 
 [[gnu::visibility("default")]] int pam_sm_setcred(pam_handle_t*, int, int, const char**) {
   return PAM_IGNORE;
+}
+
+[[gnu::visibility("default")]] int pam_sm_acct_mgmt(pam_handle_t* handle, int, int, const char**) {
+  const char* user = nullptr;
+  const int status = pam_get_user(handle, &user, nullptr);
+  if (status != PAM_SUCCESS) return status;
+  return HostLinux::mayAdminister(user) ? PAM_SUCCESS : PAM_PERM_DENIED;
 }
 
 }  // extern "C"
