@@ -58,11 +58,15 @@ int Demo::Stop() {
   return WaitForExit();
 }
 
-bool Demo::StaysIdle() {
-  Settle();
+bool Demo::DoesNothing() const {
   const auto before = workOf(Pid());
   std::this_thread::sleep_for(std::chrono::milliseconds(200));
   return workOf(Pid()) == before;
+}
+
+bool Demo::StaysIdle() {
+  Settle();
+  return DoesNothing();
 }
 
 void openLogin(Console& console) {

@@ -40,7 +40,9 @@ class Demo : public OwnHost, public Terminal {
   void WaitForLine(std::string_view kind, const std::string& line);
   /// Stops the program with SIGTERM: its exit status.
   int Stop();
-  /// Whether the program, once it waits for a key, does nothing at all for a while.
+  /// Whether the program does nothing at all for a while.
+  bool DoesNothing() const;
+  /// The same once it waits for a key.
   bool StaysIdle();
 
  private:
