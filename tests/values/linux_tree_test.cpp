@@ -2,15 +2,20 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <limits>
+
 #include "harness/temporary_folder.h"
+#include "hostctl/lib/exception.h"
 #include "linux/driver.h"
 #include "linux/pnics.h"
+#include "linux/user_accounts.h"
 
 using namespace HostLinux;
 
 namespace {
 
 namespace fs = std::filesystem;
+using HostCtl::Lib::HostCtlException;
 using HostCtl::Network::ConnecteeType;
 
 // A machine made of files below a temporary folder.
@@ -120,10 +125,10 @@ TEST_F(LinuxTree, SettingsAndKeyboard) {
   Write("/etc/corvo/boot-option", "1\n");
   Write("/etc/corvo/firewall/sshServer", "1\n");
   Write("/etc/corvo/firewall/ntpClient", "0\n");
-  for (const char* map : {"i386/qwerty/us.kmap.gz", "i386/qwertz/de.kmap.gz", "mac/us.kmap.gz",
-                          "i386/include/compose.inc.gz"})
+  for (const char* map : {"i386/qwerty/us.kmap.gz", "i386/qwertz/de.kmap.gz", "xkb/uk.map",
+                          "mac/mac-us.kmap.gz", "i386/include/compose.kmap", "i386/qwerty/-C.kmap",
+                          "i386/qwerty/a;b.kmap.gz", "x y/c.kmap", "i386/qwerty/euro.inc.gz"})
     Write(std::string("/usr/share/keymaps/") + map, "");
-  Write("/etc/vconsole.conf", "KEYMAP=fr\n");
   ASSERT_EQ(mkfifo((root_ + "/etc/corvo/welcome").c_str(), 0600), 0);
   EXPECT_EQ(driver_.ReadOption("/UserVars/KivaTimeOut"),
             HostCtl::Adv::OptionValue(std::int64_t{900}));
@@ -133,10 +138,67 @@ TEST_F(LinuxTree, SettingsAndKeyboard) {
   for (const auto& one : driver_.ReadFirewallRulesets())
     rulesets += one.id + (one.enabled ? " on " : " off ");
   EXPECT_EQ(rulesets, "ntpClient off sshServer on ");
-  EXPECT_EQ(driver_.ReadKeyboardLayouts(), (std::vector<std::string>{"de", "us"}));
+  EXPECT_EQ(driver_.ReadKeyboardLayouts(), (std::vector<std::string>{"de", "uk", "us"}));
+  Write("/etc/default/keyboard", "XKBLAYOUT=\"fr,us\"\n");
   EXPECT_EQ(driver_.ReadKeyboardLayout(), "fr");
-  Write("/etc/default/keyboard", "XKBLAYOUT=\"de,us\"\n");
-  EXPECT_EQ(driver_.ReadKeyboardLayout(), "de");
+  const std::string kept = "# KEYMAP=none\nFONT=Lat2\nKEYMAP_TOGGLE=us\n";
+  for (const auto& [before, after] : std::vector<std::pair<std::string, std::string>>{
+           {"", "KEYMAP=de\n"},
+           {kept, kept + "KEYMAP=de\n"},
+           {"KEYMAP=\"cz\"\n" + kept + " KEYMAP = 'us'", "KEYMAP=de\n" + kept}}) {
+    Write("/etc/vconsole.conf", before);
+    driver_.WriteKeyboardLayout("de");
+    EXPECT_EQ(Files(root_).Read("/etc/vconsole.conf"), after);
+    EXPECT_EQ(driver_.ReadKeyboardLayout(), "de");
+  }
+  for (const char* layout : {"none", "", "-C", "../qwertz/de", "compose"}) {
+    EXPECT_THROW(driver_.WriteKeyboardLayout(layout), HostCtl::Lib::HostCtlException) << layout;
+    EXPECT_THROW(driver_.LoadKeyboardMappings(layout), HostCtl::Lib::HostCtlException) << layout;
+  }
+}
+
+TEST_F(LinuxTree, OptionsComeBackAsTheyWereWritten) {
+  using Value = HostCtl::Adv::OptionValue;
+  const Value values[] = {std::int64_t{-5},
+                          std::numeric_limits<std::int64_t>::max(),
+                          "",
+                          "12",
+                          "  both ends\t",
+                          "a\"b",
+                          "\"",
+                          "\"quoted\"",
+                          "'",
+                          std::string("nul\0", 4)};
+  for (const Value& value : values) {
+    driver_.WriteOption("/UserVars/One", value);
+    EXPECT_EQ(driver_.ReadOption("/UserVars/One"), value);
+  }
+  const Value kept = std::int64_t{7};
+  driver_.WriteOption("/UserVars/One", kept);
+  EXPECT_THROW(driver_.WriteOption("/UserVars/One", "two\nlines"), HostCtlException);
+  for (const char* path : {"", "/", "/UserVars/", "/../boot-option", "/UserVars/.One", "/a//b",
+                           "/UserVars", "/UserVars/One/Two"})
+    EXPECT_THROW(driver_.WriteOption(path, kept), HostCtlException) << path;
+  EXPECT_EQ(driver_.ReadOption("/UserVars/One"), kept);
+  EXPECT_EQ(Files(root_).List("/etc/corvo/options/UserVars"), std::vector<std::string>{"One"});
+}
+
+TEST_F(LinuxTree, RulesetsFeaturesAndStoredAccounts) {
+  Write("/etc/corvo/firewall/sshServer", "0\n");
+  driver_.WriteFirewallRuleset("sshServer", true);
+  EXPECT_EQ(Files(root_).Read("/etc/corvo/firewall/sshServer"), "1\n");
+  for (const char* id : {"ntpClient", "", ".", "../boot-option"})
+    EXPECT_THROW(driver_.WriteFirewallRuleset(id, true), HostCtlException) << id;
+  constexpr auto kStore = HostCtl::System::Feature::UserAccountsInConfigStore;
+  EXPECT_FALSE(driver_.ReadFeature(kStore));
+  Write("/etc/corvo/features/UserAccountsInConfigStore", "1\n");
+  EXPECT_TRUE(driver_.ReadFeature(kStore));
+  EXPECT_THROW(driver_.StoreUserAccounts(), HostCtlException) << "no accounts to read";
+  Write("/etc/shadow", "root:$y$j9T$a:1::::::\nbin:*:1\nold:!$6$b:1\nguest::1\nx\nanna:$6$c:1\n");
+  driver_.StoreUserAccounts();
+  EXPECT_EQ(Files(root_).Read(kStoredAccounts), "root:$y$j9T$a:1::::::\nanna:$6$c:1\n");
+  EXPECT_EQ(fs::status(root_ + kStoredAccounts).permissions(),
+            fs::perms::owner_read | fs::perms::owner_write);
 }
 
 TEST_F(LinuxTree, ARepeatedAlertChangesNothing) {
