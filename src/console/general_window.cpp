@@ -3,7 +3,6 @@
 
 #include "console/log_viewer.h"
 #include "console/support_pages.h"
-#include "core/key_wait.h"
 #include "core/keys.h"
 #include "core/log.h"
 #include "network/management_interface.h"
@@ -12,6 +11,7 @@
 #include "system/lockdown.h"
 #include "system/lockdown_dialog.h"
 #include "system/restore_dialog.h"
+#include "system/troubleshooting_window.h"
 #include "ui/footer.h"
 #include "ui/message_dialog.h"
 
@@ -31,60 +31,25 @@ bool managementInterfaceUsable() {
 }  // namespace
 
 GeneralWindow::GeneralWindow(Frame& owner)
-    : RootWindow(owner),
+    : MenuWindow(
+          owner,
+          {.title = TextId::kSystemCustomization, .leftFooter = kSelectFooter, .wayOut = kLogOut}),
       lockdownEnabled_(isLockdownEnabled()),
       lockdownSelectable_(lockdownEnabled_ || isLockdownPossible()),
       networkUsable_(managementInterfaceUsable()),
       supportPages_(supportPages()) {
-  AddEntries();
+  AddEntries(Entries());
 }
 
-void GeneralWindow::AddEntries() {
-  for (const Entry& entry : Entries()) {
-    if (entry.listed && !(this->*entry.listed)()) continue;
-    const bool selectable = !entry.selectable || (this->*entry.selectable)();
-    Menu().Append(std::make_unique<LabelItem>(Text(entry.title),
-                                              selectable ? Selectable::Yes : Selectable::No));
-    entries_.push_back(&entry);
-  }
-}
-
-const GeneralWindow::Entry& GeneralWindow::Selected() {
-  return *entries_[static_cast<std::size_t>(Menu().FocusedIndex())];
-}
-
-int GeneralWindow::Foreground() {
-  Menu().FocusStart();
-  Show();
-  for (;;) {
-    const int key = getKey(*this);
-    if (key == Key::kEscape) return 1;
-    Handle(key);
-  }
-}
-
-void GeneralWindow::Handle(int key) {
-  if (key == Key::kUp || key == Key::kDown)
-    Move(key);
-  else if (key == Key::kEnter)
-    Enter();
-  else if (IsSelected(TextId::kViewSupportInformation))
+void GeneralWindow::HandleOther(int key) {
+  if (IsSelected(TextId::kViewSupportInformation))
     TurnPage(key);
   else if (IsSelected(TextId::kViewSystemLogs) && key >= '0' && key <= '9')
     OpenLog(key - '0');
 }
 
-void GeneralWindow::Enter() {
-  if (Selected().enter) (this->*Selected().enter)();
-}
-
-void GeneralWindow::Move(int key) {
+void GeneralWindow::Leave() {
   if (IsSelected(TextId::kViewSupportInformation)) supportPage_ = 0;
-  if (key == Key::kDown)
-    Menu().MoveDown();
-  else
-    Menu().MoveUp();
-  RepaintRight();
 }
 
 void GeneralWindow::TurnPage(int key) {
@@ -129,23 +94,15 @@ void GeneralWindow::EnterKeyboard() {
   Show();
 }
 
+void GeneralWindow::EnterTroubleshooting() {
+  TroubleShootingWindow window(*this);
+  runWindow(window);
+  Show();
+}
+
 void GeneralWindow::EnterReset() {
   RestoreDialog dialog(*this);
   runWindow(dialog);
-}
-
-void GeneralWindow::Repaint() {
-  SetLeftTitle(Text(TextId::kSystemCustomization));
-  Menu().Draw();
-  SetLeftFooter(kSelectFooter);
-  RepaintRight();
-}
-
-void GeneralWindow::RepaintRight() {
-  const Entry& entry = Selected();
-  SetRightTitle(Text(entry.title));
-  SetRightText(entry.text ? (this->*entry.text)() : Description());
-  SetRightFooter(std::string(entry.footer) + kLogOut);
 }
 
 }  // namespace Kiva

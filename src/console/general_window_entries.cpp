@@ -2,13 +2,13 @@
 #include "console/general_window.h"
 #include "core/terminal.h"
 #include "tarnctl/adv/advanced_option_impl.h"
+#include "ui/footer.h"
 
 namespace Kiva {
 
 namespace {
 
 // What Enter does, in the right footer; every entry's ends with the way out.
-constexpr const char* kChange = "{color:white}<Enter>{/color}{color:light-grey} Change{/color}";
 constexpr const char* kChangeLockdown = "{color:white}<Enter>{color:light-grey} Change{/color}";
 constexpr const char* kMore = "{color:white}<Enter>{/color}{color:light-grey} More{/color}";
 constexpr const char* kRestart = "{color:white}<Enter>{/color} {color:light-grey}Restart";
@@ -65,7 +65,8 @@ const std::vector<GeneralWindow::Entry>& GeneralWindow::Entries() {
        .enter = &W::EnterKeyboard},
       {.title = TextId::kTroubleshootingOptions,
        .description = TextId::kToViewTroubleshootingOptions,
-       .footer = kMore},
+       .footer = kMore,
+       .enter = &W::EnterTroubleshooting},
       separator,
       {.title = TextId::kViewSystemLogs, .text = &W::LogsText},
       separator,

@@ -8,10 +8,6 @@
 
 namespace Kiva {
 
-std::string GeneralWindow::Description() {
-  return std::string("{color:light-grey}") + Text(Selected().description) + "{/color}";
-}
-
 std::string GeneralWindow::Described(const std::string& state) {
   return "{color:white}" + state + "{/color}\n\n" + Description();
 }

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "core/idle_timeout.h"
 #include "core/input.h"
 #include "core/keys.h"
 #include "core/log.h"
@@ -11,8 +12,6 @@
 #include "core/session.h"
 #include "core/smart_card.h"
 #include "core/window.h"
-#include "hostctl/lib/exception.h"
-#include "tarnctl/adv/advanced_option_impl.h"
 
 namespace Kiva {
 
@@ -22,18 +21,6 @@ using Time = InputSource::Time;
 
 constexpr Time kDimAfter = std::chrono::seconds(60);
 constexpr unsigned kShortestTimeout = 60;
-constexpr unsigned kDefaultTimeout = 600;
-constexpr const char* kTimeoutOption = "/UserVars/KivaTimeOut";
-
-unsigned readIdleTimeout() {
-  try {
-    const auto option = TarnCtl::Adv::AdvancedOptionImpl::FindOption(kTimeoutOption);
-    const auto* integer = dynamic_cast<HostCtl::Adv::AdvancedIntegerOption*>(option.get());
-    return integer ? static_cast<unsigned>(integer->GetValue()) : kDefaultTimeout;
-  } catch (const HostCtl::Lib::HostCtlException&) {
-    return kDefaultTimeout;
-  }
-}
 
 void notifySmartCard() {
   if (keyWait().currentWindow) keyWait().currentWindow->Notification();
@@ -133,7 +120,7 @@ void waitForEnd() {
 }
 
 void reloadIdleTimeout() {
-  keyWait().idleTimeoutSeconds = readIdleTimeout();
+  keyWait().idleTimeoutSeconds = static_cast<unsigned>(readIdleTimeout());
 }
 
 void setSessionActive(bool active) {

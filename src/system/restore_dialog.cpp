@@ -6,14 +6,12 @@
 #include "core/screen.h"
 #include "system/audit_events.h"
 #include "system/host_tools.h"
+#include "ui/footer.h"
 
 namespace Kiva {
 
 namespace {
 
-constexpr const char* kConfirmFooter =
-    "{align:right}{color:black}<F11>{/color} {color:dark-grey}OK{/color}  "
-    "{color:black}<Esc>{/color} {color:dark-grey}Cancel{/color}{/align}";
 constexpr const char* kRestartFooter =
     "{align:right}{color:black}<Enter>{/color} {color:dark-grey}Restart Host{/color}{/align}";
 
@@ -33,7 +31,7 @@ bool RestoreDialog::Confirm() {
   SetTitle(Text(TextId::kResetSystemConfigurationConfirm));
   SetText(Text(TextId::kWarningAllParametersWillBeReverted));
   question_->SetText(Text(TextId::kResetSystemConfigurationNow));
-  SetFooter(kConfirmFooter);
+  SetFooter(kF11CancelFooter);
   for (;;) {
     const int key = getKey(*this);
     if (key == Key::kF11) return true;

@@ -12,6 +12,13 @@ inline constexpr const char* kOkCancelFooter =
     "{color:black}<Esc>{/color} {color:dark-grey}Cancel{/color}{/align}";
 inline constexpr const char* kSelectFooter =
     "{color:black}<Up/Down>{/color}{color:dark-grey} Select{/color}";
+/// What Enter does, at the start of a menu's right footer.
+inline constexpr const char* kChange =
+    "{color:white}<Enter>{/color}{color:light-grey} Change{/color}";
+/// Where Enter is too easily pressed by mistake.
+inline constexpr const char* kF11CancelFooter =
+    "{align:right}{color:black}<F11>{/color} {color:dark-grey}OK{/color}  "
+    "{color:black}<Esc>{/color} {color:dark-grey}Cancel{/color}{/align}";
 /// Lists whose entries have details behind them.
 inline constexpr const char* kDetailsToggleFooter =
     "{color:black}<D>{/color} {color:dark-grey}View Details{/color}  "

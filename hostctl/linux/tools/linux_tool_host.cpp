@@ -81,10 +81,10 @@ void LinuxToolHost::SetAgentsRunning(bool running) {
 }
 
 void LinuxToolHost::StopManagedMachines() {
-  stopManagedMachines();
+  stopManagedMachines(files_);
 }
 void LinuxToolHost::PowerOffMachines(MachineStop how) {
-  powerOffMachines(how);
+  powerOffMachines(files_, how);
 }
 std::string LinuxToolHost::SaveConfiguration() {
   return saveConfiguration(files_);
