@@ -38,7 +38,8 @@ class Reading {
   /// Throws UsageError.
   void Follow(Arguments arguments);
   const Values& Found() const { return values_; }
-  std::size_t WordsFollowed() const { return wordsFollowed_; }
+  /// How many arguments fitted.
+  std::size_t Progress() const { return progress_; }
 
  private:
   void Add(std::string_view word, std::string_view next, bool optional);
@@ -51,7 +52,7 @@ class Reading {
   std::deque<std::string> expected_;
   std::size_t optionalOperands_ = 0;
   Values values_;
-  std::size_t wordsFollowed_ = 0;
+  std::size_t progress_ = 0;
 };
 
 std::string_view bare(std::string_view word) {
@@ -100,9 +101,7 @@ void Reading::TakeWord(const std::string& word) {
   if (isValueName(wanted)) {
     if (word.empty()) throw UsageError(wanted + " is empty");
     values_[wanted] = word;
-  } else if (word == wanted) {
-    ++wordsFollowed_;
-  } else {
+  } else if (word != wanted) {
     throw UsageError("unknown argument " + word);
   }
 }
@@ -124,6 +123,7 @@ void Reading::Follow(Arguments arguments) {
       TakeOption(argument, arguments);
     else
       TakeWord(argument);
+    ++progress_;
   }
   CheckAllThere();
 }
@@ -147,8 +147,8 @@ Choice chooseUsage(const std::vector<std::string_view>& usages, Arguments argume
       reading.Follow(arguments);
       return {i, reading.Found()};
     } catch (const UsageError& error) {
-      if (reason && reading.WordsFollowed() <= furthest) continue;
-      furthest = reading.WordsFollowed();
+      if (reason && reading.Progress() <= furthest) continue;
+      furthest = reading.Progress();
       reason = error;
     }
   }

@@ -11,20 +11,20 @@ namespace fs = std::filesystem;
 
 namespace {
 
-void* load(const std::string& file) {
-  std::error_code error;
-  const fs::path folder = fs::read_symlink("/proc/self/exe", error).parent_path();
-  if (error) return nullptr;
-  for (const fs::path& place : {folder, folder.parent_path() / "lib/kiva"})
-    if (void* handle = dlopen((place / file).c_str(), RTLD_NOW | RTLD_LOCAL)) return handle;
-  return nullptr;
+bool isModuleFolder(const fs::path& folder) {
+  return folder.filename() == "kiva" && folder.parent_path().filename() == "lib";
 }
 
 }  // namespace
 
 void* Module::FindSymbol(const char* symbol) {
-  if (!tried_) handle_ = load(name_ + ".so");
-  tried_ = true;
+  if (!tried_) {
+    tried_ = true;
+    std::error_code error;
+    const fs::path folder = fs::read_symlink("/proc/self/exe", error).parent_path();
+    const fs::path modules = isModuleFolder(folder) ? folder : folder.parent_path() / "lib/kiva";
+    if (!error) handle_ = dlopen((modules / (name_ + ".so")).c_str(), RTLD_NOW | RTLD_LOCAL);
+  }
   return handle_ ? dlsym(handle_, symbol) : nullptr;
 }
 

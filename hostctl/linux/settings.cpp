@@ -20,13 +20,6 @@ namespace {
 constexpr const char* kFirewall = "/etc/corvo/firewall/";
 constexpr const char* kAlertFile = "/run/corvo/alert";
 
-bool isPlainName(std::string_view name) {
-  constexpr std::string_view kAllowed =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789._-";
-  return !name.empty() && name.front() != '.' &&
-         name.find_first_not_of(kAllowed) == std::string_view::npos;
-}
-
 std::string fileText(const HostCtl::Adv::OptionValue& value) {
   if (const auto* number = std::get_if<std::int64_t>(&value)) return std::to_string(*number) + "\n";
   return "\"" + std::get<std::string>(value) + "\"\n";

@@ -22,6 +22,12 @@ std::string unquoted(std::string_view value) {
   return text;
 }
 
+/// What stands before the "=" of a line, or nothing.
+std::string_view keyOf(std::string_view line) {
+  const auto equals = line.find('=');
+  return equals == std::string_view::npos ? std::string_view() : trim(line.substr(0, equals));
+}
+
 }  // namespace
 
 std::string_view trim(std::string_view text) {
@@ -62,15 +68,34 @@ std::optional<std::int64_t> parseInteger(std::string_view text) {
   return value;
 }
 
+bool isPlainName(std::string_view name) {
+  constexpr std::string_view kAllowed =
+      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789._-";
+  return !name.empty() && name.front() != '.' && name.front() != '-' &&
+         name.find_first_not_of(kAllowed) == std::string_view::npos;
+}
+
 Assignments parseAssignments(std::string_view text) {
   Assignments result;
-  for (std::string_view line : lines(text)) {
-    line = trim(line);
-    const auto equals = line.find('=');
-    if (equals == std::string_view::npos || equals == 0 || line.front() == '#') continue;
-    result[std::string(trim(line.substr(0, equals)))] = unquoted(trim(line.substr(equals + 1)));
+  for (const std::string_view line : lines(text)) {
+    const std::string_view key = keyOf(line);
+    if (key.empty() || key.front() == '#') continue;
+    result[std::string(key)] = unquoted(trim(line.substr(line.find('=') + 1)));
   }
   return result;
+}
+
+std::string withAssignment(std::string_view text, std::string_view key, std::string_view value) {
+  const std::string assignment = std::string(key).append("=").append(value) + "\n";
+  std::string result;
+  bool set = false;
+  for (const std::string_view line : lines(text)) {
+    const bool replaced = keyOf(line) == key;
+    if (!replaced) result.append(line).append("\n");
+    if (replaced && !set) result += assignment;
+    set = set || replaced;
+  }
+  return set ? result : result + assignment;
 }
 
 std::string valueOf(const Assignments& assignments, const std::string& key) {

@@ -28,10 +28,9 @@ std::vector<int> numbersIn(const fs::path& folder) {
   for (const auto& entry : fs::directory_iterator(folder)) {
     const std::string stem = entry.path().stem().string();
     int number = 0;
-    if (stem.starts_with(kPrefix) &&
-        std::from_chars(stem.data() + kPrefix.size(), stem.data() + stem.size(), number).ec ==
-            std::errc())
-      numbers.push_back(number);
+    if (!stem.starts_with(kPrefix)) continue;
+    std::from_chars(stem.data() + kPrefix.size(), stem.data() + stem.size(), number);
+    if (entry.path() == fileOf(folder, number)) numbers.push_back(number);
   }
   std::sort(numbers.begin(), numbers.end());
   return numbers;

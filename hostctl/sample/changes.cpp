@@ -31,6 +31,13 @@ Json& switchNamed(Json& host, const std::string& name) {
   return named(host["network"]["switches"], name, "standard switch");
 }
 
+Json& keyboardWith(Json& host, const std::string& layout) {
+  Json& keyboard = host["keyboard"];
+  if (!contains(keyboard["layouts"], layout))
+    throw HostCtlException("There is no keyboard layout " + layout + ".");
+  return keyboard;
+}
+
 bool isManaged(const Json& machine) {
   const auto order = machine.find("autostart");
   return order != machine.end() && !order->is_null();
@@ -51,9 +58,12 @@ void refuseDuplicate(bool exists, const std::string& kind, const std::string& na
 
 }  // namespace
 
-void replaceState(Store& store, const std::string& text) {
+void resetState(Store& store, const std::string& text) {
   store.Change([&](Json& host) {
-    host = Json::parse(text);
+    Json delivered = Json::parse(text);
+    for (const char* kept : {"eventLibraryStatus", "faults", "tools"})
+      if (host.contains(kept)) delivered[kept] = host[kept];
+    host = std::move(delivered);
     return true;
   });
 }
@@ -86,17 +96,14 @@ void setFirewallRuleset(Store& store, const std::string& id, bool enabled) {
 
 void loadKeyboardLayout(Store& store, const std::string& layout) {
   store.Change([&](Json& host) {
-    Json& keyboard = host["keyboard"];
-    if (!contains(keyboard["layouts"], layout))
-      throw HostCtlException("There is no keyboard layout " + layout + ".");
-    keyboard["loaded"] = layout;
+    keyboardWith(host, layout)["loaded"] = layout;
     return true;
   });
 }
 
 void setKeyboardLayout(Store& store, const std::string& layout) {
   store.Change([&](Json& host) {
-    host["keyboard"]["current"] = layout;
+    keyboardWith(host, layout)["current"] = layout;
     return true;
   });
 }

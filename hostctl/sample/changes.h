@@ -10,8 +10,9 @@ namespace HostSample {
 /// Every change that the program makes to host.json. Each throws HostCtlException when the host as
 /// it is then does not allow it; the check and the change are one step for all users of the file.
 
-/// Puts the JSON `text` in the place of everything.
-void replaceState(Store& store, const std::string& text);
+/// Puts the JSON `text` in the place of everything but the rehearsals, which are no part of the
+/// host's configuration.
+void resetState(Store& store, const std::string& text);
 
 /// False when the alert is raised already.
 bool raiseAlert(Store& store, const std::string& text);

@@ -81,12 +81,18 @@ HostSeam::HostKey readHostKey(const JsonNode& node) {
           node["type"].Text()};
 }
 
-HostSeam::ToolAnswer readTool(const JsonNode& node) {
+Rehearsal readTool(const JsonNode& node) {
   const auto text = [&](const char* key) {
     const auto found = node.Find(key);
     return found ? found->Text() : std::string();
   };
-  return {readSmall(node["status"], 0, 255), text("stdout"), text("stderr")};
+  Rehearsal tool;
+  if (const auto missing = node.Find("missing")) tool.missing = missing->Flag();
+  if (const auto signal = node.Find("signal")) tool.signal = readSmall(*signal, 1, 64);
+  if (const auto seconds = node.Find("seconds")) tool.seconds = readSmall(*seconds, 0, 86400);
+  const bool answers = !tool.missing && tool.signal == 0;
+  tool.answer = {answers ? readSmall(node["status"], 0, 255) : 0, text("stdout"), text("stderr")};
+  return tool;
 }
 
 void readIdentity(const JsonNode& top, HostState& state) {

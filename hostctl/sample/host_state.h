@@ -43,6 +43,15 @@ struct Machine {
   std::optional<int> autostart;
 };
 
+/// How the program at a path is to end in place of what it does: with an answer, by a signal, or
+/// not even started; the first two after so many seconds.
+struct Rehearsal {
+  HostSeam::ToolAnswer answer;
+  int signal = 0;
+  int seconds = 0;
+  bool missing = false;
+};
+
 /// The whole of host.json as values. Optional parts are empty where the file does not have them.
 struct HostState {
   HostCtl::System::VersionRecord version;
@@ -85,7 +94,7 @@ struct HostState {
   std::string systemAlert;
   int eventLibraryStatus = 0;
   std::map<std::string, std::string> faults;
-  std::map<std::string, HostSeam::ToolAnswer> tools;
+  std::map<std::string, Rehearsal> tools;
 };
 
 /// Throws KeyError for the first key that is missing or is not what it should be.

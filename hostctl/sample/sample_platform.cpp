@@ -22,6 +22,10 @@ std::string SamplePlatform::HostPath(std::string_view path) const {
 Program SamplePlatform::ChildProgram(const Program& program) {
   journal_.Append("run", runText(program));
   const std::string name = "kiva-demo-tools";
+  const auto tools = store_.GetLastGood(&HostState::tools);
+  const auto rehearsal = tools.find(program.path);
+  if (rehearsal != tools.end() && rehearsal->second.missing)
+    return {directory_ / "missing", program.arguments};
   Program child{programFolder() / name, {name, "--host", directory_, program.path}};
   for (std::size_t i = 1; i < program.arguments.size(); ++i)
     child.arguments.push_back(program.arguments[i]);

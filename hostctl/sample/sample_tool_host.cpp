@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "sample/sample_tool_host.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
+#include <csignal>
 
 #include "hostctl/lib/exception.h"
 #include "sample/backup.h"
@@ -16,6 +19,9 @@ namespace {
 /// In the order in which they stop and start.
 constexpr std::array kAgents = {"mgmtd", "evbd"};
 
+/// What a shell answers for a program that is not there.
+constexpr int kNotFound = 127;
+
 template <typename Value>
 std::optional<Value> findIn(const std::map<std::string, Value>& values, const std::string& key) {
   const auto found = values.find(key);
@@ -27,7 +33,12 @@ std::optional<Value> findIn(const std::map<std::string, Value>& values, const st
 using namespace HostSeam;
 
 std::optional<ToolAnswer> SampleToolHost::FindRehearsal(const std::string& path) {
-  return findIn(store_.State().tools, path);
+  const auto rehearsal = findIn(store_.State().tools, path);
+  if (!rehearsal) return std::nullopt;
+  if (rehearsal->missing) return ToolAnswer{kNotFound, "", path + ": not found\n"};
+  sleep(static_cast<unsigned>(rehearsal->seconds));
+  if (rehearsal->signal != 0) raise(rehearsal->signal);
+  return rehearsal->answer;
 }
 
 bool SampleToolHost::MayAdminister(const std::string& user) {
@@ -126,17 +137,16 @@ std::string SampleToolHost::SaveConfiguration() {
 
 void SampleToolHost::ResetConfiguration() {
   saveBackup(directory_);
-  replaceState(store_, readFile(builtInSample() / "host.json"));
+  resetState(store_, readFile(builtInSample() / "host.json"));
 }
 
 /// There is no process to look into, so the file says which it would have been.
 std::string SampleToolHost::WriteLiveCore(const LiveCore& core) {
   if (GetServiceState(core.process) != ServiceState::Running)
     throw HostCtl::Lib::HostCtlException("There is no running process " + core.process + ".");
-  const std::string name = core.folder + "/" + core.output + ".core";
-  replaceFile(directory_ / "root" / std::filesystem::path(name).relative_path(),
-              "core of " + core.process + "\n");
-  return name;
+  const auto file = std::filesystem::path(core.folder) / (core.output + ".core");
+  replaceFile(directory_ / "root" / file.relative_path(), "core of " + core.process + "\n");
+  return file;
 }
 
 ToolAnswer SampleToolHost::Ping(const std::string& address, int) {

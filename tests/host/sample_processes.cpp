@@ -6,7 +6,9 @@
 #include "harness/demo_host.h"
 #include "harness/hosts/machine.h"
 #include "sample/journal.h"
+#include "sample/sample_host.h"
 #include "sample/store.h"
+#include "system/run_command.h"
 
 namespace {
 
@@ -91,6 +93,31 @@ TEST(SampleProcesses, TheDemoRefusesInOneLineBeforeItTouchesTheTerminal) {
   EXPECT_EQ(program("kiva-demo-tools", "--host /none /bin/sh sh").output,
             "kiva-demo-tools: /none/host.json: No such file or directory\n");
   EXPECT_NE(program("kiva-demo", "--help").output.find("--host DIR"), std::string::npos);
+}
+
+TEST(SampleProcesses, OneProgramIsEveryTool) {
+  DemoHost host;
+  host.Set("/tools", {{"/bin/tarnping", {{"signal", 9}}},
+                      {"/sbin/backup.sh", {{"missing", true}}},
+                      {"/none", {{"status", 4}, {"stdout", std::string(5000, 'x')}}}});
+  const std::string directory = host.Directory(), option = "-q -g PXEBootEnabled";
+  const std::string home = "--host '" + directory + "' ";
+  std::filesystem::create_symlink(KIVA_BINARY_DIR "/kiva-demo-tools",
+                                  host.Directory() / "halocfg-advcfg");
+  EXPECT_EQ(HostLinux::ended("'" + directory + "/halocfg-advcfg' " + home + option).output, "0\n");
+  EXPECT_EQ(program("kiva-demo-tools", home + "/sbin/halocfg-advcfg " + option).output, "0\n");
+  EXPECT_EQ(program("kiva-demo-tools", home).status, 127);
+  const Ended all = program("kiva-demo-tools", home + "--help");
+  for (const char* tool : {"/bin/hmx-cmd\n", "/sbin/localcli\n", "/bin/openssl\n"})
+    EXPECT_NE(all.output.find(tool), std::string::npos) << tool;
+
+  const Ended longAnswer = program("kiva-demo-tools", home + "/none");
+  EXPECT_EQ(longAnswer.status, 4);
+  EXPECT_EQ(longAnswer.output, std::string(4096, 'x'));
+  HostSample::useSampleHost(host.Directory());
+  EXPECT_EQ(Kiva::RunCommand({.path = "/bin/tarnping", .arguments = {"tarnping"}}).status, -1);
+  EXPECT_EQ(Kiva::RunCommand({.path = "/sbin/backup.sh", .arguments = {"backup.sh"}}).startError,
+            ENOENT);
 }
 
 }  // namespace

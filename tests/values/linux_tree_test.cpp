@@ -125,10 +125,10 @@ TEST_F(LinuxTree, SettingsAndKeyboard) {
   Write("/etc/corvo/boot-option", "1\n");
   Write("/etc/corvo/firewall/sshServer", "1\n");
   Write("/etc/corvo/firewall/ntpClient", "0\n");
-  for (const char* map : {"i386/qwerty/us.kmap.gz", "i386/qwertz/de.kmap.gz", "mac/us.kmap.gz",
-                          "i386/include/compose.inc.gz"})
+  for (const char* map : {"i386/qwerty/us.kmap.gz", "i386/qwertz/de.kmap.gz", "xkb/uk.map",
+                          "mac/mac-us.kmap.gz", "i386/include/compose.kmap", "i386/qwerty/-C.kmap",
+                          "i386/qwerty/a;b.kmap.gz", "x y/c.kmap", "i386/qwerty/euro.inc.gz"})
     Write(std::string("/usr/share/keymaps/") + map, "");
-  Write("/etc/vconsole.conf", "KEYMAP=fr\n");
   ASSERT_EQ(mkfifo((root_ + "/etc/corvo/welcome").c_str(), 0600), 0);
   EXPECT_EQ(driver_.ReadOption("/UserVars/KivaTimeOut"),
             HostCtl::Adv::OptionValue(std::int64_t{900}));
@@ -138,10 +138,23 @@ TEST_F(LinuxTree, SettingsAndKeyboard) {
   for (const auto& one : driver_.ReadFirewallRulesets())
     rulesets += one.id + (one.enabled ? " on " : " off ");
   EXPECT_EQ(rulesets, "ntpClient off sshServer on ");
-  EXPECT_EQ(driver_.ReadKeyboardLayouts(), (std::vector<std::string>{"de", "us"}));
+  EXPECT_EQ(driver_.ReadKeyboardLayouts(), (std::vector<std::string>{"de", "uk", "us"}));
+  Write("/etc/default/keyboard", "XKBLAYOUT=\"fr,us\"\n");
   EXPECT_EQ(driver_.ReadKeyboardLayout(), "fr");
-  Write("/etc/default/keyboard", "XKBLAYOUT=\"de,us\"\n");
-  EXPECT_EQ(driver_.ReadKeyboardLayout(), "de");
+  const std::string kept = "# KEYMAP=none\nFONT=Lat2\nKEYMAP_TOGGLE=us\n";
+  for (const auto& [before, after] : std::vector<std::pair<std::string, std::string>>{
+           {"", "KEYMAP=de\n"},
+           {kept, kept + "KEYMAP=de\n"},
+           {"KEYMAP=\"cz\"\n" + kept + " KEYMAP = 'us'", "KEYMAP=de\n" + kept}}) {
+    Write("/etc/vconsole.conf", before);
+    driver_.WriteKeyboardLayout("de");
+    EXPECT_EQ(Files(root_).Read("/etc/vconsole.conf"), after);
+    EXPECT_EQ(driver_.ReadKeyboardLayout(), "de");
+  }
+  for (const char* layout : {"none", "", "-C", "../qwertz/de", "compose"}) {
+    EXPECT_THROW(driver_.WriteKeyboardLayout(layout), HostCtl::Lib::HostCtlException) << layout;
+    EXPECT_THROW(driver_.LoadKeyboardMappings(layout), HostCtl::Lib::HostCtlException) << layout;
+  }
 }
 
 TEST_F(LinuxTree, OptionsComeBackAsTheyWereWritten) {

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <iomanip>
+#include <set>
 #include <sstream>
 
 #include "harness/demo_host.h"
-#include "hosttools/tool.h"
+#include "hosttools/program.h"
+#include "sample/file_tools.h"
 #include "sample/sample_tool_host.h"
 
 namespace {
@@ -15,6 +18,10 @@ using HostSeam::ToolAnswer;
 using Json = nlohmann::json;
 
 const std::string kOvl = "/usr/lib64/corvo/ovl-opsagent/bin/ovlcfg-vswitch ";
+const std::string kHmx = "/bin/hmx-cmd -U root ";
+const std::string kSet = "/bin/halocli system settings advanced set -o ";
+const std::string kCore = "/sbin/tarnbacktrace -w -n mgmtd ";
+const std::string kShell = "/bin/sh -c %";
 const std::string kAskVersion =
     "/bin/sh -c %let v=`halocli --formatter=keyvalue software pak get -n ovl-opsagent | awk "
     "'/Version/{ split($0, kv, \"=\"); split(kv[2], ver, \".\"); print ver[1] }'`; (exit $((v < "
@@ -22,13 +29,20 @@ const std::string kAskVersion =
 
 const ToolAnswer kNotAsThatUser = {255, "", "hmx-cmd: that user may not administer this host\n"};
 
+/// The sample host for somebody who may not change it.
+struct PowerlessHost : HostSample::SampleToolHost {
+  using SampleToolHost::SampleToolHost;
+  bool MayChange() override { return false; }
+};
+
 /// A tool's path and words, separated by blanks; percent signs stand around a word with blanks.
+template <typename ToolHost = HostSample::SampleToolHost>
 ToolAnswer run(const DemoHost& host, const std::string& call) {
   std::istringstream in(call);
   std::string path, word;
   std::vector<std::string> words = {"name"};
   for (in >> path; in >> std::quoted(word, '%');) words.push_back(word);
-  HostSample::SampleToolHost toolHost(host.Directory());
+  ToolHost toolHost(host.Directory());
   return HostTools::runTool(toolHost, path, words);
 }
 
@@ -37,6 +51,14 @@ struct Call {
   ToolAnswer answer;
 };
 
+ToolAnswer says(const std::string& text) {
+  return {0, text + "\n", ""};
+}
+
+ToolAnswer refuses(const std::string& text, int status = 1) {
+  return {status, "", text + "\n"};
+}
+
 void expectAnswers(const DemoHost& host, const std::string& tool, const std::vector<Call>& calls) {
   for (const auto& [words, expected] : calls) {
     const ToolAnswer answer = run(host, tool + words);
@@ -44,107 +66,261 @@ void expectAnswers(const DemoHost& host, const std::string& tool, const std::vec
   }
 }
 
-TEST(SampleTools, Answer) {
+TEST(SampleTools, AnswerWithoutChangingTheHost) {
   DemoHost host;
   const std::string before = host.Text();
-  expectAnswers(host, "/bin/hmx-cmd ",
-                {{"-U kiva hmxsvc/auth/lockdown_is_enabled", {0, "false\n", ""}},
-                 {"-U root hmxsvc/auth/lockdown_is_possible", {0, "true\n", ""}},
-                 {"-U root internalsvc/refresh", {}},
-                 {"-U operator internalsvc/refresh", kNotAsThatUser},
-                 {"-U %% internalsvc/refresh", kNotAsThatUser},
-                 {"internalsvc/refresh", {1, "", "hmx-cmd: missing argument -U\n"}}});
-  const std::string digest = "sha1 Fingerprint=";
+  expectAnswers(
+      host, "/bin/hmx-cmd ",
+      {{"-U kiva hmxsvc/auth/lockdown_is_enabled", says("false")},
+       {"-U root hmxsvc/auth/lockdown_is_possible", says("true")},
+       {"-U root internalsvc/refresh", {}},
+       {"-U operator internalsvc/refresh", kNotAsThatUser},
+       {"-U operator no/such/thing", kNotAsThatUser},
+       {"-U %% internalsvc/refresh", kNotAsThatUser},
+       {"internalsvc/refresh", refuses("hmx-cmd: missing argument -U")},
+       {"-U kiva hostsvc/start_sh", refuses("hmx-cmd: unknown argument hostsvc/start_sh")}});
   expectAnswers(
       host, "/bin/openssl x509 -in ",
-      {
-          {"/etc/corvo/ssl/rui.crt -noout -fingerprint -sha1",
-           {0, digest + "5D:0A:91:7E:C4:38:2F:B6:60:1D:EE:47:93:A8:0C:F5:72:BB:19:D4\n", ""}},
-          {"/none -noout -fingerprint -sha1",
-           {1, "", "Could not open file or uri for loading certificate from /none\n"}},
-      });
+      {{"/etc/corvo/ssl/rui.crt -noout -fingerprint -sha1",
+        says("sha1 Fingerprint=5D:0A:91:7E:C4:38:2F:B6:60:1D:EE:47:93:A8:0C:F5:72:BB:19:D4")},
+       {"/none -noout -fingerprint -sha256",
+        refuses("Could not open file or uri for loading certificate from /none")}});
   expectAnswers(
       host, "/usr/lib/corvo/openssh/bin/ssh-keygen ",
       {{"-l -f /etc/ssh/ssh_host_rsa_key",
-        {0, "3072 SHA256:q8VZ1nT4cX0mJ7yRkPd2sWb6uLh9eGf3aNo5iKtQxBE root@halo-01 (RSA)\n", ""}},
-       {"-l -f /none", {255, "", "ssh-keygen: /none: No such file or directory\n"}}});
+        says("3072 SHA256:q8VZ1nT4cX0mJ7yRkPd2sWb6uLh9eGf3aNo5iKtQxBE root@halo-01 (RSA)")},
+       {"-l -f /none", refuses("ssh-keygen: /none: No such file or directory", 255)}});
+  expectAnswers(host, "/bin/tarnping ",
+                {{"-c 3 10.20.30.1", says("10.20.30.1 answers")},
+                 {"2001:db8:20::53 -c 20", says("2001:db8:20::53 answers")},
+                 {"-c 3 fe80::1%tarn0", {1, "fe80::1%tarn0 does not answer\n", ""}},
+                 {"-c 3 10.20.30", refuses("tarnping: not an IPv4 or IPv6 address: 10.20.30")},
+                 {"-c 3 -f", refuses("tarnping: unknown argument -f")},
+                 {"-c 21 ::1", refuses("tarnping: -c is a whole number from 1 to 20")},
+                 {"-c 99999999999 ::1", refuses("tarnping: -c is a whole number from 1 to 20")}});
   expectAnswers(
       host, "",
-      {{"/sbin/powerOffVms --now", {1, "", "powerOffVms: unknown argument --now\n"}},
-       {kOvl + "-m -p vSwitch1 -I tarn0", {1, "", "ovlcfg-vswitch: ovl-opsagent is not running\n"}},
-       {kAskVersion, {}},
-       {"/bin/sh -c %/etc/init.d/ovl-opsagent status; reboot%",
-        {127, "", "sh: /etc/init.d/ovl-opsagent status; reboot: not found\n"}},
-       {"/sbin/reboot", {127, "", "/sbin/reboot: no such tool\n"}},
+      {{"/sbin/halocfg-advcfg -q -g /UserVars/KivaTimeOut", says("600")},
+       {"/sbin/halocfg-advcfg -q -g /None", refuses("halocfg-advcfg: no such option: /None")},
+       {"/sbin/services.sh status", says("mgmtd is running\nevbd is running")},
+       {"/etc/init.d/SSH status", ToolAnswer{3, "SSH is not running\n", ""}},
+       {"/etc/init.d/SSH reload", refuses("SSH: unknown argument reload")},
+       {"/etc/init.d/SSH", refuses("SSH: not a whole command: --help shows them")},
+       {"/etc/init.d/SSH stop", ToolAnswer{1, "SSH is not running\n", ""}},
+       {"/sbin/backup.sh 1", refuses("backup.sh: unknown argument 1")},
+       {"/sbin/firmwareConfig.py", refuses("firmwareConfig.py: missing argument --reset-only")},
+       {"/sbin/powerOffVms --now", refuses("powerOffVms: unknown argument --now")},
+       {kCore + "-o ../up -d /var/log", refuses("tarnbacktrace: not the name of a file: ../up")},
+       {kCore + "-o up -d /var/..", refuses("tarnbacktrace: not the path of a folder: /var/..")},
+       {kOvl + "-m -p vSwitch1 -I tarn0", refuses("ovlcfg-vswitch: ovl-opsagent is not running")},
+       {"/sbin/reboot", refuses("/sbin/reboot: no such tool", 127)},
        {"/bin/halocli system shutdown", {1, "halocli: unknown argument shutdown\n", ""}}});
-  EXPECT_EQ(host.Text(), before) << "none of these changes the host";
-  for (const auto& tool : HostTools::toolsOf(HostSample::SampleToolHost(host.Directory())))
-    for (const std::string& path : tool.paths)
-      EXPECT_EQ(run(host, path + " --help"), (ToolAnswer{0, tool.help, ""}));
+  EXPECT_EQ(host.Text(), before);
 }
 
-TEST(SampleTools, HalocliChangesTheSwitches) {
+TEST(SampleTools, HelpFitsWhatACallerReads) {
+  DemoHost host;
+  for (const auto& tool : HostTools::toolsOf(HostSample::SampleToolHost(host.Directory())))
+    for (const std::string& path : tool.paths) {
+      EXPECT_EQ(run(host, path + " --help"), (ToolAnswer{0, tool.help, ""}));
+      EXPECT_LE(tool.help.size(), 4096U) << path;
+    }
+}
+
+TEST(SampleTools, RefuseArgumentsThatNobodyTypes) {
+  DemoHost host;
+  const std::string before = host.Text(), most(255, 'x'), add = "network vswitch standard add ";
+  const auto refused = [](const std::string& why) {
+    return ToolAnswer{1, "halocli: " + why + "\n", ""};
+  };
+  expectAnswers(host, "/bin/halocli ",
+                {{"", refused("not a whole command: --help shows them")},
+                 {"network", refused("not a whole command: --help shows them")},
+                 {add + "-v " + most + "x", refused("an argument is longer than 255 characters")},
+                 {add + "-v %a\nb%", refused("an argument has control characters")},
+                 {add + "-v %%", refused("-v needs a value")},
+                 {add + "%%", refused("unknown argument ")},
+                 {add + "-v", refused("-v needs a value")},
+                 {add, refused("missing argument -v")},
+                 {add + "-v a -v b", refused("-v given twice")},
+                 {add + "-v a b", refused("unknown argument b")},
+                 {"-v a", refused("not a whole command: --help shows them")}});
+  EXPECT_EQ(host.Text(), before);
+  EXPECT_EQ(run(host, "/bin/halocli " + add + "-v " + most), ToolAnswer{});
+}
+
+/// Calls in their order, and what each leaves at a place of host.json.
+const struct {
+  std::string call, pointer, value;
+} kChanges[] = {
+    {kHmx + "hmxsvc/auth/lockdown_mode_enter", "/lockdown/enabled", "true"},
+    {kHmx + "hmxsvc/auth/lockdown_mode_exit", "/lockdown/enabled", "false"},
+    {kHmx + "hostsvc/start_halo_shell", "/services/HaloShell/running", "true"},
+    {kHmx + "hostsvc/enable_halo_shell", "/services/HaloShell/enabled", "true"},
+    {kHmx + "hostsvc/stop_halo_shell", "/services/HaloShell/running", "false"},
+    {kHmx + "hostsvc/disable_halo_shell", "/services/HaloShell/enabled", "false"},
+    {kHmx + "hostsvc/start_ssh", "/services/SSH/running", "true"},
+    {kHmx + "hostsvc/start_ssh", "/firewallRulesets/0/enabled", "true"},
+    {kHmx + "hostsvc/enable_ssh", "/services/SSH/enabled", "true"},
+    {"/bin/sh /etc/init.d/SSH stop", "/services/SSH/running", "false"},
+    {kHmx + "hostsvc/stop_ssh", "/firewallRulesets/0/enabled", "false"},
+    {kHmx + "hostsvc/disable_ssh", "/services/SSH/enabled", "false"},
+    {"/bin/sh /etc/init.d/HaloShell restart", "/services/HaloShell/running", "true"},
+    {kShell + "/bin/sh /sbin/services.sh stop%", "/services/mgmtd/running", "false"},
+    {kShell + "/bin/sh /sbin/services.sh start%", "/services/evbd/running", "true"},
+    {"/sbin/services.sh restart", "/services/mgmtd/running", "true"},
+    {kSet + "/UserVars/HaloShellTimeOut -i 86400", "/options/~1UserVars~1HaloShellTimeOut",
+     "86400"},
+    {"/sbin/localcli system settings advanced set -i 1 -o PXEBootEnabled",
+     "/options/PXEBootEnabled", "1"},
+    {"/bin/halocli network vswitch standard add -v vSwitch2", "/network/switches/2/name",
+     "\"vSwitch2\""},
+    {"/bin/halocli network vswitch standard uplink remove -u pnic2 -v vSwitch1",
+     "/network/switches/1/uplinks", "[]"},
+    {"/sbin/halocli network vswitch standard uplink add -v vSwitch2 -u pnic2",
+     "/network/switches/2/uplinks", "[\"pnic2\"]"},
+    {"/bin/halocli network vswitch standard portgroup add -p %Lab net% -v vSwitch2",
+     "/network/switches/2/portGroups", R"([{"name": "Lab net", "vlanId": 0}])"},
+    {kShell + "/etc/init.d/ovl-opsagent start%", "/services/ovl-opsagent/running", "true"},
+    {kOvl + "-m -p tarn0 -I vSwitch1", "/network/kernelNics/0/connection/switch", "\"vSwitch1\""},
+    {kShell + "/etc/init.d/ovl-opsagent stop%", "/services/ovl-opsagent/running", "false"},
+    {kHmx + "hostsvc/autostartmanager/autostop", "/machines/1/running", "false"},
+    {"/bin/powerOffVms", "/machines/2/running", "false"},
+    {"/sbin/powerOffVms --terminate", "/machines/0/running", "false"},
+};
+
+TEST(SampleTools, ChangeTheHost) {
+  DemoHost host;
+  for (const auto& [call, pointer, value] : kChanges) {
+    const ToolAnswer answer = run(host, call);
+    EXPECT_EQ(answer.status, 0) << call << "\n" << answer.output << answer.error;
+    const Json now = host.State().at(Json::json_pointer(pointer));
+    EXPECT_EQ(now, Json::parse(value)) << call;
+  }
+  EXPECT_EQ(host.Journal(), std::vector<std::string>{});
+}
+
+TEST(SampleTools, ChangeNothingForThoseWhoMayNot) {
+  DemoHost host;
+  host.Set("/services/ovl-opsagent/running", true);
+  const std::string before = host.Text();
+  std::vector<std::string> calls = {kCore + "-o a -d /var/log", "/sbin/backup.sh 0",
+                                    "/sbin/firmwareConfig.py --reset-only"};
+  for (const auto& change : kChanges) calls.push_back(change.call);
+  for (const std::string& call : calls) {
+    const ToolAnswer answer = run<PowerlessHost>(host, call);
+    EXPECT_EQ(answer.status, 1) << call;
+    EXPECT_NE((answer.output + answer.error).find(": only root may change this host\n"),
+              std::string::npos)
+        << call;
+  }
+  EXPECT_EQ(host.Text(), before);
+  EXPECT_FALSE(std::filesystem::exists(host.Directory() / "backup"));
+}
+
+TEST(SampleTools, RefuseWhatTheHostDoesNotAllow) {
   DemoHost host;
   const auto refused = [](const char* why) {
     return ToolAnswer{1, std::string("halocli: ") + why + "\n", ""};
   };
+  const char* range = "/UserVars/KivaTimeOut is a whole number from 0 to 86400";
+  expectAnswers(
+      host, "/bin/halocli system settings advanced set -o ",
+      {{"/UserVars/KivaTimeOut -i 86401", refused(range)},
+       {"/UserVars/KivaTimeOut -i -1", refused(range)},
+       {"/UserVars/KivaTimeOut -i 99999999999999999999", refused(range)},
+       {"/UserVars/KivaTimeOut -i 6o", refused(range)},
+       {"/UserVars/KivaTimeOut -s 60", refused("/UserVars/KivaTimeOut is a number: use -i")},
+       {"/UserVars/None -i 1", refused("no such option: /UserVars/None")}});
   expectAnswers(
       host, "/bin/halocli network vswitch standard ",
-      {{"add -v vSwitch2", {}},
-       {"add -v vSwitch2", refused("There is a standard switch vSwitch2 already.")},
-       {"uplink remove -u pnic2 -v vSwitch1", {}},
-       {"uplink add -v vSwitch2 -u pnic2", {}},
-       {"uplink add -u pnic0 -v vSwitch2",
+      {{"add -v vSwitch1", refused("There is a standard switch vSwitch1 already.")},
+       {"uplink add -u pnic0 -v vSwitch1",
         refused("The physical adapter pnic0 is an uplink of vSwitch0 already.")},
        {"uplink remove -u pnic1 -v vSwitch0",
         refused("The standard switch vSwitch0 has no uplink pnic1.")},
-       {"uplink add -u pnic1 -v vSwitch9", refused("There is no standard switch vSwitch9.")},
-       {"portgroup add -p %Lab net% -v vSwitch2", {}},
-       {"add -v a -v b", refused("-v given twice")}});
-  const Json switches = host.State()["network"]["switches"];
-  EXPECT_EQ(switches[1]["uplinks"], Json::array());
-  EXPECT_EQ(switches[2], Json::parse(R"({"name": "vSwitch2", "uplinks": ["pnic2"],
-                                         "portGroups": [{"name": "Lab net", "vlanId": 0}]})"));
+       {"uplink add -u pnic1 -v vSwitch9", refused("There is no standard switch vSwitch9.")}});
+  host.Change({{"services", Json()}, {"lockdown", {{"possible", false}}}});
+  host.Change({{"services", Json::object()}});
+  expectAnswers(
+      host, "",
+      {{kHmx + "hmxsvc/auth/lockdown_mode_enter",
+        refuses("hmx-cmd: This host cannot be locked down.")},
+       {kHmx + "hostsvc/start_ssh", refuses("hmx-cmd: There is no service SSH.")},
+       {"/etc/init.d/SSH restart", refuses("SSH is not installed", 5)},
+       {"/sbin/services.sh status", {}},
+       {kCore + "-o a -d /var/log", refuses("tarnbacktrace: There is no running process mgmtd.")}});
 }
 
-TEST(SampleTools, TheShellKnowsTheAgentsLines) {
+TEST(SampleTools, TheShellRunsPlainLinesOnly) {
   DemoHost host;
-  const auto status = [&](const std::string& action) {
-    return run(host, "/bin/sh -c %/etc/init.d/ovl-opsagent " + action + "%").status;
-  };
-  const std::pair<const char*, int> steps[] = {{"status", 3}, {"stop", 1},  {"start", 0},
-                                               {"status", 0}, {"start", 0}, {"stop", 0},
-                                               {"status", 3}, {"start", 0}};
-  for (const auto& [action, expected] : steps) EXPECT_EQ(status(action), expected) << action;
-  EXPECT_EQ(run(host, kOvl + "-m -p tarn0 -I vSwitch1"), ToolAnswer{});
-  EXPECT_EQ(host.State()["network"]["kernelNics"][0]["connection"]["switch"], "vSwitch1");
-
-  host.Set("/packages/ovl-opsagent", "2.9");
-  EXPECT_EQ(run(host, kAskVersion).status, 1);
-  host.Set("/packages", Json::object());
-  EXPECT_EQ(run(host, kAskVersion).status, 1);
-  host.Set("/services", Json::object());
-  EXPECT_EQ(status("status"), 5);
+  const std::string silent = " > /dev/null 2>&1%";
+  expectAnswers(
+      host, kShell,
+      {{"/etc/init.d/ovl-opsagent status%", ToolAnswer{3, "ovl-opsagent is not running\n", ""}},
+       {"/bin/sh /etc/init.d/SSH status" + silent, {3, "", ""}},
+       {"/bin/tarnping -c 3 10.20.30.2%", says("10.20.30.2 answers")},
+       {"/no/such" + silent, {127, "", ""}},
+       {"/etc/init.d/SSH status; reboot%",
+        refuses("sh: /etc/init.d/SSH status; reboot: not found", 127)},
+       {"/etc/init.d/SSH `x`%", refuses("sh: /etc/init.d/SSH `x`: not found", 127)},
+       {"/sbin/backup.sh 0 > /etc/passwd%",
+        refuses("sh: /sbin/backup.sh 0 > /etc/passwd: not found", 127)},
+       {"halocli system%", refuses("sh: halocli: not found", 127)},
+       {" %", refuses("sh: : not found", 127)}});
+  expectAnswers(host, "/bin/sh ",
+                {{"", refuses("sh: missing argument -c", 127)},
+                 {"-x /etc/init.d/SSH", refuses("sh: unknown argument -x", 127)},
+                 {"/etc/init.d/SSH status now", refuses("sh: unknown argument now", 127)},
+                 {"/no/such", refuses("/no/such: no such tool", 127)}});
+  const std::pair<Json, int> versions[] = {{"3.2.1", 0}, {"2.9", 1}, {Json(), 1}};
+  for (const auto& [version, status] : versions) {
+    host.Change({{"packages", {{"ovl-opsagent", version}}}});
+    EXPECT_EQ(run(host, kAskVersion).status, status) << version;
+  }
 }
 
-TEST(SampleTools, StopMachinesAndGiveRehearsedAnswers) {
+TEST(SampleTools, SaveAndResetTheConfiguration) {
   DemoHost host;
-  const auto running = [&] {
-    std::string names;
-    const Json machines = host.State()["machines"];
-    for (const Json& machine : machines)
-      if (machine["running"] == true) names += machine["name"].get<std::string>() + " ";
-    return names;
-  };
-  EXPECT_EQ(run(host, "/bin/hmx-cmd -U root hostsvc/autostartmanager/autostop"), ToolAnswer{});
-  EXPECT_EQ(running(), "build-07 ");
-  EXPECT_EQ(run(host, "/bin/powerOffVms --terminate"), ToolAnswer{});
-  EXPECT_EQ(running(), "");
+  const Json delivered = host.State();
+  host.Change({{"bootOption", 7}, {"faults", {{"GetHostname", "no"}}}});
+  const std::string changed = host.Text();
+  for (int i = 1; i <= 11; ++i)
+    EXPECT_EQ(run(host, "/sbin/backup.sh 0"), says("saved host-" + std::to_string(i) + ".json"));
+  EXPECT_EQ(run(host, kShell + "/sbin/firmwareConfig.py --reset-only > /dev/null 2>&1%"),
+            ToolAnswer{});
+  Json expected = delivered;
+  expected["faults"]["GetHostname"] = "no";
+  EXPECT_EQ(host.State(), expected) << "all but what is rehearsed";
+  std::set<std::string> kept;
+  for (const auto& copy : std::filesystem::directory_iterator(host.Directory() / "backup")) {
+    kept.insert(copy.path().filename());
+    EXPECT_EQ(HostSample::readFile(copy.path()), changed);
+  }
+  EXPECT_EQ(kept.size(), 10U);
+  EXPECT_EQ(kept.count("host-2.json"), 0U);
+}
 
+TEST(SampleTools, WriteALiveCoreIntoTheHostsOwnFolder) {
+  DemoHost host;
+  EXPECT_EQ(run(host, kShell + kCore + "-o mgmtd-restart\\% -d /var/log/%"),
+            says("/var/log/mgmtd-restart%.core"));
+}
+
+TEST(SampleTools, GiveRehearsedAnswers) {
+  DemoHost host;
   host.Set("/tools", {{"/bin/hmx-cmd", {{"status", 7}, {"stdout", "true"}}},
-                      {"/sbin/reboot", {{"status", 255}, {"stderr", "not now\n"}}}});
+                      {"/sbin/services.sh", {{"status", 255}, {"stderr", "not now\n"}}},
+                      {"/sbin/halocli", {{"missing", true}}}});
   expectAnswers(host, "",
-                {{"/bin/hmx-cmd x", {7, "true", ""}}, {"/sbin/reboot", {255, "", "not now\n"}}});
+                {{"/bin/hmx-cmd x", {7, "true", ""}},
+                 {kShell + "/bin/sh /sbin/services.sh stop%", refuses("not now", 255)},
+                 {kShell + "/sbin/halocli%", refuses("/sbin/halocli: not found", 127)}});
+}
+
+TEST(ToolProgram, EndsWhenItsTimeIsOver) {
+  EXPECT_EXIT((HostTools::boundTime("slow", 1), pause()), testing::ExitedWithCode(124),
+              "^slow: gave up after 1 seconds\n$");
 }
 
 }  // namespace
