@@ -57,15 +57,6 @@ std::uintmax_t memoryOf(pid_t process) {
   return static_cast<std::uintmax_t>(kibibytes) * 1024;
 }
 
-void check(const LiveCore& core) {
-  if (core.output.empty() || core.output.front() == '.' ||
-      core.output.find('/') != std::string::npos)
-    fail(core, "\"" + core.output + "\" is not the name of a file");
-  if (core.folder.empty() || core.folder.front() != '/')
-    fail(core, "\"" + core.folder + "\" is not the path of a folder");
-  if (access(kDebugger, X_OK) != 0) fail(core, std::string(kDebugger) + " is not installed");
-}
-
 /// The debugger says that it has written a core also when the disk was too small for all of it. A
 /// whole core has every segment that its header tells of.
 bool isWholeCore(const std::string& path) {
@@ -105,7 +96,7 @@ void letGoOn(pid_t process, const std::string& stateBefore) {
 }  // namespace
 
 std::string writeLiveCore(const LiveCore& core, const LiveCoreLimits& limits) try {
-  check(core);
+  if (access(kDebugger, X_OK) != 0) fail(core, std::string(kDebugger) + " is not installed");
   const pid_t process = findProcess(core);
   const std::uintmax_t limit = std::min(limits.bytes, fs::space(core.folder).available / 2);
   if (memoryOf(process) > limit) fail(core, "its memory is larger than a core may be here");
