@@ -153,7 +153,7 @@ TEST(LinuxUnits, StateAsSystemdShowsIt) {
       {"LoadState=loaded\nActiveState=active\nUnitFileState=enabled\n", {"u", true, true, true}},
       {"LoadState=loaded\nActiveState=reloading\nUnitFileState=enabled-runtime\nSourcePath=\n",
        {"u", true, true, true}},
-      {"LoadState=masked\nActiveState=inactive\nUnitFileState=masked\n", {"u", true}},
+      {"LoadState=masked\nActiveState=inactive\nUnitFileState=masked\n", {"u"}},
       {"LoadState=loaded\nActiveState=failed\nUnitFileState=disabled\n", {"u", true}},
       {"LoadState=not-found\nActiveState=inactive\n", {"u"}},
       {"LoadState=loaded\nActiveState=active\nUnitFileState=generated\nSourcePath=/etc/init.d/u\n",
