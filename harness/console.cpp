@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "harness/console.h"
 
-#include <algorithm>
-
 #include "harness/readiness.h"
+#include "harness/steps.h"
 
 namespace Harness {
 namespace {
@@ -49,18 +48,7 @@ bool Console::IsSettled() {
 }
 
 void Console::Do(const std::vector<std::string>& steps) {
-  for (const std::string& step : steps) {
-    const std::string text = step.substr(std::min(step.find(':') + 1, step.size()));
-    if (step.starts_with("type:")) {
-      Type(text);
-    } else if (step.starts_with("wait:")) {
-      WaitFor(text);
-    } else if (step.starts_with("gone:")) {
-      WaitForGone(text);
-    } else {
-      Press(step);
-    }
-  }
+  takeSteps(*this, steps);
 }
 
 void Console::Settle() {

@@ -40,7 +40,7 @@ class Console {
   void Press(std::string_view key, int times = 1);
   /// Types a text in one go.
   void Type(std::string_view text);
-  /// Takes steps one after the other: a key ("F2"), "type:TEXT", "wait:TEXT" and "gone:TEXT".
+  /// Takes the steps of an operator (harness/steps.h).
   void Do(const std::vector<std::string>& steps);
   /// Chooses the byte sequences that `Press` sends.
   void UseKeys(KeyFamily family) { family_ = family; }

@@ -34,6 +34,7 @@ Program RecordingPlatform::ChildProgram(const Program& program) {
   Record(line);
   const auto script = scripts.find(program.path);
   if (script == scripts.end()) return program;
+  if (script->second.empty()) return {"/no/such/tool", program.arguments};
   Program shell{"/bin/sh", {"sh", "-c", script->second}};
   shell.arguments.insert(shell.arguments.end(), program.arguments.begin(), program.arguments.end());
   return shell;

@@ -20,8 +20,8 @@ namespace TestSupport {
 /// ARGUMENTS".
 class RecordingPlatform : public HostLinux::LinuxPlatform {
  public:
-  /// Shell scripts that stand in for tools, by path; the tool's arguments are the script's. A tool
-  /// that is not listed is executed as it is.
+  /// Shell scripts that stand in for tools, by path; the tool's arguments are the script's. An
+  /// empty script is a tool that cannot be started; one that is not listed is executed as it is.
   std::map<std::string, std::string> scripts;
   std::filesystem::path root = "/";
   std::optional<std::string> pamDirectory;

@@ -7,8 +7,8 @@ namespace HostLinux {
 
 /// A part of the program that is loaded when it is first needed, because the libraries behind it
 /// cost more start-up time than the first screen may take: NAME.so in ../lib/kiva beside the
-/// program's own folder. A module that was loaded stays; one that is missing, or whose libraries
-/// are, is tried once.
+/// program's own folder, where programs that nobody calls by their own name lie too. A module that
+/// was loaded stays; one that is missing, or whose libraries are, is tried once.
 class Module {
  public:
   explicit Module(std::string name) : name_(std::move(name)) {}

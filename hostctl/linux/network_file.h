@@ -8,6 +8,11 @@
 
 namespace HostLinux {
 
+/// Where networkd keeps the administrator's files, and how the names of those begin that Kiva
+/// writes there. Without them the host's network is as it was delivered.
+inline constexpr const char* kNetworkFolder = "/etc/systemd/network";
+inline constexpr std::string_view kOwnNetworkFiles = "10-kiva-";
+
 /// Whether the text of a `.network` file asks for an IPv4 address by DHCP.
 bool asksForDhcpv4(std::string_view networkFile);
 

@@ -15,6 +15,7 @@
 namespace HostLinux {
 
 using HostCtl::Lib::Descriptor;
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -31,29 +32,39 @@ void writeWhole(const Descriptor& file, std::string_view text, const std::string
   }
 }
 
-void syncFolder(const std::filesystem::path& folder) {
-  const Descriptor opened(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (opened) fsync(opened.Get());
+void putInPlace(const Descriptor& file, const std::string& from, const std::string& path,
+                mode_t mode) {
+  if (fchmod(file.Get(), mode) != 0 || fsync(file.Get()) != 0 ||
+      rename(from.c_str(), path.c_str()) != 0)
+    fail(path);
+  syncFolder(fs::path(path).parent_path());
 }
 
 }  // namespace
 
+void syncFolder(const std::string& folder) {
+  const Descriptor opened(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (opened) fsync(opened.Get());
+}
+
+void publishFile(const std::string& from, const std::string& path, mode_t mode) {
+  const Descriptor file(open(from.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
+  if (!file) fail(from);
+  putInPlace(file, from, path, mode);
+}
+
 void replaceFile(const std::string& path, std::string_view text, mode_t mode) {
-  const auto folder = std::filesystem::path(path).parent_path();
-  std::filesystem::create_directories(folder);
+  fs::create_directories(fs::path(path).parent_path());
   std::string beside = path + ".XXXXXX";
   const Descriptor file(mkostemp(beside.data(), O_CLOEXEC));
   if (!file) fail(path);
   try {
     writeWhole(file, text, path);
-    if (fchmod(file.Get(), mode) != 0 || fsync(file.Get()) != 0 ||
-        rename(beside.c_str(), path.c_str()) != 0)
-      fail(path);
+    putInPlace(file, beside, path, mode);
   } catch (const std::system_error&) {
     unlink(beside.c_str());
     throw;
   }
-  syncFolder(folder);
 }
 
 }  // namespace HostLinux

@@ -13,4 +13,10 @@ namespace HostLinux {
 /// Throws std::system_error, whose text names the path, with the old file as it was.
 void replaceFile(const std::string& path, std::string_view text, mode_t mode = 0644);
 
+/// Does the same with a file that is written already, at `from` on the same disk.
+void publishFile(const std::string& from, const std::string& path, mode_t mode);
+
+/// Has the names in a folder on the disk.
+void syncFolder(const std::string& folder);
+
 }  // namespace HostLinux

@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstring>
+#include <optional>
 #include <thread>
 
 #include "hostctl/lib/child_process.h"
@@ -24,27 +25,37 @@ namespace {
 constexpr std::size_t kMostOutput = 4096;
 constexpr std::chrono::milliseconds kLook{5};
 
-/// Takes what the program has written so far; what is too much is read and dropped, so that the
-/// program never waits for us.
+/// Takes what has been written so far; what is too much is read and dropped, so that the program
+/// never waits for us. One call takes a pipe's worth at most: whoever writes without an end, the
+/// program or one that outlives it, must not keep us here.
 void takeOutput(const Descriptor& pipe, std::string& output) {
-  char block[1024];
-  ssize_t count = 0;
-  while ((count = read(pipe.Get(), block, sizeof block)) > 0)
+  char block[4096];
+  for (int blocks = 0; blocks < 16; ++blocks) {
+    const ssize_t count = read(pipe.Get(), block, sizeof block);
+    if (count <= 0) return;
     output.append(block, std::min(static_cast<std::size_t>(count), kMostOutput - output.size()));
+  }
+}
+
+void waitForOutput(const Descriptor& pipe) {
+  pollfd ready{pipe.Get(), POLLIN, 0};
+  poll(&ready, 1, static_cast<int>(kLook.count()));
+  // Closed by the program, which goes on: poll would not wait any more.
+  if ((ready.revents & POLLHUP) != 0) std::this_thread::sleep_for(kLook);
 }
 
 /// The status word, or nothing when the time is over.
-bool endsBefore(pid_t child, Clock::time_point end, const Descriptor& pipe, std::string& output,
-                int& status) {
+std::optional<int> statusBefore(Clock::time_point end, pid_t child, const Descriptor& pipe,
+                                std::string& output) {
+  // All ones, as for a child that was killed, where somebody else has taken its status.
+  int status = -1;
   while (waitpid(child, &status, WNOHANG) == 0) {
-    if (Clock::now() >= end) return false;
-    pollfd ready{pipe.Get(), POLLIN, 0};
-    poll(&ready, 1, static_cast<int>(kLook.count()));
-    if ((ready.revents & POLLHUP) != 0) std::this_thread::sleep_for(kLook);
+    if (Clock::now() >= end) return std::nullopt;
+    waitForOutput(pipe);
     takeOutput(pipe, output);
   }
   takeOutput(pipe, output);
-  return true;
+  return status;
 }
 
 ProgramResult failed(const std::string& why) {
@@ -65,16 +76,15 @@ ProgramResult runProgram(const Program& program, std::chrono::milliseconds limit
     return failed(program.path + ": " + std::strerror(error));
   writing.Close();
 
-  ProgramResult result;
-  int status = 0;
-  if (!endsBefore(child, Clock::now() + limit, reading, result.output, status)) {
+  std::string output;
+  const auto status = statusBefore(Clock::now() + limit, child, reading, output);
+  if (!status) {
     kill(-child, SIGKILL);
     waitForChild(child);
     return failed(program.path + " did not end in time");
   }
-  if (!WIFEXITED(status)) return failed(program.path + " was killed");
-  result.status = WEXITSTATUS(status);
-  return result;
+  if (!WIFEXITED(*status)) return failed(program.path + " was killed");
+  return {WEXITSTATUS(*status), std::move(output)};
 }
 
 std::string causeOf(const ProgramResult& result) {

@@ -19,14 +19,14 @@ bool hasPassword(std::string_view line) {
   const auto colon = line.find(':');
   if (colon == std::string_view::npos || colon + 1 == line.size()) return false;
   const char first = line[colon + 1];
-  return first != '!' && first != '*';
+  return first != '!' && first != '*' && first != ':';
 }
 
 }  // namespace
 
 std::string readAccounts(const Files& files) {
   const auto shadow = files.Read("/etc/shadow");
-  if (!shadow) throw HostCtlException("StoreUserAccountsToCs", "/etc/shadow", "cannot be read");
+  if (!shadow) throw HostCtlException("ReadUserAccounts", "/etc/shadow", "cannot be read");
   std::string accounts;
   for (const std::string_view line : lines(*shadow))
     if (hasPassword(line)) accounts.append(line).append("\n");

@@ -10,7 +10,8 @@ namespace HostLinux {
 /// Where the configuration store keeps the accounts, readable by root only.
 inline constexpr const char* kStoredAccounts = "/var/lib/corvo/accounts";
 
-/// The accounts of this machine that have a password, as lines of /etc/shadow.
+/// The accounts of this machine that have a password, as lines of /etc/shadow. Throws
+/// HostCtlException.
 std::string readAccounts(const Files& files);
 
 /// Puts them into the configuration store. Throws HostCtlException.

@@ -114,7 +114,7 @@ TEST(SampleProcesses, TheDemoRefusesInOneLineBeforeItTouchesTheTerminal) {
 
 TEST(SampleProcesses, OneProgramIsEveryTool) {
   DemoHost host;
-  host.Set("/tools", {{"/bin/tarnping", {{"signal", 9}}},
+  host.Set("/tools", {{"/bin/tarnping", {{"signal", 9}, {"seconds", 1}}},
                       {"/sbin/backup.sh", {{"missing", true}}},
                       {"/none", {{"status", 4}, {"stdout", std::string(5000, 'x')}}}});
   const std::string directory = host.Directory(), option = "-q -g PXEBootEnabled";
@@ -132,7 +132,9 @@ TEST(SampleProcesses, OneProgramIsEveryTool) {
   EXPECT_EQ(longAnswer.status, 4);
   EXPECT_EQ(longAnswer.output, std::string(4096, 'x'));
   HostSample::useSampleHost(host.Directory());
+  const auto start = std::chrono::steady_clock::now();
   EXPECT_EQ(Kiva::RunCommand({.path = "/bin/tarnping", .arguments = {"tarnping"}}).status, -1);
+  EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
   EXPECT_EQ(Kiva::RunCommand({.path = "/sbin/backup.sh", .arguments = {"backup.sh"}}).startError,
             ENOENT);
 }

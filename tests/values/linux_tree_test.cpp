@@ -2,16 +2,20 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <limits>
+
 #include "harness/temporary_folder.h"
 #include "hostctl/lib/exception.h"
 #include "linux/driver.h"
 #include "linux/pnics.h"
+#include "linux/user_accounts.h"
 
 using namespace HostLinux;
 
 namespace {
 
 namespace fs = std::filesystem;
+using HostCtl::Lib::HostCtlException;
 using HostCtl::Network::ConnecteeType;
 
 // A machine made of files below a temporary folder.
@@ -151,6 +155,50 @@ TEST_F(LinuxTree, SettingsAndKeyboard) {
     EXPECT_THROW(driver_.WriteKeyboardLayout(layout), HostCtl::Lib::HostCtlException) << layout;
     EXPECT_THROW(driver_.LoadKeyboardMappings(layout), HostCtl::Lib::HostCtlException) << layout;
   }
+}
+
+TEST_F(LinuxTree, OptionsComeBackAsTheyWereWritten) {
+  using Value = HostCtl::Adv::OptionValue;
+  const Value values[] = {std::int64_t{-5},
+                          std::numeric_limits<std::int64_t>::max(),
+                          "",
+                          "12",
+                          "  both ends\t",
+                          "a\"b",
+                          "\"",
+                          "\"quoted\"",
+                          "'",
+                          std::string("nul\0", 4)};
+  for (const Value& value : values) {
+    driver_.WriteOption("/UserVars/One", value);
+    EXPECT_EQ(driver_.ReadOption("/UserVars/One"), value);
+  }
+  const Value kept = std::int64_t{7};
+  driver_.WriteOption("/UserVars/One", kept);
+  EXPECT_THROW(driver_.WriteOption("/UserVars/One", "two\nlines"), HostCtlException);
+  for (const char* path : {"", "/", "/UserVars/", "/../boot-option", "/UserVars/.One", "/a//b",
+                           "/UserVars", "/UserVars/One/Two"})
+    EXPECT_THROW(driver_.WriteOption(path, kept), HostCtlException) << path;
+  EXPECT_EQ(driver_.ReadOption("/UserVars/One"), kept);
+  EXPECT_EQ(Files(root_).List("/etc/corvo/options/UserVars"), std::vector<std::string>{"One"});
+}
+
+TEST_F(LinuxTree, RulesetsFeaturesAndStoredAccounts) {
+  Write("/etc/corvo/firewall/sshServer", "0\n");
+  driver_.WriteFirewallRuleset("sshServer", true);
+  EXPECT_EQ(Files(root_).Read("/etc/corvo/firewall/sshServer"), "1\n");
+  for (const char* id : {"ntpClient", "", ".", "../boot-option"})
+    EXPECT_THROW(driver_.WriteFirewallRuleset(id, true), HostCtlException) << id;
+  constexpr auto kStore = HostCtl::System::Feature::UserAccountsInConfigStore;
+  EXPECT_FALSE(driver_.ReadFeature(kStore));
+  Write("/etc/corvo/features/UserAccountsInConfigStore", "1\n");
+  EXPECT_TRUE(driver_.ReadFeature(kStore));
+  EXPECT_THROW(driver_.StoreUserAccounts(), HostCtlException) << "no accounts to read";
+  Write("/etc/shadow", "root:$y$j9T$a:1::::::\nbin:*:1\nold:!$6$b:1\nguest::1\nx\nanna:$6$c:1\n");
+  driver_.StoreUserAccounts();
+  EXPECT_EQ(Files(root_).Read(kStoredAccounts), "root:$y$j9T$a:1::::::\nanna:$6$c:1\n");
+  EXPECT_EQ(fs::status(root_ + kStoredAccounts).permissions(),
+            fs::perms::owner_read | fs::perms::owner_write);
 }
 
 TEST_F(LinuxTree, ARepeatedAlertChangesNothing) {

@@ -242,8 +242,8 @@ TEST(SampleTools, RefuseWhatTheHostDoesNotAllow) {
        {"uplink remove -u pnic1 -v vSwitch0",
         refused("The standard switch vSwitch0 has no uplink pnic1.")},
        {"uplink add -u pnic1 -v vSwitch9", refused("There is no standard switch vSwitch9.")}});
-  host.Change({{"services", Json()}, {"lockdown", {{"possible", false}}}});
-  host.Change({{"services", Json::object()}});
+  host.Set("/lockdown/possible", false);
+  host.Set("/services", Json::object());
   expectAnswers(
       host, "",
       {{kHmx + "hmxsvc/auth/lockdown_mode_enter",

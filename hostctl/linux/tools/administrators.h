@@ -5,8 +5,8 @@
 
 namespace HostLinux {
 
-/// Whether `user` is an account of this machine that may administer it: root, or a member of one
-/// of the groups of administrators.
+/// Whether `user` is an account of this machine that may administer it: root, or a member of the
+/// group sudo.
 bool mayAdminister(const std::string& user);
 
 }  // namespace HostLinux

@@ -59,16 +59,16 @@ void LinuxToolHost::AddPortGroup(const std::string& name, const std::string&) {
 }
 
 ServiceState LinuxToolHost::GetServiceState(const std::string& name) {
-  return readServiceState(files_, name);
+  return readServiceState(name);
 }
 void LinuxToolHost::SetServiceRunning(const std::string& name, bool running) {
-  setServiceRunning(files_, name, running);
+  setServiceRunning(name, running);
 }
 bool LinuxToolHost::IsServiceEnabled(const std::string& name) {
-  return readServiceEnabled(files_, name);
+  return readServiceEnabled(name);
 }
 void LinuxToolHost::SetServiceEnabled(const std::string& name, bool enabled) {
-  setServiceEnabled(files_, name, enabled);
+  setServiceEnabled(name, enabled);
 }
 void LinuxToolHost::SetFirewallRuleset(const std::string& id, bool enabled) {
   writeFirewallRuleset(files_, id, enabled);
@@ -81,10 +81,10 @@ void LinuxToolHost::SetAgentsRunning(bool running) {
 }
 
 void LinuxToolHost::StopManagedMachines() {
-  stopManagedMachines();
+  stopManagedMachines(files_);
 }
 void LinuxToolHost::PowerOffMachines(MachineStop how) {
-  powerOffMachines(how);
+  powerOffMachines(files_, how);
 }
 std::string LinuxToolHost::SaveConfiguration() {
   return saveConfiguration(files_);

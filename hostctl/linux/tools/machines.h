@@ -1,14 +1,48 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <chrono>
+#include <string>
+#include <vector>
+
 #include "hostseam/tool_host.h"
+#include "linux/files.h"
 
 namespace HostLinux {
 
-/// Stop this machine's virtual machines, through libvirt, within a bounded time: those that its
-/// autostart manages, in autostart order; or every running one. A machine without virtualisation
-/// has none. Throw HostCtlException when a virtualisation service is there and does not do it.
-void stopManagedMachines();
-void powerOffMachines(HostSeam::MachineStop how);
+/// How this machine's virtual machines are reached and ordered: the file /etc/corvo/virtualisation
+/// with lines such as
+///
+///   URI=qemu:///system
+///   ORDER=database, mail server
+///
+/// ORDER names machines that autostart manages, first things first: libvirt has no order of its
+/// own. Those that it does not name come after them, by their names.
+struct MachineSettings {
+  std::string uri = "qemu:///system";
+  std::vector<std::string> order = {};
+};
+
+MachineSettings readMachineSettings(const Files& files);
+
+/// How long libvirt may take to answer, and the machines, all together, to shut down.
+struct MachineTimes {
+  std::chrono::milliseconds answer{10'000};
+  std::chrono::milliseconds shutDown{120'000};
+};
+
+/// Stop this machine's virtual machines, through libvirt. A machine without libvirt, or on which
+/// its daemon does not run, has none. HostCtlException names the machines that still run at the
+/// end, or says that the daemon does not do its work.
+///
+/// The running machines that autostart manages are asked to shut down one after the other. Each is
+/// waited for before the next is asked, but not longer than its share of the time that is left; in
+/// the end all are waited for until the time is over. No machine's plug is pulled here.
+void stopManagedMachines(const Files& files, const MachineTimes& times = {});
+/// Every running machine is asked at once, and waited for; or has its plug pulled without asking.
+/// Machines that do not shut down when asked are left running: an operator chose not to force them,
+/// and the host's own shut-down comes next.
+void powerOffMachines(const Files& files, HostSeam::MachineStop how,
+                      const MachineTimes& times = {});
 
 }  // namespace HostLinux

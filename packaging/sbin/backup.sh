@@ -1,0 +1,3 @@
+#!/bin/sh
+# SPDX-License-Identifier: MIT
+exec /usr/lib/kiva/kiva-tools /sbin/backup.sh "$@"

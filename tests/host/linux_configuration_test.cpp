@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+
+#include "harness/hosts/machine.h"
+#include "harness/temporary_folder.h"
+#include "hostctl/lib/exception.h"
+#include "linux/tools/configuration.h"
+
+using namespace HostLinux;
+
+namespace {
+
+namespace fs = std::filesystem;
+using HostCtl::Lib::HostCtlException;
+
+constexpr fs::perms kRootOnly = fs::perms::owner_read | fs::perms::owner_write;
+
+// The configuration of a machine in a folder of its own.
+class LinuxConfiguration : public testing::Test {
+ protected:
+  void SetUp() override {
+    folder_.Write("etc/corvo/welcome", "mine");
+    folder_.Write("etc/corvo/ssl/only-mine", "");
+    folder_.Write("etc/systemd/network/20-own.network", "[Match]\n");
+    folder_.Write("etc/systemd/network/10-kiva-up.network", "[Match]\n");
+    folder_.Write("etc/systemd/network/10-kiva-up.network.d/more.conf", "[Match]\n");
+    folder_.Write("etc/network/interfaces.d/eth0", "auto eth0\n");
+    folder_.Write("etc/network/if-up.d/script", "");
+    folder_.Write("etc/hostname", "node7\n");
+    folder_.Write("etc/shadow", "anna:$6$c:1\nbin:*:1\n");
+    fs::create_symlink("../run/resolv.conf", root_ + "/etc/resolv.conf");
+    folder_.Write("usr/share/kiva/etc-corvo/welcome", "shipped");
+    folder_.Write("usr/share/kiva/etc-corvo/options/one", "1\n");
+    fs::create_symlink("../key", root_ + "/usr/share/kiva/etc-corvo/link");
+  }
+  std::vector<std::string> Archives() { return files_.List(kSavedConfigurations); }
+  bool IsAsShipped() {
+    return shell("cd " + root_ + "\ndiff -r --no-dereference etc/corvo usr/share/kiva/etc-corvo");
+  }
+
+  Harness::TemporaryFolder folder_;
+  const std::string root_ = folder_.Path();
+  const Files files_{root_};
+};
+
+TEST_F(LinuxConfiguration, IsSavedForRootAlone) {
+  folder_.Write("var/lib/corvo/backup/.kiva-staging/archive", "left by a power cut");
+  const std::string archive = root_ + saveConfiguration(files_);
+  EXPECT_EQ(fs::status(archive).permissions(), kRootOnly);
+  EXPECT_EQ(fs::status(root_ + kSavedConfigurations).permissions(), fs::perms::owner_all);
+  EXPECT_FALSE(fs::exists(root_ + kSavedConfigurations + "/.kiva-staging"));
+  EXPECT_EQ(ended("tar -tf " + archive + " | grep -v '/$'").output,
+            "VERSION\naccounts\netc/corvo/ssl/only-mine\netc/corvo/welcome\n"
+            "etc/systemd/network/10-kiva-up.network\n"
+            "etc/systemd/network/10-kiva-up.network.d/more.conf\n"
+            "etc/systemd/network/20-own.network\n"
+            "etc/hostname\netc/network/interfaces.d/eth0\n");
+  fs::create_directory(root_ + "/back");
+  EXPECT_EQ(ended("cd " + root_ + "/back && tar -xf " + archive +
+                  " && head -n 1 VERSION && cat accounts && diff -r etc/corvo ../etc/corvo")
+                .output,
+            "version=1\nanna:$6$c:1\n");
+}
+
+TEST_F(LinuxConfiguration, TheLastTenAreKept) {
+  folder_.Write("var/lib/corvo/backup/configuration-8-2020-01-01.tar", "");
+  folder_.Write("var/lib/corvo/backup/mine.tar", "");
+  for (int i = 0; i < 10; ++i) saveConfiguration(files_);
+  const auto names = Archives();
+  ASSERT_EQ(names.size(), 11u);
+  EXPECT_TRUE(names[0].starts_with("configuration-9-2")) << names[0];
+  EXPECT_TRUE(names[9].starts_with("configuration-18-2")) << names[9];
+}
+
+TEST_F(LinuxConfiguration, WhatCannotBeSavedIsNotReset) {
+  struct Case {
+    const char* fault;
+    const char* undone;
+    const char* text;
+  };
+  const Case cases[] = {
+      {"mv usr away", "mv away usr", "etc-corvo: is not there"},
+      {"mv etc/shadow away", "mv away etc/shadow", "/etc/shadow: cannot be read"},
+      {"mkdir -p var/lib/corvo; touch var/lib/corvo/backup", "rm -r var", "Not a directory"},
+      {"mkdir -p var/lib; touch var/lib/corvo", "rm -r var", "Not a directory"},
+      {"mkdir -p var/lib/corvo/reset/x", "true", "reset: Is a directory"}};
+  for (const auto& [fault, undone, text] : cases) {
+    ASSERT_TRUE(shell("cd " + root_ + "; " + fault));
+    try {
+      resetConfiguration(files_);
+      ADD_FAILURE() << fault;
+    } catch (const HostCtlException& error) {
+      EXPECT_NE(std::string(error.what()).find(text), std::string::npos) << error.what();
+    }
+    ASSERT_TRUE(shell("cd " + root_ + "; " + undone));
+  }
+  EXPECT_EQ(files_.Read("/etc/corvo/welcome"), "mine");
+}
+
+TEST_F(LinuxConfiguration, IsResetAtTheNextStart) {
+  EXPECT_FALSE(applyReset(files_));
+  resetConfiguration(files_);
+  EXPECT_EQ(Archives().size(), 1u);
+  EXPECT_EQ(files_.Read("/etc/corvo/welcome"), "mine");
+  EXPECT_TRUE(applyReset(files_));
+  EXPECT_TRUE(IsAsShipped());
+  EXPECT_EQ(files_.List("/etc/systemd/network"), std::vector<std::string>{"20-own.network"});
+  EXPECT_FALSE(fs::exists(root_ + "/etc/corvo.reset"));
+  EXPECT_FALSE(applyReset(files_)) << "it is done once";
+}
+
+TEST_F(LinuxConfiguration, AResetGoesOnWhereThePowerWasCut) {
+  const char* cuts[] = {"mkdir etc/corvo.reset && touch etc/corvo.reset/half",
+                        "mv etc/corvo etc/corvo.reset && cp -a usr/share/kiva/etc-corvo etc/corvo",
+                        "rm -r etc/corvo"};
+  for (const char* cut : cuts) {
+    resetConfiguration(files_);
+    ASSERT_TRUE(shell("cd " + root_ + "\n" + cut)) << cut;
+    EXPECT_TRUE(applyReset(files_));
+    EXPECT_TRUE(IsAsShipped()) << cut;
+    EXPECT_FALSE(fs::exists(root_ + "/etc/corvo.reset")) << cut;
+  }
+}
+
+}  // namespace

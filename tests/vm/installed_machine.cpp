@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: MIT
+#include "tests/vm/installed_machine.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
+
+#include "harness/console.h"
+#include "harness/temporary_folder.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using Harness::Machine;
+using Harness::MachineParts;
+using Harness::Screen;
+
+constexpr const char* kPlain = "plain";
+constexpr const char* kInstalled = "installed";
+
+/// The text of all cells in the colours of the focus.
+std::string focused(const Screen& screen) {
+  constexpr Harness::Colours kFocus{7, 0};  // white on black
+  std::string text;
+  const auto [rows, columns] = screen.GetSize();
+  for (int i = 0; i < rows * columns; ++i)
+    if (screen.ColoursAt(i / columns, i % columns) == kFocus)
+      text += screen.At(i / columns, i % columns).text;
+  const std::size_t start = text.find_first_not_of(' ');
+  return start == std::string::npos ? ""
+                                    : text.substr(start, text.find_last_not_of(' ') + 1 - start);
+}
+
+fs::path folder() {
+  const char* path = std::getenv("KIVA_VM");
+  if (!path) throw std::runtime_error("script/test-vm makes a machine and runs these tests");
+  return fs::absolute(path);
+}
+
+void succeed(Machine& machine, const std::string& script) {
+  const auto [status, output] = machine.Shell(script);
+  if (status != 0) throw std::runtime_error(script + ": " + output);
+}
+
+void save(Machine& machine, const std::string& name) {
+  if (const std::string error = machine.Monitor("savevm " + name); !error.empty())
+    throw std::runtime_error(error);
+}
+
+/// A disk with the snapshot of the server before anything was installed; it stays for later runs.
+fs::path plainDisk() {
+  fs::path disk = folder() / "plain.qcow2";
+  if (fs::exists(disk)) return disk;
+  const fs::path fresh = folder() / "new.qcow2";
+  const std::string make = "qemu-img create -q -f qcow2 -F raw -b '" +
+                           (folder() / "disk.ext4").string() + "' '" + fresh.string() + "'";
+  if (std::system(make.c_str()) != 0) throw std::runtime_error(make);
+  {
+    Machine machine(MachineParts{folder(), fresh, folder() / "payload.tar"});
+    machine.WaitForShell();
+    succeed(machine, "systemctl is-system-running --wait && sync");
+    save(machine, kPlain);
+  }
+  fs::rename(fresh, disk);
+  return disk;
+}
+
+/// This run's own disk, with a snapshot of the server just after the package was installed.
+const fs::path& installedDisk() {
+  static const Harness::TemporaryFolder ours;
+  static const fs::path made = [] {
+    fs::path disk = ours.Path() / "disk.qcow2";
+    fs::copy_file(plainDisk(), disk);
+    Machine machine(MachineParts{folder(), disk, folder() / "payload.tar", kPlain});
+    succeed(machine, "cd /root && tar -xf /dev/vdb && dpkg -i kiva.deb && rm kiva.deb");
+    machine.WaitFor("Shut Down/Restart");
+    save(machine, kInstalled);
+    return disk;
+  }();
+  return made;
+}
+
+}  // namespace
+
+void InstalledMachine::SetUp() {
+  machine_.emplace(MachineParts{folder(), installedDisk(), folder() / "payload.tar", kInstalled});
+}
+
+void InstalledMachine::LogIn(const std::string& key, const std::string& password) {
+  machine_->Do({key, std::string("wait:") + kLogin, "Down", "type:" + password, "Enter",
+                std::string("gone:") + kLogin});
+}
+
+void InstalledMachine::Focus(const std::string& entry) {
+  constexpr int kMostEntries = 300;
+  Screen screen = machine_->WaitFor(entry);
+  for (int i = 0; i < kMostEntries; ++i) {
+    if (focused(screen) == entry) return;
+    machine_->Press("Down");
+    const std::string before = focused(screen);
+    screen = machine_->WaitUntil([&](const Screen& now) { return focused(now) != before; },
+                                 "the focus to leave " + before);
+  }
+  throw Harness::WaitFailed("no entry " + entry + " in\n" + screen.Dump());
+}
+
+void InstalledMachine::Choose(const std::string& entry) {
+  Focus(entry);
+  machine_->Press("Enter");
+}
+
+std::string InstalledMachine::Shell(const std::string& script) {
+  const auto [status, output] = machine_->Shell(script);
+  EXPECT_EQ(status, 0) << script << "\n" << output;
+  return output;
+}
+
+void InstalledMachine::WaitForSuccess(const std::string& script) {
+  Shell("for i in $(seq 300); do " + script + " && exit 0; sleep 0.2; done; exit 1");
+}
+
+bool InstalledMachine::SshLetsIn() {
+  const std::string call =
+      "ssh -q -o BatchMode=yes -o ConnectTimeout=60 -o StrictHostKeyChecking=no "
+      "-o UserKnownHostsFile=/dev/null -i '" +
+      (folder() / "key").string() + "' -p " + std::to_string(machine_->SshPort()) +
+      " visitor@127.0.0.1 true </dev/null";
+  return std::system(call.c_str()) == 0;
+}
+
+void InstalledMachine::WaitForNewStart(const std::string& bootId) {
+  machine_->WaitForShell();
+  machine_->WaitFor(kWelcome);
+  EXPECT_NE(BootId(), bootId);
+}
