@@ -58,11 +58,15 @@ int Demo::Stop() {
   return WaitForExit();
 }
 
-bool Demo::StaysIdle() {
-  Settle();
+bool Demo::DoesNothing() const {
   const auto before = workOf(Pid());
   std::this_thread::sleep_for(std::chrono::milliseconds(200));
   return workOf(Pid()) == before;
+}
+
+bool Demo::StaysIdle() {
+  Settle();
+  return DoesNothing();
 }
 
 void openLogin(Console& console) {
@@ -75,6 +79,14 @@ void logIn(Console& console) {
   openLogin(console);
   console.Do({"Enter", "type:demo", "Enter"});
   console.WaitFor(kMenu);
+}
+
+void openTroubleshooting(Console& console, int row) {
+  logIn(console);
+  console.Press("Down", 9);  // what can be selected at the top differs from host to host
+  console.Press("Up", 3);
+  console.Do({"Enter", "wait:Troubleshooting Mode Options"});
+  console.Press("Down", row);
 }
 
 }  // namespace Harness

@@ -40,7 +40,9 @@ class Demo : public OwnHost, public Terminal {
   void WaitForLine(std::string_view kind, const std::string& line);
   /// Stops the program with SIGTERM: its exit status.
   int Stop();
-  /// Whether the program, once it waits for a key, does nothing at all for a while.
+  /// Whether the program does nothing at all for a while.
+  bool DoesNothing() const;
+  /// The same once it waits for a key.
   bool StaysIdle();
 
  private:
@@ -55,5 +57,7 @@ inline constexpr const char* kMenu = "System Customization";
 void openLogin(Console& console);
 /// From the welcome screen to the menu, as the user that the dialog offers.
 void logIn(Console& console);
+/// From the welcome screen to the troubleshooting options, with the entry `row` (from 0) selected.
+void openTroubleshooting(Console& console, int row);
 
 }  // namespace Harness

@@ -50,9 +50,8 @@ bool isPlain(std::string_view text) {
 
 ToolAnswer callTool(StandInHost& host, std::vector<std::string> words) {
   if (words.size() > 1 && words.front() == kShellPath) words.erase(words.begin());
-  if (words.empty() || !words.front().starts_with('/'))
-    return notFound(words.empty() ? "" : words[0]);
-  const std::string path = words.front();
+  if (words.empty()) return notFound("");
+  const std::string path = (words.front().starts_with('/') ? "" : "/sbin/") + words.front();
   return runTool(host, path, words);
 }
 
@@ -75,8 +74,8 @@ ToolAnswer runFile(StandInHost& host, const Call& call) {
 }
 
 constexpr std::array<Command<StandInHost>, 2> kCalls = {{
-    {"-c LINE", "runs a line that calls one tool by its path, with plain words", Effect::Reads,
-     runLine},
+    {"-c LINE", "runs a line that calls one tool, by its path or from /sbin, with plain words",
+     Effect::Reads, runLine},
     {"FILE [ACTION]", "runs the tool at FILE", Effect::Reads, runFile},
 }};
 

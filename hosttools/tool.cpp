@@ -19,7 +19,8 @@ using Table = std::span<const Tool<Host>* const>;
 constexpr std::array kTools = {&kHmxCmd,         &kHalocli,      &kHalocfgAdvcfg,  &kInitScripts,
                                &kServicesScript, &kBackupScript, &kFirmwareConfig, &kPowerOffVms,
                                &kTarnbacktrace,  &kTarnping};
-constexpr std::array kStandIns = {&kOpenssl, &kSshKeygen, &kOvlcfgVswitch, &kShell};
+constexpr std::array kStandIns = {&kOpenssl,  &kSshKeygen, &kOvlcfgVswitch,
+                                  &kPoweroff, &kReboot,    &kShell};
 
 constexpr int kNotFound = 127;
 

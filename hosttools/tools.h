@@ -23,6 +23,8 @@ extern const Tool<ToolHost> kTarnping;
 extern const Tool<StandInHost> kOpenssl;
 extern const Tool<StandInHost> kSshKeygen;
 extern const Tool<StandInHost> kOvlcfgVswitch;
+extern const Tool<StandInHost> kPoweroff;
+extern const Tool<StandInHost> kReboot;
 extern const Tool<StandInHost> kShell;
 
 }  // namespace HostTools

@@ -195,6 +195,15 @@ void setServiceEnabled(Store& store, const std::string& name, bool enabled) {
   setServiceFlag(store, name, "enabled", enabled);
 }
 
+void setPower(Store& store, Power power) {
+  store.Change([&](Json& host) {
+    const std::string_view before = host.value("power", nameOf(Power::On));
+    if (before == nameOf(power)) return false;
+    host["power"] = nameOf(power);
+    return true;
+  });
+}
+
 void stopMachines(Store& store, Machines which) {
   store.Change([&](Json& host) {
     bool anyStopped = false;

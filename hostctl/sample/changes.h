@@ -37,6 +37,8 @@ void moveKernelNic(Store& store, const std::string& name, const std::string& swi
 void setServiceRunning(Store& store, const std::string& name, bool running);
 void setServiceEnabled(Store& store, const std::string& name, bool enabled);
 
+void setPower(Store& store, Power power);
+
 /// Stops the running machines that have an autostart number, or all of them.
 enum class Machines { Managed, All };
 void stopMachines(Store& store, Machines which);

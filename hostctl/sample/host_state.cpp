@@ -125,7 +125,11 @@ void readAccess(const JsonNode& top, HostState& state) {
   state.hostKeys = readMap(top["sshHostKeys"], readHostKey);
 }
 
+constexpr Choices<Power, 3> kPowers = {
+    {{"on", Power::On}, {"off", Power::Off}, {"restarting", Power::Restarting}}};
+
 void readParts(const JsonNode& top, HostState& state) {
+  if (const auto power = top.Find("power")) state.power = readChoice(*power, kPowers);
   state.servicesRunning =
       readMap(top["services"], [](const JsonNode& service) { return service["running"].Flag(); });
   state.servicesEnabled =
@@ -158,6 +162,10 @@ HostState readHostState(const Json& json) {
   readParts(top, state);
   readRehearsals(top, state);
   return state;
+}
+
+std::string_view nameOf(Power power) {
+  return kPowers.at(static_cast<std::size_t>(power)).first;
 }
 
 const Account* findAccount(const HostState& state, const std::string& name) {

@@ -52,6 +52,9 @@ struct Rehearsal {
   bool missing = false;
 };
 
+enum class Power { On, Off, Restarting };
+std::string_view nameOf(Power power);
+
 /// The whole of host.json as values. Optional parts are empty where the file does not have them.
 struct HostState {
   HostCtl::System::VersionRecord version;
@@ -88,6 +91,7 @@ struct HostState {
   std::map<std::string, std::map<std::string, std::string>> certificates;
   std::map<std::string, HostSeam::HostKey> hostKeys;
 
+  Power power = Power::On;
   std::map<std::string, bool> features;
   /// Addresses that answer a ping.
   std::vector<std::string> reachable;

@@ -4,6 +4,7 @@
 #include <memory>
 #include <system_error>
 
+#include "sample/changes.h"
 #include "sample/journal_line.h"
 #include "sample/pam_service.h"
 #include "sample/sample_driver.h"
@@ -17,6 +18,7 @@ void useSampleHost(const std::filesystem::path& directory) try {
   for (const char* folder : {"root/var/run/corvo", "root/var/log"})
     std::filesystem::create_directories(home / folder);
   ensurePamService(home / "pam.d", platform->GetStore().File());
+  setPower(platform->GetStore(), Power::On);
   auto driver = std::make_unique<SampleDriver>(platform->GetStore(), platform->GetJournal());
   HostSeam::useHost(std::move(platform), std::move(driver));
 } catch (const std::system_error& error) {

@@ -2,6 +2,7 @@
 #include "sample/sample_platform.h"
 
 #include <syslog.h>
+#include <unistd.h>
 
 #include "sample/file_tools.h"
 #include "sample/journal_line.h"
@@ -26,7 +27,8 @@ Program SamplePlatform::ChildProgram(const Program& program) {
   const auto rehearsal = tools.find(program.path);
   if (rehearsal != tools.end() && rehearsal->second.missing)
     return {directory_ / "missing", program.arguments};
-  Program child{programFolder() / name, {name, "--host", directory_, program.path}};
+  Program child{programFolder() / name,
+                {name, "--host", directory_, "--console", std::to_string(getpid()), program.path}};
   for (std::size_t i = 1; i < program.arguments.size(); ++i)
     child.arguments.push_back(program.arguments[i]);
   return child;

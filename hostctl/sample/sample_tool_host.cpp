@@ -11,6 +11,7 @@
 #include "sample/backup.h"
 #include "sample/changes.h"
 #include "sample/file_tools.h"
+#include "sample/stop_later.h"
 
 namespace HostSample {
 
@@ -21,6 +22,9 @@ constexpr std::array kAgents = {"mgmtd", "evbd"};
 
 /// What a shell answers for a program that is not there.
 constexpr int kNotFound = 127;
+
+/// As long as an operator can read that the host goes down.
+constexpr std::chrono::seconds kUntilDown{2};
 
 template <typename Value>
 std::optional<Value> findIn(const std::map<std::string, Value>& values, const std::string& key) {
@@ -73,6 +77,11 @@ void SampleToolHost::AddPortGroup(const std::string& name, const std::string& sw
 
 void SampleToolHost::MoveKernelNic(const std::string& name, const std::string& switchName) {
   moveKernelNic(store_, name, switchName);
+}
+
+void SampleToolHost::GoDown(PowerChange how) {
+  setPower(store_, how == PowerChange::Off ? Power::Off : Power::Restarting);
+  if (console_) stopLater(*console_, kUntilDown);
 }
 
 std::optional<std::string> SampleToolHost::FindCertificateFingerprint(const std::string& file,

@@ -9,9 +9,11 @@ namespace HostSample {
 /// The sample host as its own command-line tools see it.
 class SampleToolHost : public HostSeam::StandInHost {
  public:
-  /// Throws SampleHostError when the host.json of `directory` cannot be used.
-  explicit SampleToolHost(const std::filesystem::path& directory)
-      : directory_(directory), store_(directory / "host.json") {}
+  /// `console` is the console that goes down with the host, if one runs the tool. Throws
+  /// SampleHostError when the host.json of `directory` cannot be used.
+  explicit SampleToolHost(const std::filesystem::path& directory,
+                          std::optional<pid_t> console = std::nullopt)
+      : directory_(directory), store_(directory / "host.json"), console_(console) {}
 
   std::optional<HostSeam::ToolAnswer> FindRehearsal(const std::string& path) override;
   bool MayChange() override { return true; }
@@ -29,6 +31,7 @@ class SampleToolHost : public HostSeam::StandInHost {
                     const std::string& switchName) override;
   void AddPortGroup(const std::string& name, const std::string& switchName) override;
   void MoveKernelNic(const std::string& name, const std::string& switchName) override;
+  void GoDown(HostSeam::PowerChange how) override;
 
   std::optional<std::string> FindCertificateFingerprint(const std::string& file,
                                                         const std::string& digest) override;
@@ -52,6 +55,7 @@ class SampleToolHost : public HostSeam::StandInHost {
  private:
   std::filesystem::path directory_;
   Store store_;
+  std::optional<pid_t> console_;
 };
 
 }  // namespace HostSample

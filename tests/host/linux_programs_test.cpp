@@ -31,7 +31,7 @@ TEST(LinuxPrograms, EndInTimeWhateverTheyDo) {
   const std::string late = "/bin/sh did not end in time";
   const Case cases[] = {{"echo out; echo err >&2; exit 3", 3, "out\nerr\n"},
                         {"cat; head -c 200000 /dev/zero | tr '\\0' x", 0, std::string(4096, 'x')},
-                        {"echo kept; sleep 60 & exit 4", 4, "kept\n"},
+                        {"echo kept; sleep 15 & exit 4", 4, "kept\n"},
                         {"exec >&- 2>&-; sleep 0.1; exit 5", 5, ""},
                         {"kill -9 $$", -1, "/bin/sh was killed"},
                         {"sleep 60", -1, late},

@@ -3,6 +3,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
+#include <csignal>
+
 #include "harness/demo_host.h"
 #include "harness/hosts/machine.h"
 #include "sample/journal.h"
@@ -73,6 +76,31 @@ TEST(SampleProcesses, JournalLinesStayWhole) {
   EXPECT_EQ(host.Journal(), std::vector<std::string>(200, "log.info\t" + text));
 }
 
+TEST(SampleProcesses, AHostThatGoesDownTakesItsConsoleAlongLater) {
+  using Clock = std::chrono::steady_clock;
+  DemoHost host;
+  const auto powerOff = [&](const std::string& console) {
+    const auto start = Clock::now();
+    EXPECT_EQ(program("kiva-demo-tools",
+                      "--host '" + host.Directory().string() + "' " + console + " /sbin/poweroff")
+                  .output,
+              "");
+    EXPECT_LT(Clock::now() - start, std::chrono::seconds(1)) << "nobody holds the tool's outputs";
+    EXPECT_EQ(host.State()["power"], "off");
+    host.Set("/power", "on");
+  };
+  const pid_t console = fork();
+  if (console == 0) _exit((pause(), 0));
+  powerOff("");
+  powerOff("--console 0");
+  powerOff("--console " + std::to_string(console));
+  const auto start = Clock::now();
+  int status = 0;
+  waitpid(console, &status, 0);
+  EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGTERM);
+  EXPECT_GT(Clock::now() - start, std::chrono::seconds(1));
+}
+
 TEST(SampleProcesses, TheDemoRefusesInOneLineBeforeItTouchesTheTerminal) {
   DemoHost host;
   host.WriteText("{}");
@@ -97,7 +125,7 @@ TEST(SampleProcesses, TheDemoRefusesInOneLineBeforeItTouchesTheTerminal) {
 
 TEST(SampleProcesses, OneProgramIsEveryTool) {
   DemoHost host;
-  host.Set("/tools", {{"/bin/tarnping", {{"signal", 9}}},
+  host.Set("/tools", {{"/bin/tarnping", {{"signal", 9}, {"seconds", 1}}},
                       {"/sbin/backup.sh", {{"missing", true}}},
                       {"/none", {{"status", 4}, {"stdout", std::string(5000, 'x')}}}});
   const std::string directory = host.Directory(), option = "-q -g PXEBootEnabled";
@@ -115,7 +143,9 @@ TEST(SampleProcesses, OneProgramIsEveryTool) {
   EXPECT_EQ(longAnswer.status, 4);
   EXPECT_EQ(longAnswer.output, std::string(4096, 'x'));
   HostSample::useSampleHost(host.Directory());
+  const auto start = std::chrono::steady_clock::now();
   EXPECT_EQ(Kiva::RunCommand({.path = "/bin/tarnping", .arguments = {"tarnping"}}).status, -1);
+  EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
   EXPECT_EQ(Kiva::RunCommand({.path = "/sbin/backup.sh", .arguments = {"backup.sh"}}).startError,
             ENOENT);
 }

@@ -134,6 +134,26 @@ TEST(Time, ADialogWithoutSessionTimesOutSilently) {
   }
 }
 
+TEST(Time, OnlyTheTimeOutLeadsOutOfAHostThatDoesNotGoDown) {
+  Json changes = timeOut(30);
+  changes["tools"]["/sbin/poweroff"]["status"] = 0;
+  Demo demo(changes, at(kSpeed));
+  const Screen welcome = demo.Look();
+  demo.Do({"F12", "Enter", "type:demo", "Enter", "wait:Forcefully", "F2", "wait:in progress"});
+  const Lines journal = demo.host.Journal();
+  demo.WaitForGone("in progress");
+  EXPECT_EQ(demo.Look(), welcome) << "out of both dialogs at once";
+  EXPECT_EQ(demo.host.Journal(), journal) << "there was no session to end";
+}
+
+TEST(Time, ARestoredHostWaitsForItsRestartAsLongAsItTakes) {
+  Demo demo(timeOut(30), at(kSpeed));
+  logIn(demo);
+  for (int i = 0; i < 12; ++i) demo.Send("\033[B");
+  demo.Do({"Enter", "wait:Configuration now?", "F11", "wait:Default settings are restored."});
+  EXPECT_TRUE(waitUntilDim(demo).Shows("Default settings")) << "the time-out would come first";
+}
+
 TEST(Time, SettingsThatNeverTimeOut) {
   for (const int seconds : {0, -1}) {
     SCOPED_TRACE(seconds);

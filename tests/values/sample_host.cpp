@@ -163,8 +163,14 @@ TEST_F(SampleHost, JournalsWhatLeavesTheProgram) {
   platform().Log((12 << 3) | LOG_CRIT, "c");
   platform().EventAdd("@&!*@*@(id)text");
   platform().Audit({"login.connect", "root", false, {{"reason", "Invalid Login"}, {"n", "1"}}});
-  const std::vector<std::string> tool = {"kiva-demo-tools", "--host", host.Directory(),
-                                         "/bin/hmx-cmd",    "-U",     "kiva"};
+  const std::vector<std::string> tool = {"kiva-demo-tools",
+                                         "--host",
+                                         host.Directory(),
+                                         "--console",
+                                         std::to_string(getpid()),
+                                         "/bin/hmx-cmd",
+                                         "-U",
+                                         "kiva"};
   EXPECT_EQ(platform().ChildProgram({"/bin/hmx-cmd", {"hmx-cmd", "-U", "kiva"}}).arguments, tool);
   platform().TerminalProgram({"/bin/less", {"less", "-cfP", "a b"}});
   TarnCtl::System::SystemInfoImpl system;

@@ -113,7 +113,7 @@ TEST(SampleTools, AnswerWithoutChangingTheHost) {
        {kCore + "-o ../up -d /var/log", refuses("tarnbacktrace: not the name of a file: ../up")},
        {kCore + "-o up -d /var/..", refuses("tarnbacktrace: not the path of a folder: /var/..")},
        {kOvl + "-m -p vSwitch1 -I tarn0", refuses("ovlcfg-vswitch: ovl-opsagent is not running")},
-       {"/sbin/reboot", refuses("/sbin/reboot: no such tool", 127)},
+       {"/sbin/poweroff -f", refuses("poweroff: unknown argument -f")},
        {"/bin/halocli system shutdown", {1, "halocli: unknown argument shutdown\n", ""}}});
   EXPECT_EQ(host.Text(), before);
 }
@@ -187,6 +187,8 @@ const struct {
     {kHmx + "hostsvc/autostartmanager/autostop", "/machines/1/running", "false"},
     {"/bin/powerOffVms", "/machines/2/running", "false"},
     {"/sbin/powerOffVms --terminate", "/machines/0/running", "false"},
+    {kShell + "poweroff%", "/power", "\"off\""},
+    {kShell + "reboot -f%", "/power", "\"restarting\""},
 };
 
 TEST(SampleTools, ChangeTheHost) {
@@ -240,8 +242,8 @@ TEST(SampleTools, RefuseWhatTheHostDoesNotAllow) {
        {"uplink remove -u pnic1 -v vSwitch0",
         refused("The standard switch vSwitch0 has no uplink pnic1.")},
        {"uplink add -u pnic1 -v vSwitch9", refused("There is no standard switch vSwitch9.")}});
-  host.Change({{"services", Json()}, {"lockdown", {{"possible", false}}}});
-  host.Change({{"services", Json::object()}});
+  host.Set("/lockdown/possible", false);
+  host.Set("/services", Json::object());
   expectAnswers(
       host, "",
       {{kHmx + "hmxsvc/auth/lockdown_mode_enter",
@@ -266,7 +268,8 @@ TEST(SampleTools, TheShellRunsPlainLinesOnly) {
        {"/etc/init.d/SSH `x`%", refuses("sh: /etc/init.d/SSH `x`: not found", 127)},
        {"/sbin/backup.sh 0 > /etc/passwd%",
         refuses("sh: /sbin/backup.sh 0 > /etc/passwd: not found", 127)},
-       {"halocli system%", refuses("sh: halocli: not found", 127)},
+       {"halocli system%", ToolAnswer{1, "halocli: not a whole command: --help shows them\n", ""}},
+       {"halt%", refuses("/sbin/halt: no such tool", 127)},
        {" %", refuses("sh: : not found", 127)}});
   expectAnswers(host, "/bin/sh ",
                 {{"", refuses("sh: missing argument -c", 127)},

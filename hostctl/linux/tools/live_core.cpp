@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <system_error>
@@ -63,7 +64,7 @@ bool isWholeCore(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   ElfW(Ehdr) header{};
   file.read(reinterpret_cast<char*>(&header), sizeof header);
-  if (!file || !std::equal(ELFMAG, ELFMAG + SELFMAG, header.e_ident) || header.e_type != ET_CORE)
+  if (!file || std::memcmp(header.e_ident, ELFMAG, SELFMAG) != 0 || header.e_type != ET_CORE)
     return false;
   const std::uintmax_t size = fs::file_size(path);
   file.seekg(static_cast<std::streamoff>(header.e_phoff));

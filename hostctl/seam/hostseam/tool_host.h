@@ -28,6 +28,8 @@ enum class ServiceState { Absent, Stopped, Running };
 enum class UplinkChange { Add, Remove };
 /// Which way the virtual machines stop: asked to shut down, or without asking.
 enum class MachineStop { Ask, Terminate };
+/// Which way the host itself goes down.
+enum class PowerChange { Off, Restart };
 
 /// One of the programs that let remote management software at the host.
 struct Agent {
@@ -96,7 +98,7 @@ class ToolHost {
 };
 
 /// A host that also stands in for programs which a real machine brings itself: its shell, its key
-/// generators, and the tool of its network-virtualisation agent.
+/// generators, the tool of its network-virtualisation agent, and what shuts it down.
 class StandInHost : public ToolHost {
  public:
   /// `digest` is "sha1" or "sha256"; the text is colon-separated hexadecimal.
@@ -105,6 +107,8 @@ class StandInHost : public ToolHost {
   virtual std::optional<HostKey> FindHostKey(const std::string& file) = 0;
   virtual std::optional<std::string> FindPackageVersion(const std::string& name) = 0;
   virtual void MoveKernelNic(const std::string& name, const std::string& switchName) = 0;
+  /// Returns at once; the host goes down later.
+  virtual void GoDown(PowerChange how) = 0;
 };
 
 }  // namespace HostSeam
