@@ -81,4 +81,12 @@ void logIn(Console& console) {
   console.WaitFor(kMenu);
 }
 
+void openTroubleshooting(Console& console, int row) {
+  logIn(console);
+  console.Press("Down", 9);  // what can be selected at the top differs from host to host
+  console.Press("Up", 3);
+  console.Do({"Enter", "wait:Troubleshooting Mode Options"});
+  console.Press("Down", row);
+}
+
 }  // namespace Harness

@@ -57,5 +57,7 @@ inline constexpr const char* kMenu = "System Customization";
 void openLogin(Console& console);
 /// From the welcome screen to the menu, as the user that the dialog offers.
 void logIn(Console& console);
+/// From the welcome screen to the troubleshooting options, with the entry `row` (from 0) selected.
+void openTroubleshooting(Console& console, int row);
 
 }  // namespace Harness

@@ -10,6 +10,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <fstream>
 #include <thread>
 
@@ -81,6 +82,13 @@ std::string matrixModule() {
   const std::string path =
       ended("find /usr/lib -path '*/pam_wrapper/pam_matrix.so' | head -n 1").output;
   return path.substr(0, path.find('\n'));
+}
+
+std::string failureOf(const std::function<void()>& action) try {
+  action();
+  return {};
+} catch (const std::exception& error) {
+  return error.what();
 }
 
 bool waitUntil(const std::function<bool()>& condition) {

@@ -29,6 +29,9 @@ bool installed(const std::string& programs);
 /// The path of the PAM module that asks a file of ours; empty where it is not installed.
 std::string matrixModule();
 
+/// The text of the exception that ends `action`; empty when it does not fail.
+std::string failureOf(const std::function<void()>& action);
+
 /// Asks `condition` every 20 ms until it holds, for ten seconds at most.
 bool waitUntil(const std::function<bool()>& condition);
 

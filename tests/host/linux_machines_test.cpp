@@ -4,11 +4,9 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 
-#include <memory>
-
+#include "harness/hosts/machine.h"
 #include "harness/temporary_folder.h"
 #include "hostctl/lib/descriptor.h"
-#include "hostctl/lib/exception.h"
 #include "linux/loadable_module.h"
 #include "linux/tools/machine_stop.h"
 #include "linux/tools/machines.h"
@@ -17,7 +15,6 @@ using namespace HostLinux;
 
 namespace {
 
-using HostCtl::Lib::HostCtlException;
 using Names = std::vector<std::string>;
 
 constexpr const char* kUri = "test:///default";
@@ -37,34 +34,23 @@ class LinuxMachines : public testing::Test {
     const std::string text = "<domain type='test'><name>" + name +
                              "</name><memory>1024</memory><os><type>hvm</type></os><on_poweroff>" +
                              afterShutDown + "</on_poweroff></domain>";
-    const virDomainPtr machine = virDomainDefineXML(connection_.get(), text.c_str());
+    const virDomainPtr machine = virDomainDefineXML(connection_, text.c_str());
     ASSERT_EQ(virDomainCreate(machine), 0);
     virDomainSetAutostart(machine, autostart);
     virDomainFree(machine);
   }
   void Set(const std::string& text) { folder_.Write("etc/corvo/virtualisation", text); }
   std::string How(const char* name) {
-    const virDomainPtr machine = virDomainLookupByName(connection_.get(), name);
+    const virDomainPtr machine = virDomainLookupByName(connection_, name);
     int state = 0, reason = 0;
     virDomainGetState(machine, &state, &reason, 0);
     virDomainFree(machine);
     if (state == VIR_DOMAIN_RUNNING) return "runs";
     return reason == VIR_DOMAIN_SHUTOFF_SHUTDOWN ? "went" : "destroyed";
   }
-  template <class Action>
-  static std::string Failure(Action action) {
-    try {
-      action();
-    } catch (const HostCtlException& error) {
-      return error.what();
-    }
-    return "";
-  }
+  void TearDown() override { virConnectClose(connection_); }
 
-  struct Close {
-    void operator()(virConnectPtr connection) const { virConnectClose(connection); }
-  };
-  const std::unique_ptr<virConnect, Close> connection_{virConnectOpen(kUri)};
+  const virConnectPtr connection_ = virConnectOpen(kUri);
   Harness::TemporaryFolder folder_;
   const Files files_{folder_.Path()};
 };
@@ -82,38 +68,33 @@ TEST_F(LinuxMachines, AutostartedOnesAreAskedInTheirOrder) {
 }
 
 TEST_F(LinuxMachines, AskedOnesMayStayAndDestroyedOnesMayNot) {
-  EXPECT_EQ(Failure([&] { stopManagedMachines(files_, kShort); }),
-            "StopMachines stays: still running");
+  const auto powerOff = [&](HostSeam::MachineStop how) { powerOffMachines(files_, how, kShort); };
+  const std::string stays = "StopMachines stays: still running";
+  EXPECT_EQ(failureOf([&] { stopManagedMachines(files_, kShort); }), stays);
   EXPECT_EQ(How("c 3") + How("by hand"), "wentruns");
-  EXPECT_EQ(Failure([&] { powerOffMachines(files_, HostSeam::MachineStop::Ask, kShort); }),
-            "StopMachines stays: still running");
+  EXPECT_EQ(failureOf([&] { powerOff(HostSeam::MachineStop::Ask); }), stays);
   EXPECT_EQ(How("by hand") + How("stays"), "wentruns");
-  powerOffMachines(files_, HostSeam::MachineStop::Terminate, kShort);
+  powerOff(HostSeam::MachineStop::Terminate);
   EXPECT_EQ(How("stays"), "destroyed");
 }
 
-TEST_F(LinuxMachines, WithoutADaemonThereAreNone) {
-  const std::string socket = folder_.Path() / "socket";
-  Set("URI=\"qemu+unix:///system?socket=" + socket + "\"\n");
-  stopManagedMachines(files_, kShort);
-  const HostCtl::Lib::Descriptor silent(::socket(AF_UNIX, SOCK_STREAM, 0));
-  sockaddr_un address{};
-  address.sun_family = AF_UNIX;
-  socket.copy(address.sun_path, sizeof address.sun_path - 1);
+TEST_F(LinuxMachines, WithoutADaemonThereAreNoneAndOneThatHangsIsLeft) {
+  sockaddr_un address{AF_UNIX, {}};
+  (folder_.Path() / "socket").string().copy(address.sun_path, sizeof address.sun_path - 1);
+  Set("URI=\"qemu+unix:///system?socket=" + std::string(address.sun_path) + "\"\n");
+  const auto failure = [&] { return failureOf([&] { stopManagedMachines(files_, kShort); }); };
+  EXPECT_EQ(failure(), "");
+  const HostCtl::Lib::Descriptor silent(socket(AF_UNIX, SOCK_STREAM, 0));
   ASSERT_EQ(bind(silent.Get(), reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
-  const auto stop = [&] { stopManagedMachines(files_, kShort); };
-  EXPECT_NE(Failure(stop).find("Connection refused"), std::string::npos) << Failure(stop);
+  EXPECT_PRED_FORMAT2(testing::IsSubstring, "Connection refused", failure());
   ASSERT_EQ(listen(silent.Get(), 5), 0);
-  EXPECT_NE(Failure(stop).find("does not answer"), std::string::npos) << Failure(stop);
+  EXPECT_PRED_FORMAT2(testing::IsSubstring, "does not answer", failure());
 }
 
-TEST(LinuxMachineSettings, AreReadFromOneFile) {
-  const Harness::TemporaryFolder folder;
-  const Files files(folder.Path());
-  EXPECT_EQ(readMachineSettings(files).uri, "qemu:///system");
-  folder.Write("etc/corvo/virtualisation", "# none\nORDER= web 1,,db , \nURI=\n");
-  EXPECT_EQ(readMachineSettings(files).uri, "qemu:///system");
-  EXPECT_EQ(readMachineSettings(files).order, (Names{"web 1", "db"}));
+TEST_F(LinuxMachines, SettingsAreOneFile) {
+  Set("# none\nORDER= web 1,,db , \nURI=\n");
+  EXPECT_EQ(readMachineSettings(files_).uri, "qemu:///system");
+  EXPECT_EQ(readMachineSettings(files_).order, (Names{"web 1", "db"}));
 }
 
 }  // namespace

@@ -9,7 +9,6 @@
 
 #include "harness/hosts/machine.h"
 #include "harness/temporary_folder.h"
-#include "hostctl/lib/exception.h"
 #include "linux/files.h"
 #include "linux/run_program.h"
 #include "linux/tools/live_core.h"
@@ -20,7 +19,6 @@ using namespace HostLinux;
 namespace {
 
 namespace fs = std::filesystem;
-using HostCtl::Lib::HostCtlException;
 using std::chrono::milliseconds;
 
 TEST(LinuxPrograms, EndInTimeWhateverTheyDo) {
@@ -33,7 +31,7 @@ TEST(LinuxPrograms, EndInTimeWhateverTheyDo) {
   const std::string late = "/bin/sh did not end in time";
   const Case cases[] = {{"echo out; echo err >&2; exit 3", 3, "out\nerr\n"},
                         {"cat; head -c 200000 /dev/zero | tr '\\0' x", 0, std::string(4096, 'x')},
-                        {"echo kept; sleep 60 & exit 4", 4, "kept\n"},
+                        {"echo kept; sleep 15 & exit 4", 4, "kept\n"},
                         {"exec >&- 2>&-; sleep 0.1; exit 5", 5, ""},
                         {"kill -9 $$", -1, "/bin/sh was killed"},
                         {"sleep 60", -1, late},
@@ -50,21 +48,15 @@ TEST(LinuxPrograms, EndInTimeWhateverTheyDo) {
             "/no/such: No such file or directory");
   const std::string keep = "sleep 60 & echo $! > " + (folder.Path() / "pid").string() + "; wait";
   EXPECT_EQ(runProgram({"/bin/sh", {"sh", "-c", keep}}, milliseconds(300)).output, late);
-  const pid_t kept = std::stoi(Files(folder.Path()).ReadLine("/pid"));
-  EXPECT_TRUE(waitUntil([&] {
-    return kill(kept, 0) != 0 ||
-           !Files().Read("/proc/" + std::to_string(kept) + "/cmdline").value_or("").size();
-  })) << "what it started is killed with it";
+  const std::string kept = "/proc/" + Files(folder.Path()).ReadLine("/pid") + "/cmdline";
+  EXPECT_TRUE(waitUntil([&] { return Files().Read(kept).value_or("").empty(); }))
+      << "what it started is killed with it";
 }
 
 TEST(LinuxPrograms, AStatusThatSomebodyElseTookIsNoSuccess) {
   const auto before = std::signal(SIGCHLD, SIG_IGN);
   EXPECT_EQ(runProgram({"/bin/true", {"true"}}, milliseconds(5000)).status, -1);
   std::signal(SIGCHLD, before);
-}
-
-bool has(const std::string& text, const char* part) {
-  return text.find(part) != std::string::npos;
 }
 
 // A process with a name of its own and more memory than it has touched, until its input ends.
@@ -86,14 +78,9 @@ class LinuxLiveCore : public testing::Test {
     if (!input_) return;
     EXPECT_EQ(pclose(input_), 0) << "the process went on to its own end";
   }
-  std::string Failure(const HostSeam::LiveCore& core, const LiveCoreLimits& limits = {}) {
-    try {
-      return "written " + writeLiveCore(core, limits);
-    } catch (const HostCtlException& error) {
-      return error.what();
-    }
+  static std::string Failure(const HostSeam::LiveCore& core, const LiveCoreLimits& limits = {}) {
+    return failureOf([&] { writeLiveCore(core, limits); });
   }
-  bool IsLeftEmpty() { return fs::is_empty(cores_); }
 
   Harness::TemporaryFolder folder_;
   const std::string cores_ = folder_.Path() / "cores";
@@ -111,13 +98,16 @@ TEST_F(LinuxLiveCore, IsAWholeCoreOfAProcessThatGoesOn) {
 }
 
 TEST_F(LinuxLiveCore, LeavesNothingBehindWhenItFails) {
-  EXPECT_PRED2(has, Failure(core_, {.bytes = 4096}), "larger than a core may be");
-  EXPECT_PRED2(has, Failure(core_, {.bytes = 8 << 20}), "could not be written");
-  EXPECT_PRED2(has, Failure(core_, {.time = milliseconds(1)}), "did not end in time");
-  EXPECT_PRED2(has, Failure({"no-such", "x", cores_}), "no process has this name");
-  EXPECT_PRED2(has, Failure({core_.process, "../x", cores_}), "not the name of a file");
-  EXPECT_PRED2(has, Failure({core_.process, "x", cores_ + "/none"}), "No such file");
-  EXPECT_TRUE(IsLeftEmpty());
+  const std::string& name = core_.process;
+  const std::tuple<HostSeam::LiveCore, LiveCoreLimits, const char*> cases[] = {
+      {core_, {.bytes = 4096}, "larger than a core may be"},
+      {core_, {.bytes = 8 << 20}, "could not be written"},
+      {core_, {.time = milliseconds(1)}, "did not end in time"},
+      {{"no-such", "x", cores_}, {}, "no process has this name"},
+      {{name, "x", cores_ + "/none"}, {}, "No such file"}};
+  for (const auto& [core, limits, text] : cases)
+    EXPECT_PRED_FORMAT2(testing::IsSubstring, text, Failure(core, limits));
+  EXPECT_TRUE(fs::is_empty(cores_));
 }
 
 TEST_F(LinuxLiveCore, OfAProcessThatCannotBeStoppedIsGivenUp) {
@@ -131,27 +121,20 @@ TEST_F(LinuxLiveCore, OfAProcessThatCannotBeStoppedIsGivenUp) {
     _exit(7);
   }
   const std::string process = "/proc/" + std::to_string(waiting);
-  ASSERT_TRUE(
-      waitUntil([&] { return has(Files().ReadLine(process + "/stat"), "(kiva-waiting) D"); }));
-  EXPECT_PRED2(has, Failure({"kiva-waiting", "x", cores_}, {.time = milliseconds(1500)}),
-               "in time");
+  ASSERT_TRUE(waitUntil([&] {
+    return Files().ReadLine(process + "/stat").find("(kiva-waiting) D") != std::string::npos;
+  }));
+  EXPECT_PRED_FORMAT2(testing::IsSubstring, "in time",
+                      Failure({"kiva-waiting", "x", cores_}, {.time = milliseconds(1500)}));
   int status = 0;
   EXPECT_TRUE(waitUntil([&] { return waitpid(waiting, &status, WNOHANG) == waiting; }));
   kill(waiting, SIGKILL);
   EXPECT_EQ(WEXITSTATUS(status), 7) << "the process goes on when it can";
-  EXPECT_TRUE(IsLeftEmpty());
-}
-
-TEST(LinuxPing, TakesNothingButAddressesAndNames) {
-  for (const char* good : {"10.0.0.1", "::1", "fe80::1%eth0.12", "node-7.lab.example"})
-    EXPECT_TRUE(isAddressOrName(good)) << good;
-  for (const char* bad : {"", "-f", "--", "a b", "$(id)", "1.2.3.4;id", "::1%-I", "::1%", "::g%a"})
-    EXPECT_FALSE(isAddressOrName(bad)) << bad;
-  EXPECT_EQ(ping("-f", 1).status, 2);
-  EXPECT_EQ(ping("127.0.0.1", 0).status, 2);
+  EXPECT_TRUE(fs::is_empty(cores_));
 }
 
 TEST(LinuxPing, TellsWhoAnswers) {
+  EXPECT_EQ(ping("-V", 1).status, 2) << "not an option";
   if (!installed("ping ip")) GTEST_SKIP() << "ping or ip is not installed";
   inNamespaces([] {
     ASSERT_TRUE(

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <system_error>
@@ -57,22 +58,13 @@ std::uintmax_t memoryOf(pid_t process) {
   return static_cast<std::uintmax_t>(kibibytes) * 1024;
 }
 
-void check(const LiveCore& core) {
-  if (core.output.empty() || core.output.front() == '.' ||
-      core.output.find('/') != std::string::npos)
-    fail(core, "\"" + core.output + "\" is not the name of a file");
-  if (core.folder.empty() || core.folder.front() != '/')
-    fail(core, "\"" + core.folder + "\" is not the path of a folder");
-  if (access(kDebugger, X_OK) != 0) fail(core, std::string(kDebugger) + " is not installed");
-}
-
 /// The debugger says that it has written a core also when the disk was too small for all of it. A
 /// whole core has every segment that its header tells of.
 bool isWholeCore(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   ElfW(Ehdr) header{};
   file.read(reinterpret_cast<char*>(&header), sizeof header);
-  if (!file || !std::equal(ELFMAG, ELFMAG + SELFMAG, header.e_ident) || header.e_type != ET_CORE)
+  if (!file || std::memcmp(header.e_ident, ELFMAG, SELFMAG) != 0 || header.e_type != ET_CORE)
     return false;
   const std::uintmax_t size = fs::file_size(path);
   file.seekg(static_cast<std::streamoff>(header.e_phoff));
@@ -105,7 +97,7 @@ void letGoOn(pid_t process, const std::string& stateBefore) {
 }  // namespace
 
 std::string writeLiveCore(const LiveCore& core, const LiveCoreLimits& limits) try {
-  check(core);
+  if (access(kDebugger, X_OK) != 0) fail(core, std::string(kDebugger) + " is not installed");
   const pid_t process = findProcess(core);
   const std::uintmax_t limit = std::min(limits.bytes, fs::space(core.folder).available / 2);
   if (memoryOf(process) > limit) fail(core, "its memory is larger than a core may be here");

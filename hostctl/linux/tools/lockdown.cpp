@@ -205,6 +205,8 @@ void leave(const Files& files) {
 
 bool isLockdownEnabled(const Files& files) {
   const auto list = files.Read(kAccounts);
+  if (!list && !files.Exists(kAccounts) && errno == EACCES)
+    throw HostCtlException("IsLockdownEnabled", kAccounts, std::strerror(errno));
   if (!list) return false;
   const bool marked = std::all_of(kRemoteServices.begin(), kRemoteServices.end(), [&](auto* name) {
     const std::string path = std::string(kPamFolder) + "/" + name;

@@ -22,7 +22,8 @@ namespace HostLinux {
 /// are taken when lockdown is entered; entering it again takes them anew. Sessions that run stay.
 
 /// Whether all of that is there, for every way of remote login that the machine has now: a half
-/// lockdown is none. Entering or leaving completes either way.
+/// lockdown is none. Entering or leaving completes either way. Throws HostCtlException where only
+/// root may look.
 bool isLockdownEnabled(const Files& files);
 
 /// Whether the caller may write where it has to, and the SSH server, where there is one, reads the

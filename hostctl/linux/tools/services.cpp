@@ -57,9 +57,10 @@ const Unit* findWith(std::span<const Unit> units, bool Unit::*property) {
   return unit == units.end() ? nullptr : &*unit;
 }
 
-void change(const std::string& operation, const std::string& object, const char* verb,
+void change(const std::string& operation, const std::string& object, const std::string& verb,
             const std::vector<std::string>& units) {
   if (units.empty()) return;
+  if (verb == "start") forgetFailures(units);
   std::vector<std::string> arguments = {verb, "--"};
   arguments.insert(arguments.end(), units.begin(), units.end());
   systemctl(operation, object, arguments);

@@ -41,7 +41,7 @@ bool isUnitName(std::string_view name) {
 Unit parseUnit(const std::string& name, std::string_view text) {
   const Assignments values = parseAssignments(text);
   const std::string loaded = valueOf(values, "LoadState");
-  if (loaded.empty() || loaded == "not-found" ||
+  if (loaded.empty() || loaded == "not-found" || loaded == "masked" ||
       valueOf(values, "SourcePath").starts_with(kInitScripts))
     return {name};
   return {name, true, isActive(valueOf(values, "ActiveState")),
@@ -53,6 +53,14 @@ Unit readUnit(const std::string& operation, const std::string& name) {
       {"show", "--property=LoadState,ActiveState,UnitFileState,SourcePath", "--", name}, kAskLimit);
   if (result.status != 0) throw HostCtlException(operation, name, causeOf(result));
   return parseUnit(name, result.output);
+}
+
+// systemd answers with a failure for a unit that it has not looked at yet, which has nothing to
+// forget.
+void forgetFailures(const std::vector<std::string>& names) {
+  std::vector<std::string> arguments = {"reset-failed", "--"};
+  arguments.insert(arguments.end(), names.begin(), names.end());
+  run(std::move(arguments), kAskLimit);
 }
 
 void systemctl(const std::string& operation, const std::string& object,

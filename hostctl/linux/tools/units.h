@@ -9,8 +9,9 @@
 
 namespace HostLinux {
 
-/// A systemd unit as the tools care about it. A unit that systemd only made up from an init script
-/// counts as not installed: those scripts are our own tools, which ask for the unit.
+/// A systemd unit as the tools care about it. One that is masked counts as not installed, and so
+/// does one that systemd only made up from an init script: those scripts are our own tools, which
+/// ask for the unit.
 struct Unit {
   std::string name;
   bool installed = false;
@@ -33,6 +34,10 @@ Unit readUnit(const std::string& operation, const std::string& name);
 /// Has systemd do what `arguments` say to what `object` names in a failure.
 void systemctl(const std::string& operation, const std::string& object,
                const std::vector<std::string>& arguments);
+
+/// Has systemd forget that these failed or were started often, so that it does not refuse the next
+/// start because of that.
+void forgetFailures(const std::vector<std::string>& names);
 
 /// The unit in what `systemctl show` prints about it, KEY=VALUE lines.
 Unit parseUnit(const std::string& name, std::string_view text);

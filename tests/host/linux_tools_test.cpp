@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+// What the host tools change, judged by what it is for: PAM, accounts, and a Debian under systemd.
+#include <gtest/gtest.h>
+#include <security/pam_appl.h>
+
+#include <fstream>
+
+#include "harness/hosts/container.h"
+#include "harness/virtual_terminal.h"
+#include "linux/files.h"
+#include "linux/tools/administrators.h"
+#include "linux/tools/remote_logins.h"
+
+using namespace HostLinux;
+
+namespace {
+
+/// Whether the service in `folder` admits an account that is who it says.
+bool admits(const std::string& folder, const char* account) {
+  const pam_conv nobody{
+      [](int, const pam_message**, pam_response**, void*) { return PAM_CONV_ERR; }, nullptr};
+  pam_handle_t* handle = nullptr;
+  EXPECT_EQ(pam_start_confdir("sshd", account, &nobody, folder.c_str(), &handle), PAM_SUCCESS);
+  const int status = pam_acct_mgmt(handle, 0);
+  pam_end(handle, status);
+  return status == PAM_SUCCESS;
+}
+
+TEST(LockdownService, AdmitsTheListAloneAndNobodyWithoutOne) {
+  const Harness::TemporaryFolder folder;
+  const std::string list = folder.Path() / "list";
+  const std::string open = "account sufficient pam_permit.so\n";
+  folder.Write("sshd", open);
+  EXPECT_TRUE(admits(folder.Path(), "eve"));
+  folder.Write("sshd", markedService(open, list));
+  EXPECT_FALSE(admits(folder.Path(), "anna"));
+  folder.Write("list", "anna\nbert\n");
+  for (const auto& [name, may] : {std::pair{"anna", true}, {"bert", true}, {"ann", false}})
+    EXPECT_EQ(admits(folder.Path(), name), may) << name;
+}
+
+TEST(Administrators, AreRootAndTheGroup) {
+  inNamespaces([] {
+    const Harness::TemporaryFolder folder;
+    folder.Write("passwd",
+                 "root:x:0:0::/:/bin/sh\ntoor:x:0:9::/:/bin/sh\nanna:x:10:9::/:/bin/sh\n"
+                 "bert:x:11:27::/:/bin/sh\ncarl:x:12:9::/:/bin/sh\n");
+    folder.Write("group", "root:x:0:\nsudo:x:27:anna,gone\nsudoers:x:28:carl\n");
+    for (const std::string name : {"passwd", "group"})
+      ASSERT_TRUE(shell("mount --bind " + (folder.Path() / name).string() + " /etc/" + name));
+    std::string may;
+    for (const char* name : {"root", "toor", "anna", "bert", "carl", "gone", "", "0"})
+      if (mayAdminister(name)) may += std::string(name) + " ";
+    EXPECT_EQ(may, "root toor anna bert ");
+  });
+}
+
+TEST(LinuxTools, OnADebianUnderSystemd) {
+  Container debian("openssh-server openssh-client");
+  if (!debian.Obstacle().empty()) GTEST_SKIP() << debian.Obstacle();
+  debian.InstallBuild();
+  std::optional<Harness::FreeVirtualTerminal> terminal;
+  if (std::string reason; Harness::VirtualTerminal::Available(reason))
+    debian.Bind(terminal.emplace().Path(), "/dev/tty2");
+  else
+    std::cout << "not tried, logins on a virtual terminal: " << reason << "\n";
+  const auto script = Files().Read(KIVA_SOURCE_DIR "/tests/host/linux_units.sh");
+  const Ended how = debian.Run(script.value());
+  EXPECT_EQ(how.status, 0) << how.output;
+}
+
+}  // namespace

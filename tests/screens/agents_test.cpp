@@ -1,0 +1,168 @@
+// SPDX-License-Identifier: MIT
+// The restart of the management agents, held up where a test wants to look at it.
+#include <gtest/gtest.h>
+#include <sys/file.h>
+#include <sys/resource.h>
+
+#include <algorithm>
+#include <csignal>
+
+#include "harness/demo.h"
+#include "hostctl/lib/descriptor.h"
+
+using namespace Harness;
+
+namespace {
+
+const Lines kAnnounced = {
+    "log.info\tRestarting host agents", "log.info\tInitializing evbuser library",
+    "event\t@&!*@*@(evb.user.kiva.restarting.hostagents)Restarting host agents"};
+const Lines kRestarted = {"run\t/bin/sh sh -c /bin/sh /sbin/services.sh stop",
+                          "run\t/bin/sh sh -c /bin/sh /sbin/services.sh start"};
+/// Nobody knows otherwise whether the core or the stop comes first.
+const Json kAgentsStay = {{"tools", {{"/sbin/services.sh", {{"status", 0}}}}}};
+
+Lines operator+(Lines all, const Lines& more) {
+  all.insert(all.end(), more.begin(), more.end());
+  return all;
+}
+
+/// While it is locked, every change of the sample host waits.
+HostCtl::Lib::Descriptor lockOf(const DemoHost& host) {
+  const std::string file = host.File().string() + ".lock";
+  return HostCtl::Lib::Descriptor(open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644));
+}
+
+std::ifstream processFile(const Demo& demo, const std::string& name) {
+  return std::ifstream("/proc/" + std::to_string(demo.Pid()) + "/" + name);
+}
+
+/// The foreground colour of a text.
+int colourOf(const Screen& screen, const char* text) {
+  const auto place = screen.Find(text);
+  return place ? screen.ColoursAt(place->row, place->column).foreground : kDefaultColour;
+}
+
+void openAgents(Demo& demo) {
+  openTroubleshooting(demo, 4);
+  demo.Do({"Enter", "wait:Restart management agents now?"});
+  demo.NewLines();
+}
+
+TEST(Agents, AreRestartedByF11AloneAndTellHowFarTheyAre) {
+  constexpr int kNewest = 0, kDone = 6;
+  Demo demo;
+  openAgents(demo);
+  Screen screen = demo.Look();
+  EXPECT_EQ(colourOf(screen, "Warning! Restarting"), 1);
+  demo.Do({"Enter", "Down", "type:yY  "});
+  EXPECT_EQ(demo.Look(), screen);
+  const auto lock = lockOf(demo.host);
+  flock(lock.Get(), LOCK_EX);
+  demo.Send(keyBytes("F11"));
+  const std::string children = "task/" + std::to_string(demo.Pid()) + "/children";
+  const auto isStopping = [&](const Screen& now) {
+    return now.Shows("Stopping") && processFile(demo, children).peek() != EOF;
+  };
+  screen = demo.WaitUntil(isStopping, "the stop");
+  EXPECT_EQ(colourOf(screen, "Stopping management agents."), kNewest);
+  for (const char* gone : {"agents now?", "Collect extra", "<F11> OK"})
+    EXPECT_FALSE(screen.Shows(gone)) << gone;
+  // The console stands still between its two steps, until the second is sure to have to wait.
+  demo.Signal(SIGSTOP);
+  flock(lock.Get(), LOCK_UN);
+  const auto areStopped = [&](const Screen&) {
+    return demo.host.State()["services"]["evbd"]["running"] == false;
+  };
+  demo.WaitUntil(areStopped, "the agents to stop");
+  flock(lock.Get(), LOCK_EX);
+  demo.Signal(SIGCONT);
+  screen = demo.WaitForPassing("Starting management agents.");
+  EXPECT_EQ(colourOf(screen, "Stopping"), kDone);
+  EXPECT_EQ(colourOf(screen, "Starting"), kNewest);
+  demo.Send("\r\r");
+  flock(lock.Get(), LOCK_UN);
+  screen = demo.WaitFor("<Enter> OK");
+  for (const char* step : {"Stopping", "Starting"}) EXPECT_EQ(colourOf(screen, step), kDone);
+  EXPECT_EQ(demo.NewLines(), kAnnounced + kRestarted);
+  demo.Do({"F11", "Esc", "wait:<Enter> OK", "Enter", "gone:<Enter> OK"});
+}
+
+TEST(Agents, LeaveALiveCoreBehindOnRequest) {
+  const Lines run = {
+      "log.info\tExecuting tarnbacktrace -c against mgmtd",
+      "run\t/bin/sh sh -c /sbin/tarnbacktrace -w -n mgmtd -o mgmtd-restart% -d /var/log/"};
+  const std::pair<Json, Lines> cases[] = {
+      {Json::object(),
+       kRestarted + run + Lines{"hostctl\tSetSystemAlert Mgmtd core dump completed"}},
+      {{{"tools", {{"/sbin/tarnbacktrace", {{"status", 2}}}}}},
+       kRestarted + run + Lines{"log.err\ttarnbacktrace failed, probably mgmtd was down"}},
+      {{{"faults", {{"SetSystemAlert", "deaf"}}}}, kRestarted + run},
+      {{{"faults", {{"TarnCtl_Exec", "none"}}}}, {run[0], "log.err\tnone", "log.err\tnone"}}};
+  for (const auto& [changes, lines] : cases) {
+    Demo demo(kAgentsStay);
+    openAgents(demo);
+    demo.host.Change(changes);
+    Lines expected = demo.host.Journal() + kAnnounced + lines;
+    demo.Do({"type: ", "F11", "wait:<Enter> OK"});
+    Lines all;
+    const auto isWritten = [&](const Screen&) {
+      return (all = demo.host.Journal()).size() >= expected.size();
+    };
+    demo.WaitUntil(isWritten, "the thread to end");
+    std::sort(all.begin(), all.end());
+    std::sort(expected.begin(), expected.end());
+    EXPECT_EQ(all, expected);
+  }
+}
+
+TEST(Agents, AreRestartedWithoutACoreWhereNoThreadCanBeHad) {
+  Demo demo;
+  openAgents(demo);
+  rlim_t pages = 0;
+  processFile(demo, "statm") >> pages;
+  // Enough for everything but the stack of a thread.
+  const rlim_t most = pages * static_cast<rlim_t>(sysconf(_SC_PAGESIZE)) + 1024 * 1024;
+  const rlimit limit{most, most};
+  ASSERT_EQ(prlimit(demo.Pid(), RLIMIT_AS, &limit, nullptr), 0);
+  demo.Do({"type: ", "F11", "wait:<Enter> OK"});
+  const Lines failed = {
+      "log.err\tFailed to create live core generation thread: Resource temporarily unavailable"};
+  EXPECT_EQ(demo.NewLines(), kAnnounced + failed + kRestarted);
+}
+
+TEST(Agents, TheConsoleMayEndWhileTheCoreIsBeingWritten) {
+  Demo demo(kAgentsStay);
+  openAgents(demo);
+  const auto lock = lockOf(demo.host);  // only the alert needs it
+  flock(lock.Get(), LOCK_EX);
+  demo.Do({"type: ", "F11", "wait:<Enter> OK"});
+  int blocking = 0;
+  const auto tasks = "/proc/" + std::to_string(demo.Pid()) + "/task";
+  for (const auto& task : std::filesystem::directory_iterator(tasks)) {
+    std::ifstream file(task.path() / "status");
+    for (std::string line; std::getline(file, line);)
+      blocking += line.ends_with("\t0000000008004a06");
+  }
+  EXPECT_EQ(blocking, 2) << "the console and the core leave the signals to their own thread";
+  EXPECT_EQ(demo.Stop(), 0);
+}
+
+TEST(Agents, AStopSignalEndsEveryDialogOfTheirWindow) {
+  const std::pair<int, Lines> places[] = {{0, {}},
+                                          {2, {"Enter", "type:1441"}},
+                                          {2, {"Enter", "type:1441", "Enter"}},
+                                          {3, {"Enter", "type:5"}},
+                                          {4, {"Enter", "type: "}},
+                                          {4, {"Enter", "F11", "wait:<Enter> OK"}}};
+  for (const auto& [row, keys] : places) {
+    Demo demo;
+    openTroubleshooting(demo, row);
+    demo.Do(keys);
+    demo.NewLines();
+    EXPECT_EQ(demo.Stop(), 0) << row;
+    EXPECT_EQ(demo.NewLines(), Lines{});
+  }
+}
+
+}  // namespace
