@@ -37,43 +37,37 @@ Lines changedTo(const std::string& layout) {
 }
 
 TEST(Keyboard, AppliesTheMarkedLayoutAndTellsWhatTheHostRefused) {
-  const Json any = Json::object(), none = layouts("a {b}", 2);
-  const std::string told = "log.err\tno {answer}", loaded = changedTo("English (US)")[0];
+  const Json any = Json::object(), none = layouts("a {b}", 2), empty = layouts("", 0);
+  const std::string mark = "type: ", told = "log.err\tno {answer}";
+  const Lines us = changedTo("English (US)"), uk = changedTo("English (UK)");
+  const char* label = "Configured Keyboard (English (UK))";
   const struct {
     void (*reach)(Demo&);
     Json changes;
     Lines steps, lines;
     const char* shows;
   } cases[] = {
-      {toEntry, any, {"Enter", "type: ", "F2", "Tab", "Down", "Up"}, {}, "(o) English (US)"},
-      {toEntry, any, {"Enter", "Enter"}, changedTo("English (US)"), "  English (US)  "},
-      {toEntry, any, {"Enter", "Down", "Enter"}, changedTo("English (US)"), kEntry},
-      {toEntry, any, {"Enter", "Down", "type: ", "Enter"}, changedTo("Finnish"), "   Finnish  "},
-      {toEntry, any, {"Enter", "Down", "type: ", "Up", "type: "}, {}, "( ) Finnish"},
-      {toEntry, any, {"Enter", "Down", "type: ", "Esc"}, {}, "  English (US)  "},
-      {toEntry, none, {"Enter", "Down", "Enter"}, {}, "  a (b)  "},
-      {toEntry, none, {"Enter", "Down", "type: ", "Enter"}, changedTo("map-101"), "   map-101  "},
-      {toEntry, layouts("", 0), {"Enter", "Down", "type: ", "Enter"}, {}, kEntry},
-      {toEntry, any, {"Enter"}, {}, kFooter},
-      {toEntry, layouts("map-111", 60), {"Enter", "Down", "Down"}, {}, "( ) map-113"},
-      {toEntry, layouts("map-159", 60), {"Enter"}, {}, "(o) map-159"},
-      {toLabel,
-       any,
-       {"Enter", "Up", "type: ", "Enter"},
-       changedTo("English (UK)"),
-       "Configured Keyboard (English (UK))"},
-      {toLabel, layouts("Polish", 9), {"Enter", "Esc"}, {}, "Configured Keyboard (Polish)"},
-      {toEntry, faulty("GetKeyboardLayouts"), {"Enter"}, {told}, "Operation Failed"},
-      {toEntry, faulty("GetKeyboardLayout"), {"Enter", "Enter"}, {told}, kEntry},
-      {toEntry, faulty("LoadKeyboardMappings"), {"Enter", "Enter"}, {told}, "no (answer)"},
-      {toEntry, faulty("SetKeyboardLayout"), {"Enter", "Enter", "Enter"}, {loaded, told}, kEntry},
-      {toLabel,
-       faulty("GetKeyboardLayouts"),
-       {"Enter", "Enter"},
-       {told},
-       "Keyboard (English (US))"},
-      {toLabel, faulty("GetKeyboardLayout"), {"Enter", "Enter"}, {told}, "Keyboard ()"},
-      {toLabel, faulty("SetKeyboardLayout"), {"Enter", "Enter"}, {loaded, told}, "no (answer)"},
+      {toEntry, any, {mark, "F2", "Tab", "Down", "Up"}, {}, "(o) English (US)"},
+      {toEntry, any, {"Down", mark, "Up", mark}, {}, "( ) Finnish"},
+      {toEntry, any, {"Down", mark}, {}, kFooter},
+      {toEntry, any, {"Enter"}, us, "  English (US)  "},
+      {toEntry, any, {"Down", "Enter"}, us, kEntry},
+      {toEntry, any, {"Down", mark, "Enter"}, changedTo("Finnish"), "   Finnish  "},
+      {toEntry, any, {"Down", mark, "Esc"}, {}, "  English (US)  "},
+      {toEntry, none, {"Down", "Enter"}, {}, "  a (b)  "},
+      {toEntry, none, {"Down", mark, "Enter"}, changedTo("map-101"), "   map-101  "},
+      {toEntry, empty, {"Down", mark, "Enter"}, {}, kEntry},
+      {toEntry, layouts("map-111", 60), {"Down", "Down"}, {}, "( ) map-113"},
+      {toEntry, layouts("map-159", 60), {"Down"}, {}, "(o) map-159"},
+      {toLabel, any, {"Up", mark, "Enter"}, uk, label},
+      {toLabel, layouts("Polish", 9), {"Esc"}, {}, "Configured Keyboard (Polish)"},
+      {toEntry, faulty("GetKeyboardLayouts"), {}, {told}, "Operation Failed"},
+      {toEntry, faulty("GetKeyboardLayout"), {"Enter"}, {told}, kEntry},
+      {toEntry, faulty("LoadKeyboardMappings"), {"Enter"}, {told}, "no (answer)"},
+      {toEntry, faulty("SetKeyboardLayout"), {"Enter", "Enter"}, {us[0], told}, kEntry},
+      {toLabel, faulty("GetKeyboardLayouts"), {"Enter"}, {told}, "Keyboard (English (US))"},
+      {toLabel, faulty("GetKeyboardLayout"), {"Enter"}, {told}, "Keyboard ()"},
+      {toLabel, faulty("SetKeyboardLayout"), {"Enter"}, {us[0], told}, "no (answer)"},
   };
   for (const auto& [reach, changes, steps, lines, shows] : cases) {
     SCOPED_TRACE(changes.dump() + shows);
@@ -81,9 +75,9 @@ TEST(Keyboard, AppliesTheMarkedLayoutAndTellsWhatTheHostRefused) {
     reach(demo);
     demo.host.Change(changes);
     demo.NewLines();
+    demo.Press("Enter");
     demo.Do(steps);
-    const Screen screen = demo.Look();
-    EXPECT_TRUE(screen.Shows(shows)) << screen.Dump();
+    EXPECT_TRUE(demo.Look().Shows(shows)) << demo.Look().Dump();
     EXPECT_EQ(demo.NewLines(), lines);
     EXPECT_EQ(demo.Stop(), 0);
   }

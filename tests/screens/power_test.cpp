@@ -44,30 +44,29 @@ TEST(Power, DoesWhatTheKeysSayAndNothingElse) {
   const Json any = Json::object(), none = {{"/bin/sh", kGone}}, dead = {{"/sbin/reboot", kDies}};
   const Json badScript = {{"/sbin/firmwareConfig.py", {{"status", 1}}}};
   const Json slowScript = {{"/sbin/firmwareConfig.py", {{"status", 0}, {"seconds", 1}}}};
+  const std::string force = "type: ", allAtOnce = "type:" + keyBytes("F11") + "\n\n";
   const Lines off = {kAutostop, kVms, kSh + "poweroff"};
-  const std::string forced = kVms + " --terminate";
+  const Lines restart = {kAutostop, kVms + " --terminate", kSh + "reboot"};
+  const Lines notRun = {restart[0], restart[1], restart[2], kKilled};
+  const Lines restored = {kRestored, "  Reset System Configuration  ", "   <Enter> Restart Host "};
   const struct {
     const Operation& operation;
     Json tools;
     Lines steps, lines, shows;
   } cases[] = {
-      {kOff, any, {"Enter", "F3", "type: "}, {}, {"[X] Force", "<F2> Shut Down  <F11> Restart"}},
-      {kOff, any, {"type: ", "Esc"}, {}, {kWelcome, "<F2> Customize"}},
+      {kOff, any, {"Enter", "F3", force}, {}, {"[X] Force", "<F2> Shut Down  <F11> Restart"}},
+      {kOff, any, {force, "Esc"}, {}, {kWelcome, "<F2> Customize"}},
       {kOff, any, {"F2", "Esc", "F2"}, off, {"  Shut Down Host  ", "Shutdown in progress..."}},
       {kRestart,
        any,
-       {"type: ", "F11", "Esc"},
-       {kAutostop, forced, kSh + "reboot"},
-       {"  Restart Host  ", "Restart in progress..."}},
-      {kRestart, dead, {"type: ", "F11"}, {kAutostop, forced, kSh + "reboot", kKilled}, {"[X] Fo"}},
+       {force, "F11", "Esc"},
+       restart,
+       {"  Restart Host  ", "Restart in progress.."}},
+      {kRestart, dead, {force, "F11"}, notRun, {"[X] Forcefully"}},
       {kOff, none, {"F2"}, off, {"[ ] Forcefully", "terminated.", "<Esc> Cancel"}},
       {kRestore, any, {"Enter", "F2"}, {}, {"Reset System Configuration: C", "<F11> OK  <Esc> C"}},
       {kRestore, any, {"Esc"}, {}, {kMenuAgain}},
-      {kRestore,
-       slowScript,
-       {"type:\033[23~\n\n", "Esc", "F11"},
-       {kReset},
-       {kRestored, "  Reset System Configuration  ", "   <Enter> Restart Host "}},
+      {kRestore, slowScript, {allAtOnce, "Esc", "F11"}, {kReset}, restored},
       {kRestore, badScript, {"F11"}, {kReset}, {kMenuAgain}},
       {kRestore, none, {"F11"}, {kReset}, {kMenuAgain}},
       {kRestore, dead, {"F11", "Enter"}, {kReset, kSh + "reboot -f", kKilled}, {kMenuAgain}},
