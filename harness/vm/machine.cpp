@@ -23,10 +23,10 @@ using Json = nlohmann::json;
 using Milliseconds = Machine::Milliseconds;
 
 /// Other work on this host may slow an emulated machine down a lot.
-constexpr Milliseconds kDeadline{180000};
+constexpr Milliseconds kDeadline{120000};
 constexpr Milliseconds kStartLimit{20000};
-constexpr Milliseconds kBetweenLooks{100};
-constexpr int kKeyHeldMilliseconds = 30;
+constexpr Milliseconds kBetweenLooks{50};
+constexpr Milliseconds kKeyHeld{20};
 
 /// The shell's line behind the output of a script; the status follows.
 constexpr std::string_view kEnded = "@ended ";
@@ -191,7 +191,8 @@ void Machine::WritePng(const std::filesystem::path& file) {
 }
 
 void Machine::Press(const std::string& key) {
-  Monitor("sendkey " + keyCode(key) + " " + std::to_string(kKeyHeldMilliseconds));
+  Monitor("sendkey " + keyCode(key) + " " + std::to_string(kKeyHeld.count()));
+  std::this_thread::sleep_for(2 * kKeyHeld);  // QEMU holds it and lets go of it behind our back
 }
 
 void Machine::Type(std::string_view text) {
@@ -205,11 +206,13 @@ void Machine::Do(const std::vector<std::string>& steps) {
 Screen Machine::WaitUntil(const std::function<bool(const Screen&)>& isTrue,
                           const std::string& what) {
   const auto end = Clock::now() + kDeadline;
+  Screen before;
   while (true) {
     Screen screen = Look();
-    if (isTrue(screen)) return screen;
+    if (screen == before && isTrue(screen)) return screen;
     if (Clock::now() > end)
       throw WaitFailed("waited in vain for " + what + ", the screen is:\n" + screen.Dump());
+    before = std::move(screen);
     std::this_thread::sleep_for(kBetweenLooks);
   }
 }

@@ -54,6 +54,8 @@ class Machine {
   /// Takes the steps of an operator (harness/steps.h).
   void Do(const std::vector<std::string>& steps);
 
+  /// They all wait for a screen that stays for a moment: a half-painted one shows and lacks
+  /// anything.
   Screen WaitFor(const std::string& text);
   Screen WaitForGone(const std::string& text);
   Screen WaitUntil(const std::function<bool(const Screen&)>& isTrue, const std::string& what);

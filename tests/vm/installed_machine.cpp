@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <iostream>
 #include <stdexcept>
 
 #include "harness/console.h"
@@ -132,4 +133,9 @@ void InstalledMachine::WaitForNewStart(const std::string& bootId) {
   machine_->WaitForShell();
   machine_->WaitFor(kWelcome);
   EXPECT_NE(BootId(), bootId);
+}
+
+void InstalledMachine::TearDown() {
+  if (!HasFailure() || !machine_) return;
+  std::cout << machine_->Shell("journalctl --no-pager --lines 40").output << std::endl;
 }

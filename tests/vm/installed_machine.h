@@ -17,6 +17,8 @@ class InstalledMachine : public testing::Test {
   static constexpr const char* kLogin = "Authentication Required";
 
   void SetUp() override;
+  /// Shows the log of a machine on which a test failed.
+  void TearDown() override;
 
   /// Logs in as root; `key` is F2 or F12.
   void LogIn(const std::string& key = "F2", const std::string& password = kPassword);
