@@ -54,6 +54,7 @@ check_tools() {
     ok test -s /tmp/help
   done
   ok /usr/lib/corvo/openssh/bin/ssh-keygen -l -f /etc/ssh/ssh_host_rsa_key >/dev/null
+  is "$(readlink /etc/corvo/ssl/rui.crt)" /etc/ssl/certs/ssl-cert-snakeoil.pem "the certificate"
   is "$(/sbin/halocfg-advcfg -q -g /UserVars/KivaTimeOut)" 600 "an option"
   cp -r /usr/share/kiva-demo/sample /tmp/sample
   is "$(kiva-demo-tools --host /tmp/sample /bin/hmx-cmd -U root hmxsvc/auth/lockdown_is_enabled)" \
