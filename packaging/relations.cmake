@@ -10,9 +10,12 @@ file(WRITE ${work}/debian/control "Source: kiva\n\nPackage: kiva\nArchitecture: 
 file(GLOB programs ${binaries}/kiva ${binaries}/kiva-demo ${binaries}/kiva-demo-tools ${binaries}/kiva-tools
   ${binaries}/kiva-reset ${modules}/pam_*.so)
 execute_process(
-  COMMAND dpkg-shlibdeps -O --warnings=0 -dDepends ${programs}
+  COMMAND dpkg-shlibdeps -O -dDepends ${programs}
     -dRecommends ${modules}/kiva-networkd.so ${modules}/kiva-smartcard.so
-  WORKING_DIRECTORY ${work} OUTPUT_VARIABLE found COMMAND_ERROR_IS_FATAL ANY)
+  WORKING_DIRECTORY ${work} OUTPUT_VARIABLE found ERROR_VARIABLE complaints RESULT_VARIABLE status)
+if(status)
+  message(FATAL_ERROR "${complaints}")
+endif()
 foreach(field Depends Recommends)
   string(REGEX MATCH "shlibs:${field}=([^\n]*)" line "${found}")
   set(libraries_${field} "${CMAKE_MATCH_1}")

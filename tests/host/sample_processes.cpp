@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <chrono>
-#include <csignal>
 
 #include "harness/demo_host.h"
 #include "harness/hosts/machine.h"
@@ -74,31 +73,6 @@ TEST(SampleProcesses, JournalLinesStayWhole) {
   };
   EXPECT_EQ(inProcesses(4, write), 4);
   EXPECT_EQ(host.Journal(), std::vector<std::string>(200, "log.info\t" + text));
-}
-
-TEST(SampleProcesses, AHostThatGoesDownTakesItsConsoleAlongLater) {
-  using Clock = std::chrono::steady_clock;
-  DemoHost host;
-  const auto powerOff = [&](const std::string& console) {
-    const auto start = Clock::now();
-    EXPECT_EQ(program("kiva-demo-tools",
-                      "--host '" + host.Directory().string() + "' " + console + " /sbin/poweroff")
-                  .output,
-              "");
-    EXPECT_LT(Clock::now() - start, std::chrono::seconds(1)) << "nobody holds the tool's outputs";
-    EXPECT_EQ(host.State()["power"], "off");
-    host.Set("/power", "on");
-  };
-  const pid_t console = fork();
-  if (console == 0) _exit((pause(), 0));
-  powerOff("");
-  powerOff("--console 0");
-  powerOff("--console " + std::to_string(console));
-  const auto start = Clock::now();
-  int status = 0;
-  waitpid(console, &status, 0);
-  EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGTERM);
-  EXPECT_GT(Clock::now() - start, std::chrono::seconds(1));
 }
 
 TEST(SampleProcesses, TheDemoRefusesInOneLineBeforeItTouchesTheTerminal) {

@@ -8,7 +8,8 @@ using namespace Harness;
 namespace {
 
 constexpr const char* kEntry = "To select the layout type";
-const Setup kConsole = {.term = "xterm", .environment = {{"ESCDELAY", "25"}}};
+constexpr const char* kFooter =
+    "<Up/Down> Select  <Space> Toggle Selected   <Enter> OK  <Esc> Cancel";
 
 void toEntry(Demo& demo) {
   logIn(demo);
@@ -20,84 +21,66 @@ void toLabel(Demo& demo) {
   demo.Press("Up");
 }
 
+Json faulty(const char* operation) {
+  return {{"faults", {{operation, "no {answer}"}}}};
+}
+
+Json layouts(const char* current, int count) {
+  Json names = Json::array();
+  for (int i = 0; i < count; ++i) names.push_back("map-" + std::to_string(100 + i));
+  return {{"keyboard", {{"current", current}, {"layouts", names}}}};
+}
+
 Lines changedTo(const std::string& layout) {
   return {"hostctl\tLoadKeyboardMappings " + layout, "hostctl\tSetKeyboardLayout " + layout,
           "log.info\tKeyboard Layout changed to " + layout};
 }
 
-struct Case {
-  const char* changes;
-  Lines steps, lines;
-  const char* shows;
-};
-
-void expectEach(void (*reach)(Demo&), const std::vector<Case>& cases) {
-  for (const auto& [changes, steps, lines, shows] : cases) {
-    SCOPED_TRACE(changes + steps.back());
-    Demo demo({}, kConsole);
+TEST(Keyboard, AppliesTheMarkedLayoutAndTellsWhatTheHostRefused) {
+  const Json any = Json::object(), none = layouts("a {b}", 2), empty = layouts("", 0);
+  const std::string mark = "type: ", told = "log.err\tno {answer}";
+  const Lines us = changedTo("English (US)"), uk = changedTo("English (UK)");
+  const char* label = "Configured Keyboard (English (UK))";
+  const struct {
+    void (*reach)(Demo&);
+    Json changes;
+    Lines steps, lines;
+    const char* shows;
+  } cases[] = {
+      {toEntry, any, {mark, "F2", "Tab", "Down", "Up"}, {}, "(o) English (US)"},
+      {toEntry, any, {"Down", mark, "Up", mark}, {}, "( ) Finnish"},
+      {toEntry, any, {"Down", mark}, {}, kFooter},
+      {toEntry, any, {"Enter"}, us, "  English (US)  "},
+      {toEntry, any, {"Down", "Enter"}, us, kEntry},
+      {toEntry, any, {"Down", mark, "Enter"}, changedTo("Finnish"), "   Finnish  "},
+      {toEntry, any, {"Down", mark, "Esc"}, {}, "  English (US)  "},
+      {toEntry, none, {"Down", "Enter"}, {}, "  a (b)  "},
+      {toEntry, none, {"Down", mark, "Enter"}, changedTo("map-101"), "   map-101  "},
+      {toEntry, empty, {"Down", mark, "Enter"}, {}, kEntry},
+      {toEntry, layouts("map-111", 60), {"Down", "Down"}, {}, "( ) map-113"},
+      {toEntry, layouts("map-159", 60), {"Down"}, {}, "(o) map-159"},
+      {toLabel, any, {"Up", mark, "Enter"}, uk, label},
+      {toLabel, layouts("Polish", 9), {"Esc"}, {}, "Configured Keyboard (Polish)"},
+      {toEntry, faulty("GetKeyboardLayouts"), {}, {told}, "Operation Failed"},
+      {toEntry, faulty("GetKeyboardLayout"), {"Enter"}, {told}, kEntry},
+      {toEntry, faulty("LoadKeyboardMappings"), {"Enter"}, {told}, "no (answer)"},
+      {toEntry, faulty("SetKeyboardLayout"), {"Enter", "Enter"}, {us[0], told}, kEntry},
+      {toLabel, faulty("GetKeyboardLayouts"), {"Enter"}, {told}, "Keyboard (English (US))"},
+      {toLabel, faulty("GetKeyboardLayout"), {"Enter"}, {told}, "Keyboard ()"},
+      {toLabel, faulty("SetKeyboardLayout"), {"Enter"}, {us[0], told}, "no (answer)"},
+  };
+  for (const auto& [reach, changes, steps, lines, shows] : cases) {
+    SCOPED_TRACE(changes.dump() + shows);
+    Demo demo({}, {.term = "xterm", .environment = {{"ESCDELAY", "25"}}});
     reach(demo);
-    demo.host.Change(Json::parse(changes));
+    demo.host.Change(changes);
     demo.NewLines();
+    demo.Press("Enter");
     demo.Do(steps);
     EXPECT_TRUE(demo.Look().Shows(shows)) << demo.Look().Dump();
     EXPECT_EQ(demo.NewLines(), lines);
     EXPECT_EQ(demo.Stop(), 0);
   }
-}
-
-TEST(Keyboard, AppliesTheMarkedLayoutAlone) {
-  const char* none = R"({"keyboard": {"current": "a {b}", "layouts": ["Czech", "Danish"]}})";
-  expectEach(
-      toEntry,
-      {{"{}", {"Enter", "type: ", "F2", "type:x", "Down", "Up"}, {}, "(o) English (US)"},
-       {"{}", {"Enter", "Enter"}, changedTo("English (US)"), "  English (US)  "},
-       {"{}", {"Enter", "Down", "Enter"}, changedTo("English (US)"), kEntry},
-       {"{}", {"Enter", "Down", "type: ", "Enter"}, changedTo("Finnish"), "   Finnish   "},
-       {"{}", {"Enter", "Down", "type: ", "Up", "Up", "type: ", "Down"}, {}, "( ) English (US)"},
-       {"{}", {"Enter", "Down", "type: ", "Esc"}, {}, "  English (US)  "},
-       {none, {"Enter", "Down", "Enter"}, {}, "  a (b)  "},
-       {none, {"Enter", "Down", "type: ", "Enter"}, changedTo("Danish"), "   Danish   "},
-       {R"({"keyboard": {"layouts": []}})", {"Enter", "Down", "type: ", "Enter"}, {}, kEntry}});
-  expectEach(toLabel, {{"{}",
-                        {"Enter", "Down", "Down", "Down", "type: ", "Enter"},
-                        changedTo("German"),
-                        "Configured Keyboard (German)"},
-                       {R"({"keyboard": {"current": "Polish"}})",
-                        {"Enter", "Up", "type: ", "Esc"},
-                        {},
-                        "Configured Keyboard (Polish)"}});
-}
-
-TEST(Keyboard, TellsWhatTheHostRefusedAndGoesOn) {
-  const std::string told = "log.err\tno {answer}", loaded = changedTo("English (US)")[0];
-  for (const auto& [reach, after] : {std::pair{&toEntry, kEntry}, {&toLabel, kLogin}})
-    expectEach(
-        reach,
-        {{R"({"faults": {"GetKeyboardLayouts": "no {answer}"}})", {"Enter"}, {told}, "no (answer)"},
-         {R"({"faults": {"GetKeyboardLayout": "no {answer}"}})", {"Enter", "Enter"}, {told}, after},
-         {R"({"faults": {"LoadKeyboardMappings": "no {answer}"}})",
-          {"Enter", "Enter"},
-          {told},
-          "Operation Failed"},
-         {R"({"faults": {"SetKeyboardLayout": "no {answer}"}})",
-          {"Enter", "Enter", "Enter"},
-          {loaded, told},
-          after}});
-}
-
-TEST(Keyboard, ScrollsThroughManyLayouts) {
-  Json layouts = Json::array();
-  for (int i = 100; i < 160; ++i) layouts.push_back("map-" + std::to_string(i));
-  Demo demo(Json{{"keyboard", {{"current", "map-100"}, {"layouts", layouts}}}}, kConsole);
-  toEntry(demo);
-  demo.Press("Enter");
-  const Screen top = demo.Look();
-  EXPECT_EQ(top.Find("Configure Keyboard"), (Position{2, 7}));
-  EXPECT_TRUE(top.Shows("<Up/Down> Select  <Space> Toggle Selected   <Enter> OK  <Esc> Cancel"));
-  demo.Press("Down", 61);
-  EXPECT_TRUE(demo.Look().Shows("( ) map-159") && !demo.Look().Shows("map-147"));
-  demo.Do({"Up", "type: ", "Enter", "Enter"});
-  EXPECT_TRUE(demo.Look().Shows("(o) map-158")) << "in sight at once";
 }
 
 }  // namespace

@@ -102,9 +102,8 @@ TEST(Keys, KeypadEnterIsEnter) {
   openLogin(demo);
   demo.Do({"type:\033OM", "type:demo", "type:\033OM"});
   demo.WaitFor(kMenu);
-  const Screen menu = demo.Look();
   demo.Type("\033OM");
-  EXPECT_EQ(demo.Look(), menu) << "still logged in";
+  EXPECT_TRUE(demo.Look().Shows("Old Password:"));
 }
 
 TEST(Keys, AKeyBehindEscapeIsNotLost) {

@@ -18,7 +18,6 @@ namespace {
 namespace fs = std::filesystem;
 using Lines = std::vector<std::string>;
 
-/// Every file below a folder with its permissions and text.
 using Tree = std::map<std::string, std::pair<fs::perms, std::string>>;
 
 class Lockdown : public testing::Test {
@@ -27,8 +26,7 @@ class Lockdown : public testing::Test {
     Write("etc/pam.d/sshd", "# comment\n\nauth required pam_unix.so\naccount required pam_unix.so");
     Write("etc/pam.d/cockpit", "");
     fs::permissions(folder_.Path() / "etc/pam.d/cockpit", fs::perms{0640});
-    Write("etc/pam.d/kiva", "account required pam_unix.so\n");
-    Write("etc/pam.d/login", "@include common-account\n");
+    Write("etc/pam.d/kiva", "");
     Write("etc/corvo/lockdown-exceptions",
           "# who may\nroot\nanna # at night\n*\nbert,!eve\n-x\n\nDenyUsers eve\ncarl\r\n");
     Write("etc/ssh/sshd_config", "Port 22\nInclude " + root_ + "/etc/ssh/sshd_config.d/*.conf\n");
@@ -68,60 +66,40 @@ class Lockdown : public testing::Test {
   const Files files_{root_};
 };
 
-TEST_F(Lockdown, LeavesNoTrace) {
-  const Tree before = Now();
-  EXPECT_TRUE(isLockdownPossible(files_));
-  EXPECT_FALSE(isLockdownEnabled(files_));
-  setLockdown(files_, true);
-  EXPECT_TRUE(isLockdownEnabled(files_));
-  EXPECT_EQ(files_.Read("/var/lib/corvo/lockdown"), "root\nanna\ncarl\n");
-  const auto ssh = files_.Read("/etc/ssh/sshd_config.d/lockdown.conf").value_or("");
-  EXPECT_TRUE(ssh.ends_with("\nMatch User *,!root,!anna,!carl\n  DenyUsers *\n")) << ssh;
-  for (const char* console : {"/etc/pam.d/kiva", "/etc/pam.d/login"})
-    EXPECT_EQ(Now()[root_ + console], before.at(root_ + console));
-  setLockdown(files_, false);
-  EXPECT_FALSE(isLockdownEnabled(files_));
-  EXPECT_EQ(Now(), before);
-}
-
-TEST_F(Lockdown, EnteringAndLeavingHealEveryHalfState) {
+TEST_F(Lockdown, ChangesFourFilesAndHealsEveryHalfState) {
   const Tree before = Now();
   setLockdown(files_, true);
   const Tree locked = Now();
+  EXPECT_EQ(files_.Read("/var/lib/corvo/lockdown"), "root\nanna\ncarl\n");
+  const auto ssh = files_.Read("/etc/ssh/sshd_config.d/lockdown.conf").value_or("");
+  EXPECT_TRUE(ssh.ends_with("\nMatch User *,!root,!anna,!carl\n  DenyUsers *\n")) << ssh;
   int changed = 0;
   for (const auto& [path, state] : locked) {
     if (const auto was = before.find(path); was != before.end() && was->second == state) continue;
     SCOPED_TRACE(path);
     ++changed;
-    for (const bool enabled : {true, false}) {
+    for (const bool enabled : {true, false, true}) {
       Restore(before, path);
       EXPECT_FALSE(isLockdownEnabled(files_));
       setLockdown(files_, enabled);
       EXPECT_EQ(Now(), enabled ? locked : before);
+      EXPECT_EQ(isLockdownEnabled(files_), enabled);
     }
-    setLockdown(files_, true);
   }
   EXPECT_EQ(changed, 4);
-}
-
-TEST_F(Lockdown, WhatIsAddedLaterIsNotLockedUntilItIsEnteredAgain) {
-  setLockdown(files_, true);
   Write("etc/pam.d/vsftpd", "account required pam_unix.so\n");
-  EXPECT_FALSE(isLockdownEnabled(files_));
+  EXPECT_FALSE(isLockdownEnabled(files_)) << "a way in that came later";
   setLockdown(files_, true);
-  EXPECT_TRUE(isLockdownEnabled(files_));
   Write("etc/pam.d/sshd", "account sufficient pam_permit.so\n" + *files_.Read("/etc/pam.d/sshd"));
   EXPECT_FALSE(isLockdownEnabled(files_)) << "a line before ours may let everybody in";
 }
 
 TEST_F(Lockdown, FailuresOpenNothingAndSayWhy) {
-  const Tree before = Now();
   UseSshServer("test ! -e " + root_ +
-               "/etc/ssh/sshd_config.d/lockdown.conf || "
-               "{ echo line 2: no; exit 255; }");
-  const Tree strict = Now();
-  EXPECT_EQ(Refusal(), "EnterLockdown /etc/ssh/sshd_config.d/lockdown.conf: line 2: no");
-  EXPECT_EQ(Now(), strict);
+               "/etc/ssh/sshd_config.d/lockdown.conf || { echo no; exit 1; }");
+  const Tree before = Now();
+  EXPECT_EQ(Refusal(), "EnterLockdown /etc/ssh/sshd_config.d/lockdown.conf: no");
+  EXPECT_EQ(Now(), before);
   UseSshServer("echo no host keys; exit 1");
   EXPECT_EQ(Refusal(), "none") << "it complained before";
   const Tree locked = Now();
@@ -131,21 +109,13 @@ TEST_F(Lockdown, FailuresOpenNothingAndSayWhy) {
   const std::string include = "Include " + root_ + "/etc/ssh/sshd_config.d/*.conf\n";
   for (const std::string& text : Lines{"", "#" + include, "match User x\n" + include}) {
     Write("etc/ssh/sshd_config", text);
-    EXPECT_FALSE(isLockdownPossible(files_));
-    EXPECT_EQ(Refusal(),
-              "EnterLockdown remote logins: /etc/ssh/sshd_config does not include "
-              "/etc/ssh/sshd_config.d/*.conf");
+    EXPECT_NE(Refusal().find("does not include"), std::string::npos) << text;
   }
-  fs::remove(root_ + "/usr/sbin/sshd");
-  EXPECT_TRUE(isLockdownPossible(files_));
-  fs::remove_all(root_ + "/etc/pam.d");
-  EXPECT_FALSE(isLockdownPossible(files_));
 }
 
 TEST(LinuxUnits, NamesOfAgents) {
-  EXPECT_EQ(
-      parseAgents("# ours\n a.service \nb@1 # comment\n--now\n../x.service\na b\n*\n\nc.socket"),
-      (Lines{"a.service", "b@1.service", "c.socket"}));
+  EXPECT_EQ(parseAgents("# ours\n a.service \nb@1 # x\n--now\n../x.service\na b\n*\n\nc.socket"),
+            (Lines{"a.service", "b@1.service", "c.socket"}));
 }
 
 TEST(LinuxUnits, StateAsSystemdShowsIt) {
@@ -154,8 +124,6 @@ TEST(LinuxUnits, StateAsSystemdShowsIt) {
       {"LoadState=loaded\nActiveState=reloading\nUnitFileState=enabled-runtime\nSourcePath=\n",
        {"u", true, true, true}},
       {"LoadState=masked\nActiveState=inactive\nUnitFileState=masked\n", {"u"}},
-      {"LoadState=loaded\nActiveState=failed\nUnitFileState=disabled\n", {"u", true}},
-      {"LoadState=not-found\nActiveState=inactive\n", {"u"}},
       {"LoadState=loaded\nActiveState=active\nUnitFileState=generated\nSourcePath=/etc/init.d/u\n",
        {"u"}},
       {"", {"u"}}};

@@ -1,9 +1,10 @@
 # SPDX-License-Identifier: MIT
 # Ends a login shell that is idle for longer than the advanced option says, in seconds; 0 for never.
-# Read at every login, so sessions that run keep what they have. Installed into /etc/profile.d.
+# Read at every login, so sessions that run keep what they have. Outlives the removal of the package,
+# as a setting, and then does nothing.
 corvo_file=/etc/corvo/options/UserVars/HaloShellInteractiveTimeOut
 corvo_seconds=
-if [ -f "$corvo_file" ] && [ -r "$corvo_file" ]; then
+if [ -x /usr/lib/kiva/kiva-tools ] && [ -f "$corvo_file" ] && [ -r "$corvo_file" ]; then
   read -r corvo_seconds <"$corvo_file" || :
 fi
 case $corvo_seconds in
