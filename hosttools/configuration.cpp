@@ -8,14 +8,17 @@ namespace HostTools {
 namespace {
 
 constexpr std::array<Command<ToolHost>, 1> kSave = {{
-    {"0", "saves the host's configuration; the last ten stay", Effect::Changes,
+    {"0", "saves the host's configuration (on Linux to /var/lib/corvo/backup); the last ten stay",
+     Effect::Changes,
      [](ToolHost& host, const Call&) {
        return ToolAnswer{0, "saved " + host.SaveConfiguration() + "\n", ""};
      }},
 }};
 
 constexpr std::array<Command<ToolHost>, 1> kReset = {{
-    {"--reset-only", "saves the configuration, then puts back the one delivered; does not restart",
+    {"--reset-only",
+     "saves the configuration and puts back the one delivered; on Linux that waits for the next "
+     "start",
      Effect::Changes,
      [](ToolHost& host, const Call&) {
        host.ResetConfiguration();

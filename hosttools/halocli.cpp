@@ -66,8 +66,8 @@ constexpr std::array<Command<ToolHost>, 7> kCommands = {{
      "makes a group of ports on a switch", Effect::Changes, addPortGroup},
     {"system settings advanced set -o PATH -i NUMBER", "sets an advanced option", Effect::Changes,
      setNumber},
-    {"system settings advanced set -o PATH -s TEXT", "sets an advanced option that is a text",
-     Effect::Changes, setText},
+    {"system settings advanced set -o PATH -s TEXT",
+     "sets an advanced option that is a text; none is now", Effect::Changes, setText},
     {"system settings advanced list [-o PATH]",
      "shows the advanced options, their ranges and what they do", Effect::Reads, listOptions},
 }};
@@ -89,9 +89,10 @@ constexpr std::array<Command<ToolHost>, 1> kValue = {{
 
 }  // namespace
 
-constinit const Tool<ToolHost> kHalocli = {"/bin/halocli /sbin/halocli /sbin/localcli",
-                                           "Shows and changes the host's settings.\n", 60,
-                                           kCommands, halocli};
+constinit const Tool<ToolHost> kHalocli = {
+    "/bin/halocli /sbin/halocli /sbin/localcli",
+    "Shows and changes the host's settings. The switches of a Linux host are refused.\n", 60,
+    kCommands, halocli};
 
 constinit const Tool<ToolHost> kHalocfgAdvcfg = {"/sbin/halocfg-advcfg",
                                                  "Reads the host's settings.\n", 60, kValue};

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <algorithm>
 #include <array>
 
 #include "hosttools/service_names.h"
@@ -32,11 +33,10 @@ ToolAnswer enable(ToolHost& host, const char* service, bool enabled) {
   return {};
 }
 
-/// The firewall lets nobody at a service that does not run, nor before it runs.
+/// The service first: a firewall that cannot be told keeps no server running, and none away.
 ToolAnswer runSsh(ToolHost& host, bool running) {
-  if (!running) host.SetFirewallRuleset(kSshRuleset, false);
   host.SetServiceRunning(kSsh, running);
-  if (running) host.SetFirewallRuleset(kSshRuleset, true);
+  host.SetFirewallRuleset(kSshRuleset, running);
   return {};
 }
 
@@ -46,28 +46,31 @@ constexpr std::array<Query, 14> kQueries = {{
     {"-U USER hmxsvc/auth/lockdown_is_possible", "true or false: whether it can be locked down",
      Effect::Reads, [](ToolHost& host, const Call&) { return truth(host.IsLockdownPossible()); }},
     {"-U USER hmxsvc/auth/lockdown_mode_enter",
-     "refuses remote logins of all but the excepted accounts", Effect::Changes,
+     "refuses remote logins to all but /etc/corvo/lockdown-exceptions", Effect::Changes,
      [](ToolHost& host, const Call&) { return lockDown(host, true); }},
     {"-U USER hmxsvc/auth/lockdown_mode_exit", "lets everybody log in again who could before",
      Effect::Changes, [](ToolHost& host, const Call&) { return lockDown(host, false); }},
-    {"-U USER hostsvc/start_halo_shell", "lets people log in to the local shell", Effect::Changes,
+    {"-U USER hostsvc/start_halo_shell",
+     "lets people log in on the other virtual terminals (on Linux 2 to 6)", Effect::Changes,
      [](ToolHost& host, const Call&) { return runShell(host, true); }},
-    {"-U USER hostsvc/stop_halo_shell", "ends that", Effect::Changes,
+    {"-U USER hostsvc/stop_halo_shell", "ends that; whoever is logged in stays", Effect::Changes,
      [](ToolHost& host, const Call&) { return runShell(host, false); }},
     {"-U USER hostsvc/enable_halo_shell", "starts the local shell with the host", Effect::Changes,
      [](ToolHost& host, const Call&) { return enable(host, kHaloShell, true); }},
     {"-U USER hostsvc/disable_halo_shell", "does not start it with the host", Effect::Changes,
      [](ToolHost& host, const Call&) { return enable(host, kHaloShell, false); }},
-    {"-U USER hostsvc/start_ssh", "starts the SSH server and opens the firewall for it",
+    {"-U USER hostsvc/start_ssh", "starts the SSH server and enables its ruleset sshServer",
      Effect::Changes, [](ToolHost& host, const Call&) { return runSsh(host, true); }},
-    {"-U USER hostsvc/stop_ssh", "closes the firewall and stops the SSH server", Effect::Changes,
+    {"-U USER hostsvc/stop_ssh", "stops the SSH server and disables its ruleset", Effect::Changes,
      [](ToolHost& host, const Call&) { return runSsh(host, false); }},
     {"-U USER hostsvc/enable_ssh", "starts the SSH server with the host", Effect::Changes,
      [](ToolHost& host, const Call&) { return enable(host, kSsh, true); }},
     {"-U USER hostsvc/disable_ssh", "does not start it with the host", Effect::Changes,
      [](ToolHost& host, const Call&) { return enable(host, kSsh, false); }},
     {"-U USER hostsvc/autostartmanager/autostop",
-     "stops the virtual machines that autostart manages, in its order", Effect::Changes,
+     "stops the virtual machines that autostart manages, in its order (on Linux libvirt's, in the "
+     "order of /etc/corvo/virtualisation)",
+     Effect::Changes,
      [](ToolHost& host, const Call&) {
        host.StopManagedMachines();
        return ToolAnswer{};
@@ -80,8 +83,9 @@ constexpr std::array<Query, 14> kQueries = {{
 /// Whoever calls may try again as another user, so this is known before anything else.
 ToolAnswer hmxCmd(ToolHost& host, Commands<ToolHost> commands, const std::string& name,
                   Arguments arguments) {
-  const bool asUser = arguments.size() > 1 && arguments[0] == "-U" && arguments[1] != kServiceUser;
-  if (asUser && !host.MayAdminister(arguments[1]))
+  const auto option = std::find(arguments.begin(), arguments.end(), "-U");
+  const auto user = option == arguments.end() ? option : option + 1;
+  if (user != arguments.end() && *user != kServiceUser && !host.MayAdminister(*user))
     return {kNotAsThatUser, "", name + ": that user may not administer this host\n"};
   return runCommand(host, commands, name, arguments);
 }

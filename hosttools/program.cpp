@@ -40,10 +40,6 @@ int printAll(const std::vector<ToolDescription>& tools) {
   return 0;
 }
 
-std::string lastComponent(std::string_view path) {
-  return std::string(path.substr(path.rfind('/') + 1));
-}
-
 struct Found {
   std::string path;
   int seconds = 0;

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <algorithm>
 #include <array>
 
 #include "hosttools/tools.h"
@@ -92,12 +91,13 @@ constexpr std::array<Command<ToolHost>, 4> kAgentActions = {{
 
 constinit const Tool<ToolHost> kInitScripts = {
     "/etc/init.d/HaloShell /etc/init.d/SSH /etc/init.d/ovl-opsagent",
-    "The local shell, the SSH server and the network-virtualisation agent, one script each.\n", 180,
+    "The local shell, the SSH server and the network-virtualisation agent, one script each.\n", 420,
     kServiceActions};
 
 constinit const Tool<ToolHost> kServicesScript = {
     "/sbin/services.sh",
-    "The management agents: the programs that let remote management software at the host.\n", 300,
-    kAgentActions};
+    "The management agents: the programs that let remote management software at the host. On\n"
+    "Linux the units listed in /etc/corvo/agents.\n",
+    300, kAgentActions};
 
 }  // namespace HostTools

@@ -24,10 +24,6 @@ constexpr std::array kStandIns = {&kOpenssl,  &kSshKeygen, &kOvlcfgVswitch,
 
 constexpr int kNotFound = 127;
 
-std::string lastComponent(std::string_view path) {
-  return std::string(path.substr(path.rfind('/') + 1));
-}
-
 template <typename Host>
 std::vector<std::string> pathsOf(const Tool<Host>& tool) {
   std::istringstream in{std::string(tool.paths)};
@@ -35,8 +31,7 @@ std::vector<std::string> pathsOf(const Tool<Host>& tool) {
 }
 
 template <typename Host>
-std::string helpOf(const Tool<Host>& tool) {
-  const std::string name = lastComponent(pathsOf(tool).front());
+std::string helpOf(const Tool<Host>& tool, const std::string& name) {
   std::string help(tool.about);
   for (const Command<Host>& command : tool.commands)
     help.append("\n  ")
@@ -60,7 +55,7 @@ const Tool<Host>* findTool(Table<Host> table, const std::string& path) {
 template <typename Host>
 ToolAnswer runFound(Host& host, const Tool<Host>& tool, const std::string& name,
                     Arguments arguments) try {
-  if (arguments.size() == 1 && arguments.front() == "--help") return {0, helpOf(tool), ""};
+  if (arguments.size() == 1 && arguments.front() == "--help") return {0, helpOf(tool, name), ""};
   return tool.run(host, tool.commands, name, arguments);
 } catch (const std::exception& error) {
   return {1, "", name + ": " + error.what() + "\n"};
@@ -77,11 +72,17 @@ ToolAnswer runFrom(Host& host, const Tool<Host>* tool, const std::string& path,
 
 template <typename Host>
 void describe(Table<Host> table, std::vector<ToolDescription>& tools) {
-  for (const Tool<Host>* tool : table)
-    tools.push_back({pathsOf(*tool), tool->seconds, helpOf(*tool)});
+  for (const Tool<Host>* tool : table) {
+    const auto paths = pathsOf(*tool);
+    tools.push_back({paths, tool->seconds, helpOf(*tool, lastComponent(paths.front()))});
+  }
 }
 
 }  // namespace
+
+std::string lastComponent(std::string_view path) {
+  return std::string(path.substr(path.rfind('/') + 1));
+}
 
 std::vector<ToolDescription> toolsOf(const ToolHost&) {
   std::vector<ToolDescription> tools;

@@ -68,6 +68,9 @@ struct Tool {
                     Arguments arguments) = runCommand<Host>;
 };
 
+/// The name of the file at `path`.
+std::string lastComponent(std::string_view path);
+
 /// What is the same for every kind of tool; `help` is what --help prints.
 struct ToolDescription {
   std::vector<std::string> paths;

@@ -132,8 +132,6 @@ void readParts(const JsonNode& top, HostState& state) {
   if (const auto power = top.Find("power")) state.power = readChoice(*power, kPowers);
   state.servicesRunning =
       readMap(top["services"], [](const JsonNode& service) { return service["running"].Flag(); });
-  state.servicesEnabled =
-      readMap(top["services"], [](const JsonNode& service) { return service["enabled"].Flag(); });
   state.packages = readMap(top["packages"], readText);
   state.machines = readList(top["machines"], readMachine);
 }

@@ -84,7 +84,6 @@ struct HostState {
   std::vector<Account> accounts;
   int minimumPasswordLength = 0;
   std::map<std::string, bool> servicesRunning;
-  std::map<std::string, bool> servicesEnabled;
   std::vector<Machine> machines;
   std::map<std::string, std::string> packages;
   /// By file, then by digest.

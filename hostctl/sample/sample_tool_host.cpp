@@ -108,10 +108,6 @@ void SampleToolHost::SetServiceRunning(const std::string& name, bool running) {
   setServiceRunning(store_, name, running);
 }
 
-bool SampleToolHost::IsServiceEnabled(const std::string& name) {
-  return findIn(store_.State().servicesEnabled, name).value_or(false);
-}
-
 void SampleToolHost::SetServiceEnabled(const std::string& name, bool enabled) {
   setServiceEnabled(store_, name, enabled);
 }

@@ -40,7 +40,6 @@ class SampleToolHost : public HostSeam::StandInHost {
 
   HostSeam::ServiceState GetServiceState(const std::string& name) override;
   void SetServiceRunning(const std::string& name, bool running) override;
-  bool IsServiceEnabled(const std::string& name) override;
   void SetServiceEnabled(const std::string& name, bool enabled) override;
   void SetFirewallRuleset(const std::string& id, bool enabled) override;
   std::vector<HostSeam::Agent> ReadAgents() override;

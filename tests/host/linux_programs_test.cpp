@@ -103,7 +103,7 @@ TEST_F(LinuxLiveCore, LeavesNothingBehindWhenItFails) {
       {core_, {.bytes = 4096}, "larger than a core may be"},
       {core_, {.bytes = 8 << 20}, "could not be written"},
       {core_, {.time = milliseconds(1)}, "did not end in time"},
-      {{"no-such", "x", cores_}, {}, "no process has this name"},
+      {{"no-such", "x", cores_}, {}, "no process of root has this name"},
       {{name, "x", cores_ + "/none"}, {}, "No such file"}};
   for (const auto& [core, limits, text] : cases)
     EXPECT_PRED_FORMAT2(testing::IsSubstring, text, Failure(core, limits));

@@ -6,6 +6,7 @@
 #include <security/pam_ext.h>
 #include <security/pam_modules.h>
 
+#include <exception>
 #include <string_view>
 
 #include "linux/tools/administrators.h"
@@ -35,11 +36,14 @@ extern "C" {
   return PAM_IGNORE;
 }
 
-[[gnu::visibility("default")]] int pam_sm_acct_mgmt(pam_handle_t* handle, int, int, const char**) {
+[[gnu::visibility("default")]] int pam_sm_acct_mgmt(pam_handle_t* handle, int, int,
+                                                    const char**) try {
   const char* user = nullptr;
   const int status = pam_get_user(handle, &user, nullptr);
   if (status != PAM_SUCCESS) return status;
   return HostLinux::mayAdminister(user) ? PAM_SUCCESS : PAM_PERM_DENIED;
+} catch (const std::exception&) {
+  return PAM_SYSTEM_ERR;
 }
 
 }  // extern "C"

@@ -64,9 +64,6 @@ ServiceState LinuxToolHost::GetServiceState(const std::string& name) {
 void LinuxToolHost::SetServiceRunning(const std::string& name, bool running) {
   setServiceRunning(name, running);
 }
-bool LinuxToolHost::IsServiceEnabled(const std::string& name) {
-  return readServiceEnabled(name);
-}
 void LinuxToolHost::SetServiceEnabled(const std::string& name, bool enabled) {
   setServiceEnabled(name, enabled);
 }

@@ -42,14 +42,16 @@ std::string statusOf(pid_t process, std::string_view key) {
   return {};
 }
 
+/// Anybody may give a process of theirs any name; the debugger goes to none but root's.
 pid_t findProcess(const LiveCore& core) {
   for (const std::string& name : Files().List("/proc")) {
     const auto number = parseInteger(name);
     if (number && *number != getpid() &&
-        Files().ReadLine("/proc/" + name + "/comm") == core.process.substr(0, kLongestName))
+        Files().ReadLine("/proc/" + name + "/comm") == core.process.substr(0, kLongestName) &&
+        statusOf(static_cast<pid_t>(*number), "Uid") == "0")
       return static_cast<pid_t>(*number);
   }
-  fail(core, "no process has this name");
+  fail(core, "no process of root has this name");
 }
 
 std::uintmax_t memoryOf(pid_t process) {
@@ -81,12 +83,13 @@ bool isWholeCore(const std::string& path) {
 /// always the same, into the folder in which it is started.
 ProgramResult runDebugger(pid_t process, const std::string& folder, std::uintmax_t limit,
                           std::chrono::milliseconds time) {
-  return runProgram({"/usr/bin/prlimit",
-                     {"prlimit", "--fsize=" + std::to_string(limit), kDebugger, "--batch", "--nx",
-                      "--init-eval-command=set auto-solib-add off", "--cd=" + folder,
-                      "--pid=" + std::to_string(process),
-                      std::string("--eval-command=generate-core-file ") + kStaged}},
-                    time);
+  return runProgram(
+      {"/usr/bin/prlimit",
+       {"prlimit", "--fsize=" + std::to_string(limit), kDebugger, "--batch", "--nx",
+        "--init-eval-command=set auto-load off", "--init-eval-command=set auto-solib-add off",
+        "--cd=" + folder, "--pid=" + std::to_string(process),
+        std::string("--eval-command=generate-core-file ") + kStaged}},
+      time);
 }
 
 /// A debugger that is killed may leave its process stopped, or about to be.

@@ -65,7 +65,8 @@ class Change {
 
  private:
   void Replace(const std::string& path, std::string_view text, mode_t mode = 0644) const;
-  void Remove(const std::string& path) const;
+  /// Whether there was something to remove.
+  bool Remove(const std::string& path) const;
   /// Gives every service of remote logins the text that `change` makes of its own.
   template <typename Function>
   void ChangeServices(Function change) const;
@@ -83,10 +84,11 @@ void Change::Replace(const std::string& path, std::string_view text, mode_t mode
   Fail(path, error.code().message());
 }
 
-void Change::Remove(const std::string& path) const {
+bool Change::Remove(const std::string& path) const {
   std::error_code error;
-  std::filesystem::remove(files_.Path(path), error);
+  const bool removed = std::filesystem::remove(files_.Path(path), error);
   if (error) Fail(path, error.message());
+  return removed;
 }
 
 template <typename Function>
@@ -136,11 +138,12 @@ void Change::Enter() const {
   ReloadSsh();
 }
 
+// A server that was refused nothing is left alone: it may not even be able to reload.
 void Change::Leave() const {
-  Remove(kSshDropIn);
+  const bool refused = Remove(kSshDropIn);
   ChangeServices(unmarkedService);
   Remove(kAccounts);
-  if (files_.Exists(kSshServer)) ReloadSsh();
+  if (refused) ReloadSsh();
 }
 
 /// Keeps other changes of lockdown away while it is there.

@@ -95,10 +95,6 @@ void setServiceRunning(const std::string& name, bool running) {
   change(operation, name, "start", {(chosen != nullptr ? *chosen : units.front()).name});
 }
 
-bool readServiceEnabled(const std::string& name) {
-  return findWith(unitsOf("IsServiceEnabled", name), &Unit::enabled) != nullptr;
-}
-
 void setServiceEnabled(const std::string& name, bool enabled) {
   const char* operation = enabled ? "EnableService" : "DisableService";
   const auto units = installedUnitsOf(operation, name);

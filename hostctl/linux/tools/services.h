@@ -18,7 +18,6 @@ namespace HostLinux {
 /// chose so, behind ssh.socket; both are stopped and disabled together.
 HostSeam::ServiceState readServiceState(const std::string& name);
 void setServiceRunning(const std::string& name, bool running);
-bool readServiceEnabled(const std::string& name);
 void setServiceEnabled(const std::string& name, bool enabled);
 
 /// The management agents: those of the units in /etc/corvo/agents, or of the usual ones without

@@ -76,7 +76,6 @@ class ToolHost {
   virtual ServiceState GetServiceState(const std::string& name) = 0;
   virtual void SetServiceRunning(const std::string& name, bool running) = 0;
   /// Whether the service starts with the host.
-  virtual bool IsServiceEnabled(const std::string& name) = 0;
   virtual void SetServiceEnabled(const std::string& name, bool enabled) = 0;
   virtual void SetFirewallRuleset(const std::string& id, bool enabled) = 0;
 
