@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "tests/vm/installed_machine.h"
 
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <stdexcept>
+#include <thread>
 
 #include "harness/console.h"
-#include "harness/temporary_folder.h"
 
 namespace {
 
@@ -68,10 +69,9 @@ fs::path plainDisk() {
 
 /// This run's own disk, with a snapshot of the server just after the package was installed.
 const fs::path& installedDisk() {
-  static const Harness::TemporaryFolder ours;
   static const fs::path made = [] {
-    fs::path disk = ours.Path() / "disk.qcow2";
-    fs::copy_file(plainDisk(), disk);
+    fs::path disk = folder() / "installed.qcow2";
+    fs::copy_file(plainDisk(), disk, fs::copy_options::overwrite_existing);
     Machine machine(MachineParts{folder(), disk, folder() / "payload.tar", kPlain});
     succeed(machine, "cd /root && tar -xf /dev/vdb && dpkg -i kiva.deb && rm kiva.deb");
     machine.WaitFor("Shut Down/Restart");
@@ -120,13 +120,28 @@ void InstalledMachine::WaitForSuccess(const std::string& script) {
   Shell("for i in $(seq 300); do " + script + " && exit 0; sleep 0.2; done; exit 1");
 }
 
-bool InstalledMachine::SshLetsIn() {
+std::string InstalledMachine::SshAnswer() {
   const std::string call =
-      "ssh -q -o BatchMode=yes -o ConnectTimeout=60 -o StrictHostKeyChecking=no "
+      "ssh -o LogLevel=ERROR -o BatchMode=yes -o ConnectTimeout=60 -o StrictHostKeyChecking=no "
       "-o UserKnownHostsFile=/dev/null -i '" +
       (folder() / "key").string() + "' -p " + std::to_string(machine_->SshPort()) +
-      " visitor@127.0.0.1 true </dev/null";
-  return std::system(call.c_str()) == 0;
+      " visitor@127.0.0.1 echo welcome </dev/null 2>&1";
+  FILE* pipe = popen(call.c_str(), "r");
+  std::string answer;
+  for (int byte = 0; pipe && (byte = std::fgetc(pipe)) != EOF;) answer += static_cast<char>(byte);
+  if (pipe) pclose(pipe);
+  return answer;
+}
+
+void InstalledMachine::ExpectSsh(const std::string& wanted) {
+  constexpr int kTries = 20;
+  std::string answer;
+  for (int i = 0; i < kTries && answer.find(wanted) == std::string::npos; ++i) {
+    if (i > 0) std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    answer = SshAnswer();
+  }
+  EXPECT_NE(answer.find(wanted), std::string::npos)
+      << wanted << " is not what SSH says: " << answer;
 }
 
 void InstalledMachine::WaitForNewStart(const std::string& bootId) {
