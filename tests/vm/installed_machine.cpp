@@ -45,8 +45,8 @@ void succeed(Machine& machine, const std::string& script) {
 }
 
 void save(Machine& machine, const std::string& name) {
-  if (const std::string error = machine.Monitor("savevm " + name); !error.empty())
-    throw std::runtime_error(error);
+  const std::string error = machine.Monitor("savevm " + name);
+  if (!error.empty()) throw std::runtime_error(error);
 }
 
 /// A disk with the snapshot of the server before anything was installed; it stays for later runs.
@@ -58,7 +58,7 @@ fs::path plainDisk() {
                            (folder() / "disk.ext4").string() + "' '" + fresh.string() + "'";
   if (std::system(make.c_str()) != 0) throw std::runtime_error(make);
   {
-    Machine machine(MachineParts{folder(), fresh, folder() / "payload.tar"});
+    Machine machine(MachineParts{folder(), fresh});
     machine.WaitForShell();
     succeed(machine, "systemctl is-system-running --wait && sync");
     save(machine, kPlain);
@@ -72,7 +72,7 @@ const fs::path& installedDisk() {
   static const fs::path made = [] {
     fs::path disk = folder() / "installed.qcow2";
     fs::copy_file(plainDisk(), disk, fs::copy_options::overwrite_existing);
-    Machine machine(MachineParts{folder(), disk, folder() / "payload.tar", kPlain});
+    Machine machine(MachineParts{folder(), disk, kPlain});
     succeed(machine, "cd /root && tar -xf /dev/vdb && dpkg -i kiva.deb && rm kiva.deb");
     machine.WaitFor("Shut Down/Restart");
     save(machine, kInstalled);
@@ -84,7 +84,7 @@ const fs::path& installedDisk() {
 }  // namespace
 
 void InstalledMachine::SetUp() {
-  machine_.emplace(MachineParts{folder(), installedDisk(), folder() / "payload.tar", kInstalled});
+  machine_.emplace(MachineParts{folder(), installedDisk(), kInstalled});
 }
 
 void InstalledMachine::LogIn(const std::string& key, const std::string& password) {
