@@ -113,7 +113,7 @@ void LinuxDriver::StoreUserAccounts() {
 }
 
 void LinuxDriver::RaiseSystemAlert(const std::string& text) {
-  alert_.Raise(files_, text);
+  raiseAlert(files_, text);
 }
 
 }  // namespace HostLinux

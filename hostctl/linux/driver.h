@@ -48,7 +48,6 @@ class LinuxDriver : public HostSeam::Driver {
   Files files_;
   NetworkdReporter networkd_;
   SmartCards smartCards_;
-  SystemAlert alert_;
 };
 
 }  // namespace HostLinux

@@ -108,12 +108,8 @@ void writeFirewallRuleset(const Files& files, const std::string& id, bool enable
   writeSetting(files, "SetFirewallRuleset", kFirewall + id, enabled ? "1\n" : "0\n");
 }
 
-void SystemAlert::Raise(const Files& files, const std::string& text) {
+void raiseAlert(const Files& files, const std::string& text) {
   const std::string line = oneLine(text);
-  const std::lock_guard lock(mutex_);
-  if (line == last_) return;
-  last_ = line;
-  if (files.Read(kAlertFile) == line + "\n") return;
   try {
     replaceFile(files.Path(kAlertFile), line + "\n");
   } catch (const std::system_error&) {

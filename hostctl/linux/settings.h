@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -45,16 +44,8 @@ void writeOption(const Files& files, const std::string& path,
                  const HostCtl::Adv::OptionValue& value);
 void writeFirewallRuleset(const Files& files, const std::string& id, bool enabled);
 
-/// Leaves the alert in its file and tells the system log once; the text that stands there already
-/// is no new alert. A host that keeps no file (an ordinary user's) still has its line in the log.
-/// For any thread.
-class SystemAlert {
- public:
-  void Raise(const Files& files, const std::string& text);
-
- private:
-  std::mutex mutex_;
-  std::string last_;
-};
+/// Leaves the alert in its file and in the system log; a host that keeps no file (an ordinary
+/// user's) still has its line there. For any thread.
+void raiseAlert(const Files& files, const std::string& text);
 
 }  // namespace HostLinux

@@ -61,16 +61,15 @@ void refuseDuplicate(bool exists, const std::string& kind, const std::string& na
 void resetState(Store& store, const std::string& text) {
   store.Change([&](Json& host) {
     Json delivered = Json::parse(text);
-    for (const char* kept : {"eventLibraryStatus", "faults", "tools"})
+    for (const char* kept : {"accounts", "eventLibraryStatus", "faults", "tools"})
       if (host.contains(kept)) delivered[kept] = host[kept];
     host = std::move(delivered);
     return true;
   });
 }
 
-bool raiseAlert(Store& store, const std::string& text) {
-  return store.Change([&](Json& host) {
-    if (host.value("systemAlert", "") == text) return false;
+void raiseAlert(Store& store, const std::string& text) {
+  store.Change([&](Json& host) {
     host["systemAlert"] = text;
     return true;
   });

@@ -14,8 +14,7 @@ namespace HostSample {
 /// host's configuration.
 void resetState(Store& store, const std::string& text);
 
-/// False when the alert is raised already.
-bool raiseAlert(Store& store, const std::string& text);
+void raiseAlert(Store& store, const std::string& text);
 
 void setOption(Store& store, const std::string& path, const HostCtl::Adv::OptionValue& value);
 void setFirewallRuleset(Store& store, const std::string& id, bool enabled);

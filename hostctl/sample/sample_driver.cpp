@@ -77,7 +77,8 @@ void SampleDriver::StoreUserAccounts() {
 }
 
 void SampleDriver::RaiseSystemAlert(const std::string& text) {
-  if (raiseAlert(store_, text)) journal_.Append("hostctl", "SetSystemAlert " + text);
+  raiseAlert(store_, text);
+  journal_.Append("hostctl", "SetSystemAlert " + text);
 }
 
 }  // namespace HostSample

@@ -114,11 +114,16 @@ std::string managementText(const std::string& hostname, const std::optional<IpCo
   return text;
 }
 
-WelcomeContent readWelcomeContent(HostCtl::Network::DnsConfig& dns) {
+void AdapterAlert::Update(bool adapters) {
+  if (!std::exchange(raised_, !adapters) && !adapters)
+    TarnCtl::System::SystemInfoImpl().SetSystemAlert(kNoAdapter);
+}
+
+WelcomeContent readWelcomeContent(HostCtl::Network::DnsConfig& dns, AdapterAlert& alert) {
   WelcomeContent content;
   TarnCtl::Network::NetworkInfoImpl network;
   const bool adapters = !network.GetPnics().empty();
-  if (!adapters) TarnCtl::System::SystemInfoImpl().SetSystemAlert(kNoAdapter);
+  alert.Update(adapters);
   content.banner = catalogueText(TextId::kProductBanner);
   content.hardware = hardwareLine();
   content.processors = processorLines();

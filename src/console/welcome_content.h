@@ -20,9 +20,18 @@ struct WelcomeContent {
   std::string warning;
 };
 
-/// Reads the host's facts and composes them. Raises the host's alert when it has no network
-/// adapter. Throws HostCtlException when the host fails a fact.
-WelcomeContent readWelcomeContent(HostCtl::Network::DnsConfig& dns);
+/// Raises the host's alert when it turns out to have no network adapter: once, however often the
+/// screen is filled meanwhile.
+class AdapterAlert {
+ public:
+  void Update(bool adapters);
+
+ private:
+  bool raised_ = false;
+};
+
+/// Reads the host's facts and composes them. Throws HostCtlException when the host fails a fact.
+WelcomeContent readWelcomeContent(HostCtl::Network::DnsConfig& dns, AdapterAlert& alert);
 
 /// Vendor and product on one line.
 std::string hardwareText(const std::string& vendor, const std::string& product);

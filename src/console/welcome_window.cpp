@@ -4,7 +4,6 @@
 #include <cstdlib>
 
 #include "console/general_window.h"
-#include "console/welcome_content.h"
 #include "console/welcome_layout.h"
 #include "core/key_wait.h"
 #include "core/keys.h"
@@ -43,7 +42,7 @@ void WelcomeWindow::ShowMessage(const std::string& message) {
 }
 
 void WelcomeWindow::ShowFacts() {
-  const WelcomeContent content = readWelcomeContent(dns_);
+  const WelcomeContent content = readWelcomeContent(dns_, adapterAlert_);
   const WelcomeLayout layout = layOutWelcome(Width(), Height(), !content.warning.empty());
   RemoveAll();
   Erase();

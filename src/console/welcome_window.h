@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "console/welcome_content.h"
 #include "tarnctl/network/network_info_impl.h"
 #include "ui/frame.h"
 
 namespace Kiva {
 
-struct WelcomeContent;
 struct WelcomeLayout;
 
 /// What the console shows while nobody is logged in: who the host is, its hardware, and where it
@@ -37,6 +37,7 @@ class WelcomeWindow : public Frame {
   void EndTimedOutSession();
 
   TarnCtl::Network::DnsConfigImpl dns_;
+  AdapterAlert adapterAlert_;
 };
 
 }  // namespace Kiva

@@ -3,6 +3,8 @@
 
 #include <sys/resource.h>
 
+#include <utility>
+
 namespace Kiva {
 
 namespace {

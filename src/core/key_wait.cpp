@@ -115,6 +115,8 @@ void dispatchInput(int input) {
 }
 
 void waitForEnd() {
+  session().active = false;
+  if (session().stopPending) std::exit(0);
   updateScreen();
   for (;;) dispatchInput(waitForEvent());
 }

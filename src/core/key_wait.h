@@ -62,7 +62,8 @@ int getKey(Window& window, IdleTimeout timeout = IdleTimeout::Applies);
 /// Acts on one of Input's codes as the key wait does: a smart card, a stop, a resize.
 void dispatchInput(int input);
 
-/// Waits for the end of the process, which the host or a signal brings: reads no keys.
+/// Waits for the end of the process, which the host or a signal brings: reads no keys, and a stop
+/// request has no session to wait for.
 [[noreturn]] void waitForEnd();
 
 /// Reads the idle time-out setting again.

@@ -10,7 +10,6 @@ namespace Kiva {
 
 namespace {
 
-constexpr std::size_t kTextCapacity = 255;
 constexpr std::size_t kRetryCapacity = 256;
 constexpr int kQuerySeconds = 120;
 constexpr int kCannotActAsUser = 255;

@@ -16,6 +16,9 @@ inline constexpr const char* kHmxCmdPath = "/bin/hmx-cmd";
 /// The argument vector as the log shows it, joined by single blanks.
 std::string commandLine(const std::vector<std::string>& arguments);
 
+/// How much of a tool's output is kept for a log line or an answer.
+inline constexpr std::size_t kTextCapacity = 255;
+
 /// The status of a command that could not be started or did not end by itself.
 inline constexpr int kNotRun = -1;
 

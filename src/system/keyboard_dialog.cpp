@@ -6,22 +6,13 @@
 #include "core/log.h"
 #include "core/screen.h"
 #include "hostctl/lib/exception.h"
+#include "ui/footer.h"
 #include "ui/markup_text.h"
 #include "ui/message_dialog.h"
 
 namespace Kiva {
 
 using HostCtl::Lib::HostCtlException;
-
-namespace {
-
-constexpr const char* kFooter =
-    "{color:black}<Up/Down>{/color} {color:dark-grey}Select{/color}  "
-    "{color:black}<Space>{/color} {color:dark-grey}Toggle Selected{/color}"
-    "{align:right}{color:black}<Enter>{/color} {color:dark-grey}OK{/color}  "
-    "{color:black}<Esc>{/color} {color:dark-grey}Cancel{/color}{/align}";
-
-}  // namespace
 
 KeyboardDialog::KeyboardDialog(Frame& owner) : Dialog(owner, 72, 22, 6) {
   Window& content = *Content();
@@ -31,7 +22,7 @@ KeyboardDialog::KeyboardDialog(Frame& owner) : Dialog(owner, 72, 22, 6) {
 int KeyboardDialog::Foreground() try {
   SetTitle(Text(TextId::kConfigureKeyboard));
   SetText(Text(TextId::kIfDifficultyUsingKeyboard));
-  SetFooter(kFooter);
+  SetFooter(std::string(kSelect) + "  " + kToggle + kOkCancelFooter);
   ListLayouts();
   return Choose() == Key::kEnter && Apply();
 } catch (const HostCtlException& error) {
@@ -44,9 +35,9 @@ void KeyboardDialog::ListLayouts() {
   names_ = system_.GetKeyboardLayouts();
   const std::string configured = system_.GetKeyboardLayout();
   for (std::size_t i = 0; i < names_.size(); ++i) {
-    if (names_[i] == configured) marked_ = static_cast<int>(i);
-    radios_.push_back(&items_->Append(
-        std::make_unique<RadioItem>(plainText(names_[i]), names_[i] == configured)));
+    const bool mark = marked_ < 0 && names_[i] == configured;
+    if (mark) marked_ = static_cast<int>(i);
+    radios_.push_back(&items_->Append(std::make_unique<RadioItem>(plainText(names_[i]), mark)));
   }
   items_->FocusStart();
 }

@@ -11,6 +11,8 @@
 
 namespace Kiva {
 
+namespace {
+
 // The program may end meanwhile: nothing here may use what is destroyed at exit.
 void collectLiveCore() noexcept try {
   logInfo("%s", "Executing tarnbacktrace -c against mgmtd");
@@ -23,6 +25,8 @@ void collectLiveCore() noexcept try {
 } catch (const std::exception&) {
   // The core is a help for later; the operator waits for the agents.
 }
+
+}  // namespace
 
 // The thread inherits the mask that leaves the handled signals to their own thread.
 void startLiveCore() {

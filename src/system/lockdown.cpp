@@ -6,12 +6,6 @@
 
 namespace Kiva {
 
-namespace {
-
-constexpr std::size_t kTextCapacity = 255;
-
-}  // namespace
-
 bool isLockdownEnabled() {
   return HmxCmdGetBool("hmxsvc/auth/lockdown_is_enabled");
 }

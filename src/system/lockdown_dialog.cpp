@@ -8,13 +8,6 @@
 
 namespace Kiva {
 
-namespace {
-
-constexpr const char* kToggleFooter =
-    "{color:black}<Space>{/color} {color:dark-grey}Toggle Selected{/color}";
-
-}  // namespace
-
 LockdownDialog::LockdownDialog(Frame& owner)
     : Dialog(owner, 60, 11, 6), enabled_(isLockdownEnabled()) {
   Window& content = *Content();
@@ -24,7 +17,7 @@ LockdownDialog::LockdownDialog(Frame& owner)
 void LockdownDialog::LayOut() {
   SetTitle(Text(TextId::kConfigureLockdownModeTitle));
   SetText(Text(TextId::kLockdownModePreventsLogin));
-  SetFooter(std::string(kToggleFooter) + kOkCancelFooter);
+  SetFooter(std::string(kToggle) + kOkCancelFooter);
   enable_ =
       &items_->Append(std::make_unique<CheckItem>(Text(TextId::kEnableLockdownMode), enabled_));
   items_->FocusStart();

@@ -8,7 +8,6 @@ namespace Kiva {
 
 namespace {
 
-constexpr std::size_t kTextCapacity = 255;
 constexpr const char* kStop = "/etc/init.d/ovl-opsagent stop";
 constexpr const char* kStart = "/etc/init.d/ovl-opsagent start";
 constexpr const char* kStatus = "/etc/init.d/ovl-opsagent status";

@@ -2,7 +2,6 @@
 #include "system/secret.h"
 
 #include <cstring>
-#include <utility>
 
 namespace Kiva {
 
@@ -11,18 +10,6 @@ Secret::Secret(std::string_view text) {
   bytes_.reserve(text.size() + 1);
   bytes_.assign(text.begin(), text.end());
   bytes_.push_back('\0');
-}
-
-Secret::Secret(Secret&& other) noexcept
-    : bytes_(std::exchange(other.bytes_, {})), noCoreFile_(std::move(other.noCoreFile_)) {}
-
-Secret& Secret::operator=(Secret&& other) noexcept {
-  if (this != &other) {
-    Wipe();
-    bytes_ = std::exchange(other.bytes_, {});
-    noCoreFile_ = std::move(other.noCoreFile_);
-  }
-  return *this;
 }
 
 void Secret::Wipe() {

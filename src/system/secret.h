@@ -8,26 +8,23 @@
 
 namespace Kiva {
 
-/// A password or a PIN. It can be moved but not copied, and leaves no trace in memory when it goes,
-/// nor in a core file while it is there. It is handed to the authentication stack or to a tool's
-/// standard input, and never logged.
+/// A password or a PIN. It leaves no trace in memory when it goes, nor in a core file while it is
+/// there. It is handed to the authentication stack, and never logged.
 class Secret {
  public:
-  Secret() : Secret(std::string_view()) {}
   explicit Secret(std::string_view text);
-  Secret(Secret&& other) noexcept;
-  Secret& operator=(Secret&& other) noexcept;
+  Secret(const Secret&) = delete;
+  Secret& operator=(const Secret&) = delete;
   ~Secret() { Wipe(); }
 
   std::string_view View() const { return {CString()}; }
   /// Ends with a zero byte; valid until the secret changes.
   const char* CString() const { return bytes_.empty() ? "" : bytes_.data(); }
   bool IsEmpty() const { return View().empty(); }
-  bool operator==(const Secret& other) const { return View() == other.View(); }
-  /// Overwrites the text; the secret is empty afterwards.
-  void Wipe();
 
  private:
+  void Wipe();
+
   std::vector<char> bytes_;
   CoreFileBan noCoreFile_;
 };

@@ -10,7 +10,6 @@ namespace Kiva {
 
 namespace {
 
-constexpr const char* kSelect = "{color:black}<Up/Down>{/color} {color:dark-grey}Select{/color}";
 constexpr const char* kRestart = "{color:white}<Enter>{/color}{color:light-grey} Restart{/color}";
 constexpr const char* kExit =
     "{align:right}{color:white}<Esc>{/color}{color:light-grey} Exit{/color}{/align}";

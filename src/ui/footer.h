@@ -15,6 +15,12 @@ inline constexpr const char* kSelectFooter =
 /// What Enter does, at the start of a menu's right footer.
 inline constexpr const char* kChange =
     "{color:white}<Enter>{/color}{color:light-grey} Change{/color}";
+/// For lists and menus of dialogs' kind, at the start of the footer.
+inline constexpr const char* kSelect =
+    "{color:black}<Up/Down>{/color} {color:dark-grey}Select{/color}";
+/// For lists of check items or choices, at the start of the footer.
+inline constexpr const char* kToggle =
+    "{color:black}<Space>{/color} {color:dark-grey}Toggle Selected{/color}";
 /// Where Enter is too easily pressed by mistake.
 inline constexpr const char* kF11CancelFooter =
     "{align:right}{color:black}<F11>{/color} {color:dark-grey}OK{/color}  "

@@ -174,7 +174,7 @@ TEST_F(SampleHost, JournalsWhatLeavesTheProgram) {
   EXPECT_EQ(platform().ChildProgram({"/bin/hmx-cmd", {"hmx-cmd", "-U", "kiva"}}).arguments, tool);
   platform().TerminalProgram({"/bin/less", {"less", "-cfP", "a b"}});
   TarnCtl::System::SystemInfoImpl system;
-  for (const char* alert : {"No adapter.", "No adapter.", "Other."}) system.SetSystemAlert(alert);
+  for (const char* alert : {"No adapter.", "Other."}) system.SetSystemAlert(alert);
   const std::vector<std::string> expected = {"log.info\ttwo\\nlines",
                                              "log.warning\tw",
                                              "log.auth.emerg\tm",

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "tests/vm/installed_machine.h"
+#include "harness/vm/installed_machine.h"
 
 using namespace Harness;
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What the package is to a real init system, and its services to the world outside.
-#include "tests/vm/installed_machine.h"
+#include "harness/vm/installed_machine.h"
 
 namespace {
 

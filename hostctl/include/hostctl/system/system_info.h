@@ -17,7 +17,7 @@ class SystemInfo {
   /// The administrator's own welcome text (markup); empty when there is none.
   virtual std::string GetWelcomeMessage() = 0;
   virtual int GetBootOption() = 0;
-  /// Raises a host-wide alert; a repeated text is no new alert.
+  /// Raises a host-wide alert.
   virtual void SetSystemAlert(const std::string& text) = 0;
   virtual std::vector<std::string> GetKeyboardLayouts() = 0;
   virtual std::string GetKeyboardLayout() = 0;

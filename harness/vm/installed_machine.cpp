@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/vm/installed_machine.h"
+#include "harness/vm/installed_machine.h"
 
 #include <cstdio>
 #include <cstdlib>
