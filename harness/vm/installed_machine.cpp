@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "harness/vm/installed_machine.h"
 
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <stdexcept>
+#include <thread>
 
 #include "harness/console.h"
-#include "harness/temporary_folder.h"
 
 namespace {
 
@@ -44,8 +45,8 @@ void succeed(Machine& machine, const std::string& script) {
 }
 
 void save(Machine& machine, const std::string& name) {
-  if (const std::string error = machine.Monitor("savevm " + name); !error.empty())
-    throw std::runtime_error(error);
+  const std::string error = machine.Monitor("savevm " + name);
+  if (!error.empty()) throw std::runtime_error(error);
 }
 
 /// A disk with the snapshot of the server before anything was installed; it stays for later runs.
@@ -57,7 +58,7 @@ fs::path plainDisk() {
                            (folder() / "disk.ext4").string() + "' '" + fresh.string() + "'";
   if (std::system(make.c_str()) != 0) throw std::runtime_error(make);
   {
-    Machine machine(MachineParts{folder(), fresh, folder() / "payload.tar"});
+    Machine machine(MachineParts{folder(), fresh});
     machine.WaitForShell();
     succeed(machine, "systemctl is-system-running --wait && sync");
     save(machine, kPlain);
@@ -68,11 +69,10 @@ fs::path plainDisk() {
 
 /// This run's own disk, with a snapshot of the server just after the package was installed.
 const fs::path& installedDisk() {
-  static const Harness::TemporaryFolder ours;
   static const fs::path made = [] {
-    fs::path disk = ours.Path() / "disk.qcow2";
-    fs::copy_file(plainDisk(), disk);
-    Machine machine(MachineParts{folder(), disk, folder() / "payload.tar", kPlain});
+    fs::path disk = folder() / "installed.qcow2";
+    fs::copy_file(plainDisk(), disk, fs::copy_options::overwrite_existing);
+    Machine machine(MachineParts{folder(), disk, kPlain});
     succeed(machine, "cd /root && tar -xf /dev/vdb && dpkg -i kiva.deb && rm kiva.deb");
     machine.WaitFor("Shut Down/Restart");
     save(machine, kInstalled);
@@ -84,7 +84,7 @@ const fs::path& installedDisk() {
 }  // namespace
 
 void InstalledMachine::SetUp() {
-  machine_.emplace(MachineParts{folder(), installedDisk(), folder() / "payload.tar", kInstalled});
+  machine_.emplace(MachineParts{folder(), installedDisk(), kInstalled});
 }
 
 void InstalledMachine::LogIn(const std::string& key, const std::string& password) {
@@ -120,13 +120,28 @@ void InstalledMachine::WaitForSuccess(const std::string& script) {
   Shell("for i in $(seq 300); do " + script + " && exit 0; sleep 0.2; done; exit 1");
 }
 
-bool InstalledMachine::SshLetsIn() {
+std::string InstalledMachine::SshAnswer() {
   const std::string call =
-      "ssh -q -o BatchMode=yes -o ConnectTimeout=60 -o StrictHostKeyChecking=no "
+      "ssh -o LogLevel=ERROR -o BatchMode=yes -o ConnectTimeout=60 -o StrictHostKeyChecking=no "
       "-o UserKnownHostsFile=/dev/null -i '" +
       (folder() / "key").string() + "' -p " + std::to_string(machine_->SshPort()) +
-      " visitor@127.0.0.1 true </dev/null";
-  return std::system(call.c_str()) == 0;
+      " visitor@127.0.0.1 echo welcome </dev/null 2>&1";
+  FILE* pipe = popen(call.c_str(), "r");
+  std::string answer;
+  for (int byte = 0; pipe && (byte = std::fgetc(pipe)) != EOF;) answer += static_cast<char>(byte);
+  if (pipe) pclose(pipe);
+  return answer;
+}
+
+void InstalledMachine::ExpectSsh(const std::string& wanted) {
+  constexpr int kTries = 20;
+  std::string answer;
+  for (int i = 0; i < kTries && answer.find(wanted) == std::string::npos; ++i) {
+    if (i > 0) std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    answer = SshAnswer();
+  }
+  EXPECT_NE(answer.find(wanted), std::string::npos)
+      << wanted << " is not what SSH says: " << answer;
 }
 
 void InstalledMachine::WaitForNewStart(const std::string& bootId) {

@@ -14,6 +14,9 @@ class InstalledMachine : public testing::Test {
  protected:
   static constexpr const char* kPassword = "firstsecret";  ///< root's, from make-image
   static constexpr const char* kWelcome = "Shut Down/Restart";
+  static constexpr const char* kSshIn = "welcome";
+  static constexpr const char* kSshRefuses = "Permission denied";
+  static constexpr const char* kSshSilent = "Connection ";  ///< reset or closed
   static constexpr const char* kLogin = "Authentication Required";
 
   void SetUp() override;
@@ -32,12 +35,16 @@ class InstalledMachine : public testing::Test {
   std::string Shell(const std::string& script);
   /// Asks a script there until it succeeds.
   void WaitForSuccess(const std::string& script);
-  /// Whether the user "visitor" gets in over SSH, from outside.
-  bool SshLetsIn();
+  /// Expects that sooner or later (the server restarts itself for a change) SSH from outside has
+  /// `wanted` in its answer to the user "visitor": kSshIn, or the client's complaint.
+  void ExpectSsh(const std::string& wanted);
   /// Waits until the machine has started afresh and shows its welcome screen again; `bootId` is
   /// what BootId answered before.
   void WaitForNewStart(const std::string& bootId);
   std::string BootId() { return Shell("cat /proc/sys/kernel/random/boot_id"); }
 
   std::optional<Harness::Machine> machine_;
+
+ private:
+  std::string SshAnswer();
 };

@@ -47,7 +47,7 @@ std::vector<std::string> qemu(const MachineParts& parts, const std::filesystem::
       "-kernel", parts.folder / "vmlinuz", "-initrd", parts.folder / "initrd", "-append",
       "root=/dev/vda rw", "-drive",
       "if=virtio,format=qcow2,cache=unsafe,file=" + parts.disk.string(), "-drive",
-      "if=virtio,format=raw,readonly=on,file=" + parts.payload.string(), "-netdev",
+      "if=virtio,format=raw,readonly=on,file=" + (parts.folder / "payload.tar").string(), "-netdev",
       "user,id=net,restrict=on,hostfwd=tcp:127.0.0.1:0-:22", "-device", "virtio-net-pci,netdev=net",
       "-qmp", "unix:" + sockets + "monitor,server=on,wait=off", "-serial",
       "unix:" + sockets + "shell,server=on,wait=off"};
@@ -126,14 +126,13 @@ Machine::Machine(const MachineParts& parts)
   AnswerOfMonitor();
 }
 
-std::string Machine::LineOf(LineSocket& socket,
-                            const std::function<bool(const std::string&)>& isWanted,
-                            const std::string& what) {
+void Machine::ReadUntil(LineSocket& socket, const std::function<bool(const std::string&)>& isWanted,
+                        const std::string& what) {
   const auto end = Clock::now() + kDeadline;
   while (Clock::now() < end) {
     const auto line = socket.ReadLine(duration_cast<Milliseconds>(end - Clock::now()));
     if (!line) break;
-    if (isWanted(*line)) return *line;
+    if (isWanted(*line)) return;
   }
   throw WaitFailed("waited in vain for " + what + "; QEMU says:\n" + readFile(File("log")));
 }
@@ -150,7 +149,7 @@ std::string Machine::AnswerOfMonitor() {
     NoteEvent(line);
     return answer.contains("return") || answer.contains("error");
   };
-  LineOf(monitor_, isAnswer, "an answer of the monitor");
+  ReadUntil(monitor_, isAnswer, "an answer of the monitor");
   if (answer.contains("error")) throw std::runtime_error("QEMU: " + answer["error"].dump());
   return answer["return"].is_string() ? answer["return"].get<std::string>() : "";
 }
@@ -184,10 +183,6 @@ Screen Machine::Look() {
 Screendump Machine::Photograph() {
   Monitor("screendump \"" + File("screen") + "\"");
   return Screendump(File("screen"));
-}
-
-void Machine::WritePng(const std::filesystem::path& file) {
-  Monitor("screendump \"" + file.string() + "\" -f png");
 }
 
 void Machine::Press(const std::string& key) {
@@ -227,22 +222,16 @@ Screen Machine::WaitForGone(const std::string& text) {
 }
 
 void Machine::WaitForShell() {
-  LineOf(
-      shell_, [](const std::string& line) { return line == "ready"; }, "the machine's shell");
+  const auto isReady = [](const std::string& line) { return line == "ready"; };
+  ReadUntil(shell_, isReady, "the machine's shell");
 }
 
 std::string Machine::WaitForPowerOff() {
-  try {
-    LineOf(
-        monitor_,
-        [&](const std::string& line) {
-          NoteEvent(line);
-          return !shutdownReason_.empty();
-        },
-        "the machine to be off");
-  } catch (const WaitFailed& failed) {
-    throw WaitFailed(failed.what() + ("the screen is:\n" + Look().Dump()));
-  }
+  const auto isOff = [&](const std::string& line) {
+    NoteEvent(line);
+    return !shutdownReason_.empty();
+  };
+  ReadUntil(monitor_, isOff, "the machine to be off");
   const auto end = Clock::now() + kStartLimit;
   while (!child_.Ended() && Clock::now() < end) std::this_thread::sleep_for(Milliseconds(10));
   return child_.Ended() == 0 ? shutdownReason_ : "QEMU did not end by itself";
@@ -260,7 +249,7 @@ ShellAnswer Machine::Shell(const std::string& script) {
     answer.output += line + "\n";
     return false;
   };
-  LineOf(shell_, isEnd, "the end of " + script);
+  ReadUntil(shell_, isEnd, "the end of " + script);
   answer.output.erase(answer.output.find_last_not_of('\n') + 1);
   return answer;
 }

@@ -19,10 +19,9 @@ namespace Harness {
 
 /// What a machine is started from.
 struct MachineParts {
-  std::filesystem::path folder;   ///< Holds its kernel "vmlinuz" and its "initrd".
-  std::filesystem::path disk;     ///< A qcow2 file, /dev/vda, which it writes to.
-  std::filesystem::path payload;  ///< Its read-only second disk, /dev/vdb.
-  std::string snapshot = {};      ///< Of the disk, to go on from; without one it is switched on.
+  std::filesystem::path folder;  ///< With "vmlinuz", "initrd" and, as /dev/vdb, "payload.tar".
+  std::filesystem::path disk;    ///< A qcow2 file, /dev/vda, which it writes to.
+  std::string snapshot = {};     ///< Of the disk, to go on from; without one it is switched on.
 };
 
 struct ShellAnswer {
@@ -45,7 +44,6 @@ class Machine {
   Screen Look();
   /// The screen as it lights up.
   Screendump Photograph();
-  void WritePng(const std::filesystem::path& file);
 
   /// Presses a key by its name (as keyBytes has them, or "Space").
   void Press(const std::string& key);
@@ -61,7 +59,7 @@ class Machine {
   Screen WaitUntil(const std::function<bool(const Screen&)>& isTrue, const std::string& what);
   /// Waits until the shell has started, after a start of the machine.
   void WaitForShell();
-  /// Waits until the machine is off, and says by whose doing: "guest-shutdown".
+  /// Waits until the machine is off and QEMU has ended: by whose doing ("guest-shutdown").
   std::string WaitForPowerOff();
 
   /// Runs a script in the root shell.
@@ -72,9 +70,9 @@ class Machine {
   int SshPort();
 
  private:
-  /// A line for which `isWanted` holds, the lines before it dropped; throws WaitFailed for `what`.
-  std::string LineOf(LineSocket& socket, const std::function<bool(const std::string&)>& isWanted,
-                     const std::string& what);
+  /// Reads lines until `isWanted` holds for one; throws WaitFailed for `what`.
+  void ReadUntil(LineSocket& socket, const std::function<bool(const std::string&)>& isWanted,
+                 const std::string& what);
   std::string AnswerOfMonitor();
   void NoteEvent(const std::string& line);
   int DisplayRegister(int number);

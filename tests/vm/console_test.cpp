@@ -38,7 +38,8 @@ TEST_F(VmConsole, ShowsTheWelcomeScreenInItsOwnPalette) {
   expectColours(picture, screen, "Customize System", {kDarkGrey, kAmber});
   EXPECT_EQ(screen.At(0, 0).text, "┌");
   EXPECT_TRUE(screen.Shows("https://server")) << screen.Dump();
-  if (const char* file = std::getenv("KIVA_VM_PICTURE")) machine_->WritePng(file);
+  if (const char* file = std::getenv("KIVA_VM_PICTURE"))
+    machine_->Monitor(std::string("screendump \"") + file + "\" -f png");
 }
 
 TEST_F(VmConsole, ChangesThePassword) {
