@@ -63,6 +63,7 @@ check_tools() {
 
 check_console() {
   soon active kiva@tty1
+  soon test -s /run/kiva.pid
   ok not active getty@tty1
   is "$(readlink "/proc/$(cat /run/kiva.pid)/fd/0")" /dev/tty1 "the console's terminal"
   ok test -e /run/corvo/show-kiva-login
@@ -101,6 +102,20 @@ check_newer() {
   soon not active getty@tty1
 }
 
+# A package that comes back is as good as new, and goes also where the SSH server cannot reload.
+check_return() {
+  package -i /kiva.deb
+  soon active kiva@tty1
+  ok test -e /run/corvo/show-kiva-login
+  ok active halo-shell
+  cp -p /etc/ssh/sshd_config /tmp/sshd_config
+  systemctl start ssh
+  echo Nonsense yes >>/etc/ssh/sshd_config
+  package -r kiva
+  cp -p /tmp/sshd_config /etc/ssh/sshd_config
+  systemctl stop ssh
+}
+
 check_removal() {
   echo hello >/etc/corvo/welcome
   ok sh /sbin/backup.sh 0 >/dev/null
@@ -111,6 +126,7 @@ check_removal() {
   ok not test -e /etc/ssh/sshd_config.d/lockdown.conf
   is "$(systemctl --failed --plain --no-legend)" "" "failed units"
   is "$(cat /etc/corvo/support)" mine "a setting of mine"
+  check_return
   package -P kiva
   is "$(cat /etc/corvo/welcome)" hello "a file of mine"
   rm -r /etc/corvo
