@@ -4,7 +4,10 @@
 #include "core/session.h"
 #include "harness/hosts/recording_platform.h"
 #include "system/audit_events.h"
+#include "system/lockdown.h"
 #include "system/ovl_opsagent.h"
+#include "system/shell_services.h"
+#include "system/shell_timeouts.h"
 
 namespace {
 
@@ -17,16 +20,34 @@ const std::string kHmx = "run /bin/hmx-cmd hmx-cmd ";
 const std::string kAgent = "run /bin/sh sh -c /etc/init.d/ovl-opsagent ";
 const std::string kMigrate = "/usr/lib64/corvo/ovl-opsagent/bin/ovlcfg-vswitch";
 
+/// How a tool can end; the last one cannot be started.
+constexpr const char* kEnds[] = {"exit 0", "exit 1", "exit 255", "kill -9 $$", ""};
+
+/// Adds the lines of one run of a tool that does `end`.
+void addRun(Lines& lines, const std::string& end, const std::string& run) {
+  lines.push_back("run " + run);
+  if (end == "kill -9 $$") lines.push_back("log.3 Run Command did not terminate normally");
+}
+
+/// The same for a request to the agent.
+void addRequest(Lines& lines, const std::string& end, const std::string& words) {
+  addRun(lines, end, "/bin/hmx-cmd hmx-cmd -U anna " + words);
+  if (end != "exit 255") return;
+  lines.push_back("log.6 Unable to execute command hmx-cmd " + words +
+                  " using user anna. Using user kiva");
+  addRun(lines, end, "/bin/hmx-cmd hmx-cmd -U kiva " + words);
+}
+
 class HostToolsTest : public TestSupport::OnRecordingHost {
  protected:
   HostToolsTest() { Kiva::session().user = "anna"; }
-  /// `script` is what every tool does; an empty one leaves them as this machine has them.
+  /// `script` is what every tool does; with an empty one the shell is this machine's own.
   void Expect(const char* script, int (*act)(), int answer, const Lines& lines) {
     SCOPED_TRACE(lines.back());
     platform->Clear();
     platform->scripts.clear();
-    for (const auto& tool : Lines{"/bin/sh", "/bin/hmx-cmd", "/bin/powerOffVms", kMigrate})
-      if (*script) platform->scripts[tool] = script;
+    for (const auto& tool : Lines{"/bin/hmx-cmd", kMigrate}) platform->scripts[tool] = script;
+    if (*script) platform->scripts["/bin/sh"] = script;
     EXPECT_EQ(act(), answer);
     EXPECT_EQ(platform->Lines(), lines);
   }
@@ -41,24 +62,30 @@ TEST_F(HostToolsTest, RunsAndLogs) {
            return RunHmxCmd({{"hostsvc/start", "now"}}).status;
          },
          254, {kHmx + "-U anna hostsvc/start now"});
-  Expect("exit 255", [] { return RunHmxCmd({{"hostsvc/start"}}).status; }, 255,
-         {kHmx + "-U anna hostsvc/start",
-          "log.6 Unable to execute command hmx-cmd hostsvc/start using user anna. Using user kiva",
-          kHmx + "-U kiva hostsvc/start"});
   Expect("exit 1", [] { return HmxCmdRefresh(), 0; }, 0, {kHmx + "-U anna internalsvc/refresh"});
   Expect("", [] { return int{HmxCmdGetBool("a/b")}; }, 0,
          {"log.6 hmx-cmd invocation: get a/b", kHmx + "-U kiva a/b",
           "log.3 hmx-cmd invocation failure: No such file or directory"});
-  const std::string autostop = kHmx + "-U anna hostsvc/autostartmanager/autostop";
-  Expect("exit 1", [] { return PowerOffVms(VmStop::Graceful), 0; }, 0,
-         {autostop, "run /bin/powerOffVms powerOffVms"});
-  Expect("exit 0", [] { return PowerOffVms(VmStop::Terminate), 0; }, 0,
-         {autostop, "run /bin/powerOffVms powerOffVms --terminate"});
   Expect("printf out; printf err >&2; exit 2",
          [] { return int{MigrateWithOvlCfgVswitch("tarn0", "vSwitch1")}; }, 0,
          {"run " + kMigrate + " " + kMigrate + " -m -p tarn0 -I vSwitch1",
           "log.3 Command \"" + kMigrate +
               " -m -p tarn0 -I vSwitch1\" failed (rc=2): (stdout=out, stderr=err)"});
+}
+
+TEST_F(HostToolsTest, MachinesAreStoppedWhateverTheToolsAnswer) {
+  using enum Kiva::VmStop;
+  for (const std::string stop : kEnds)
+    for (const std::string off : kEnds)
+      for (const auto& [how, option] : {std::pair{Graceful, ""}, {Terminate, " --terminate"}}) {
+        platform->Clear();
+        platform->scripts = {{"/bin/hmx-cmd", stop}, {"/bin/powerOffVms", off}};
+        Kiva::PowerOffVms(how);
+        Lines lines;
+        addRequest(lines, stop, "hostsvc/autostartmanager/autostop");
+        addRun(lines, off, std::string("/bin/powerOffVms powerOffVms") + option);
+        EXPECT_EQ(platform->Lines(), lines) << stop << ", " << off;
+      }
 }
 
 TEST_F(HostToolsTest, NetworkingAgent) {
@@ -136,6 +163,78 @@ TEST_F(HostToolsTest, EventsAndAuditRecords) {
                    "log.6 Initializing evbuser library",
                    "log.3 Unable to initialize evbuser library from KIVA. Error code: 7",
                    "audit login.disconnect anna 1 reason=Time out"}));
+}
+
+TEST_F(HostToolsTest, ShellsAreSwitchedWhateverTheToolsAnswer) {
+  using namespace Kiva;
+  using enum ServiceSwitch;
+  const struct {
+    const ShellService& service;
+    ServiceSwitch direction;
+    std::string start, enable, did, warned, script;
+  } changes[] = {{kHaloShellService, On, "start_halo_shell", "enable_halo_shell",
+                  "enabled Halo Shell", "Halo Shell", "HaloShell start"},
+                 {kHaloShellService, Off, "stop_halo_shell", "disable_halo_shell",
+                  "disabled Halo Shell", "Halo Shell", "HaloShell stop"},
+                 {kSshService, On, "start_ssh", "enable_ssh", "enabled SSH", "ssh", "SSH start"},
+                 {kSshService, Off, "stop_ssh", "disable_ssh", "disabled SSH", "ssh", "SSH stop"}};
+  driver->failing = "SetFirewallRuleset";
+  for (const auto& [service, direction, start, enable, did, warned, script] : changes)
+    for (const std::string end : kEnds) {
+      SCOPED_TRACE(did + ", " + end);
+      platform->Clear();
+      platform->scripts = {{"/bin/sh", "exit 1"}, {"/bin/hmx-cmd", end}};
+      switchService(service, direction);
+      Lines lines;
+      addRequest(lines, end, "hostsvc/" + start);
+      if (end != "exit 0") {
+        lines.push_back("log.4 Unable to run hmx-cmd to start/stop " + warned);
+        addRun(lines, "exit 1", "/bin/sh sh /etc/init.d/" + script);
+        if (&service == &kSshService)
+          lines.push_back("log.3 Failed to update firewall sshServer ruleset status: out of order");
+      }
+      addRequest(lines, end, "hostsvc/" + enable);
+      if (end != "exit 0")
+        lines.push_back("log.4 Unable to run hmx-cmd to enable/disable " + warned);
+      lines.push_back("log.6 User anna " + did);
+      EXPECT_EQ(platform->Lines(), lines);
+    }
+}
+
+TEST_F(HostToolsTest, ShellTimeoutsAreReadInMinutesAndStoredInSeconds) {
+  using namespace Kiva;
+  const std::pair<const char*, std::int64_t> answers[] = {
+      {"echo 5400", 90}, {"printf 119", 1}, {"exit 0", 0}, {"echo 60; exit 1", 0}, {"", 0}};
+  for (const auto& [script, minutes] : answers) {
+    platform->scripts["/sbin/halocfg-advcfg"] = script;
+    EXPECT_EQ(readShellTimeout(kShellInteractiveTimeout), minutes) << script;
+  }
+  const std::string set = " system settings advanced set -o /UserVars/HaloShellInteractiveTimeOut";
+  for (const std::string end : kEnds) {
+    platform->Clear();
+    platform->scripts = {{"/sbin/localcli", "exit 1"}, {"/sbin/halocli", end}};
+    storeShellTimeout(kShellInteractiveTimeout, 1440);
+    Lines lines;
+    addRun(lines, end, "/sbin/halocli halocli" + set + " -i 86400");
+    if (end != "exit 0") lines.push_back("run /sbin/localcli localcli" + set + " -i 86400");
+    lines.push_back("log.6 Modified shell interactive timeout to 1440 minutes");
+    EXPECT_EQ(platform->Lines(), lines) << end;
+  }
+}
+
+TEST_F(HostToolsTest, LockdownThatFailsIsLogged) {
+  const std::string run = "run /bin/hmx-cmd hmx-cmd -U kiva hmxsvc/auth/lockdown_mode_exit";
+  const std::string failed = "log.3 Disabling lockdown mode failed with error: ";
+  const std::pair<const char*, Lines> cases[] = {
+      {"echo told; printf refused >&2; exit 255", {failed + "refused"}},
+      {"head -c 300 /dev/zero | tr '\\0' y >&2; exit 1", {failed + std::string(255, 'y')}},
+      {"kill -9 $$", {"log.3 Run Command did not terminate normally", failed}},
+      {"", {failed}}};
+  for (auto [script, lines] : cases) {
+    lines.insert(lines.begin(), run);
+    Expect(
+        script, [] { return int{Kiva::switchLockdown(Kiva::Lockdown::Off)}; }, 0, lines);
+  }
 }
 
 }  // namespace

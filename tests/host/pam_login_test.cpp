@@ -1,8 +1,13 @@
 // SPDX-License-Identifier: MIT
+// Logins and changes of a password through real PAM stacks.
 #include "system/pam_login.h"
 
+#include <crypt.h>
 #include <sanitizer/lsan_interface.h>
 #include <security/pam_appl.h>
+#include <unistd.h>
+
+#include <fstream>
 
 #include "core/session.h"
 #include "core/smart_card.h"
@@ -10,18 +15,33 @@
 #include "harness/hosts/recording_platform.h"
 #include "system/authentication.h"
 #include "system/login_state.h"
+#include "system/pam_change_password.h"
 
 namespace {
 
 using Kiva::Secret;
 using Lines = std::vector<std::string>;
 
-class PamLoginTest : public TestSupport::OnRecordingHost {
+int logIn(const char* user, const char* password) {
+  return Kiva::PamLogin(user, Secret(password));
+}
+
+bool change(const char* user, const char* from, const char* to) {
+  return Kiva::PamChangePassword(user, Secret(from), Secret(to));
+}
+
+class PasswordTest : public TestSupport::OnRecordingHost {
+ protected:
+  PasswordTest() { platform->pamDirectory = folder_.Path().string(); }
+  void UseStack(const std::string& stack) const { folder_.Write("kiva", stack); }
+
+  Harness::TemporaryFolder folder_;
+};
+
+class PamLoginTest : public PasswordTest {
  protected:
   void SetUp() override {
-    matrix_ = HostLinux::matrixModule();
     if (matrix_.empty()) GTEST_SKIP() << "no pam_matrix.so (package libpam-wrapper)";
-    platform->pamDirectory = folder_.Path().string();
     folder_.Write("passdb", "anna:secret:kiva\nbert:secret:other\nemil::kiva\n");
     Kiva::session() = {};
   }
@@ -30,10 +50,8 @@ class PamLoginTest : public TestSupport::OnRecordingHost {
     return matrix_ + " passdb=" + (folder_.Path() / "passdb").string() + " " + options + "\n";
   }
   std::string Debug(const std::string& options) const { return "pam_debug.so " + options + "\n"; }
-  void UseStack(const std::string& stack) const { folder_.Write("kiva", stack); }
 
-  std::string matrix_;
-  Harness::TemporaryFolder folder_;
+  const std::string matrix_ = HostLinux::matrixModule();
 };
 
 TEST_F(PamLoginTest, StatusOfTheStack) {
@@ -62,7 +80,7 @@ TEST_F(PamLoginTest, StatusOfTheStack) {
   for (const auto& one : cases) {
     SCOPED_TRACE(one.name);
     UseStack(one.stack);
-    EXPECT_EQ(Kiva::PamLogin(one.user, Secret(one.secret)), one.status);
+    EXPECT_EQ(logIn(one.user, one.secret), one.status);
   }
 }
 
@@ -71,9 +89,9 @@ TEST_F(PamLoginTest, NoServiceNoLogin) {
   // The library forgets two small blocks of its own when it finds no service file.
   const __lsan::ScopedDisabler theirs;
 #endif
-  EXPECT_NE(Kiva::PamLogin("anna", Secret("secret")), PAM_SUCCESS);
+  EXPECT_NE(logIn("anna", "secret"), PAM_SUCCESS);
   platform->pamDirectory = "/no/such/folder";
-  EXPECT_NE(Kiva::PamLogin("anna", Secret("secret")), PAM_SUCCESS);
+  EXPECT_NE(logIn("anna", "secret"), PAM_SUCCESS);
 }
 
 TEST_F(PamLoginTest, LeavesItsTracesInTheSession) {
@@ -91,6 +109,56 @@ TEST_F(PamLoginTest, LeavesItsTracesInTheSession) {
     EXPECT_EQ(Kiva::session().user, user) << account;
     EXPECT_EQ(Kiva::session().bySmartCard, Kiva::session().user == "anna") << account;
   }
+}
+
+TEST_F(PamLoginTest, EveryStepMayEndAChangeOfPassword) {
+  const std::string matrix = " required " + Matrix("verbose");
+  const std::tuple<const char*, const char*, const char*, bool, bool> cases[] = {
+      {"auth", "auth=success", "secret", true, true},
+      {"auth", "auth=new_authtok_reqd", "secret", true, true},
+      {"account", "acct=new_authtok_reqd", "secret", true, true},
+      {"auth", "auth=auth_err", "secret", false, false},
+      {"auth", "auth=perm_denied", "secret", false, false},
+      {"account", "acct=acct_expired", "secret", false, false},
+      {"account", "acct=perm_denied", "secret", false, false},
+      {"password", "prechauthtok=try_again", "secret", false, false},
+      {"password", "chauthtok=authtok_err", "secret", false, false},
+      {"password", "chauthtok=success", "Secret", false, false},
+      {"auth", "cred=cred_err", "secret", false, true}};
+  for (const auto& [kind, answer, old, told, rewritten] : cases) {
+    SCOPED_TRACE(answer);
+    std::string stack;
+    for (const std::string one : {"auth", "account", "password"})
+      stack += one + " requisite " + Debug(one == kind ? answer : "");
+    folder_.Write("passdb", "anna:secret:kiva\n");
+    UseStack(stack + "password" + matrix);
+    EXPECT_EQ(change("anna", old, "fresh"), told);
+    UseStack("auth" + matrix + "account" + matrix);
+    EXPECT_EQ(logIn("anna", "fresh"), rewritten ? PAM_SUCCESS : PAM_AUTH_ERR);
+  }
+}
+
+TEST_F(PasswordTest, ReallyChangesAnAccountOfTheMachine) {
+  if (geteuid() != 0) GTEST_SKIP() << "only root may change accounts";
+  const std::string module = " required pam_unix.so nodelay\n";
+  UseStack("auth" + module + "account" + module + "password" + module);
+  HostLinux::inNamespaces([] {
+    ASSERT_TRUE(
+        HostLinux::shell("mount -t tmpfs tmpfs /mnt; cp -a /etc/. /mnt; "
+                         "mount --bind /mnt /etc"));
+    for (const auto& [user, changed, status] : {std::tuple{"kiva-fresh", "20000", PAM_SUCCESS},
+                                                {"kiva-expired", "0", PAM_NEW_AUTHTOK_REQD}}) {
+      std::ofstream("/etc/passwd", std::ios::app) << user << ":x:4711:4711::/:/bin/false\n";
+      std::ofstream("/etc/shadow", std::ios::app)
+          << user << ":" << crypt("old-secret", "$6$salt$") << ":" << changed << ":0:99999:7:::\n";
+      EXPECT_EQ(logIn(user, "old-secret"), status);
+      EXPECT_FALSE(change(user, "old-Secret", "brand-New-72"));
+      EXPECT_EQ(logIn(user, "old-secret"), status);
+      EXPECT_TRUE(change(user, "old-secret", "brand-New-72"));
+      EXPECT_EQ(logIn(user, "brand-New-72"), PAM_SUCCESS);
+      EXPECT_EQ(logIn(user, "old-secret"), PAM_AUTH_ERR);
+    }
+  });
 }
 
 class SmartCardTest : public TestSupport::OnRecordingHost {

@@ -7,12 +7,14 @@
 #include <chrono>
 #include <csignal>
 #include <fstream>
-#include <iterator>
-#include <sstream>
+#include <functional>
 #include <thread>
 
 #include "harness/hosts/recording_platform.h"
 #include "hostctl/lib/descriptor.h"
+#include "linux/files.h"
+#include "linux/run_program.h"
+#include "tarnctl/util/exec.h"
 
 namespace {
 
@@ -26,6 +28,10 @@ constexpr const char* kAbnormal = "log.3 Run Command did not terminate normally"
 Command shell(const std::string& line, std::string_view input = {}, std::size_t outputs = 255,
               std::size_t errors = 255, int timeOut = 0) {
   return {"/bin/sh", {"sh", "-c", line}, input, outputs, errors, timeOut};
+}
+
+int exec(const std::string& line) {
+  return TarnCtl::Util::TarnCtl_Exec(line, false, true, false);
 }
 
 CommandResult runTrue() {
@@ -73,13 +79,7 @@ TEST_F(RunCommandTest, StatusAndTexts) {
       {"more than a page", shell(page, {}, 50000), 0, std::string(50000, 'x'), "", {}},
       {"more than a pipe", shell(flood, {}, 4, 0, 1), -1, "xxxx", "", {kTimeOut, kAbnormal}},
       {"a grandchild keeps the pipe", shell("sleep 20 & echo a"), 0, "a\n", "", {}},
-      {"ended by a signal", shell("echo so far; kill -TERM $$"), -1, "so far\n", "", {kAbnormal}},
-      {"environment",
-       {.path = "/bin/cat", .arguments = {"cat", "/proc/self/environ"}, .outputCapacity = 255},
-       0,
-       std::string("PYTHONHOME=/\0", 13),
-       "",
-       {}}};
+      {"ended by a signal", shell("echo so far; kill -TERM $$"), -1, "so far\n", "", {kAbnormal}}};
   for (const auto& one : cases) {
     SCOPED_TRACE(one.name);
     platform->Clear();
@@ -104,9 +104,25 @@ TEST_F(RunCommandTest, StartThatFails) {
   EXPECT_EQ(Logged(), std::vector<std::string>{});
 }
 
+TEST_F(RunCommandTest, LinesOfTheHostsShell) {
+  const std::pair<std::string, int> cases[] = {
+      {"for fd in 0 1 2; do test /proc/$$/fd/$fd -ef /dev/null || exit 9; done", 0},
+      {"exit 255", 255},
+      {"/no/such/tool", 127},
+      {"kill -9 $$", -1}};
+  for (const auto& [line, status] : cases) {
+    EXPECT_EQ(exec(line), status) << line;
+    EXPECT_EQ(platform->Lines().back(), "run /bin/sh sh -c " + line);
+  }
+  platform->scripts["/bin/sh"] = "";
+  EXPECT_EQ(exec("exit 0"), -1) << "no shell";
+  EXPECT_EQ(Logged(), std::vector<std::string>{});
+}
+
 TEST_F(RunCommandTest, DescriptorsThatRunOut) {
   std::vector<HostCtl::Lib::Descriptor> taken;
   while (taken.empty() || taken.back()) taken.emplace_back(open("/dev/null", O_RDONLY | O_CLOEXEC));
+  EXPECT_EQ(exec("exit 0"), -1);
   for (int spare = 0; spare < 6; ++spare) {
     const CommandResult result = runTrue();
     EXPECT_EQ(result.status, -1) << spare;
@@ -140,35 +156,43 @@ TEST_F(RunCommandTest, TimeOutKillsTheGroup) {
   EXPECT_EQ(WEXITSTATUS(status), 9);
 }
 
-TEST_F(RunCommandTest, ChildStartsClean) {
+TEST_F(RunCommandTest, EveryChildStartsClean) {
+  const Harness::TemporaryFolder folder;
+  const std::string file = folder.Path() / "found";
+  const std::string script = R"((ls -x /proc/$$/fd; tr '\0' ' ' </proc/$$/environ
+      cut -d ' ' -f 1,5,6 /proc/$$/stat) >)" +
+                             file + "; exit 6";
   std::vector<HostCtl::Lib::Descriptor> leaky;
   for (int i = 0; i < 40; ++i) leaky.emplace_back(open("/dev/null", O_RDONLY));
   sigset_t all, before;
   sigfillset(&all);
   pthread_sigmask(SIG_BLOCK, &all, &before);
   std::signal(SIGUSR1, SIG_IGN);
-  const auto output = [](const char* program, const std::string& line) {
-    std::istringstream in(line);
-    return RunCommand({.path = program,
-                       .arguments = {std::istream_iterator<std::string>(in), {}},
-                       .outputCapacity = 255})
-        .output;
-  };
-  const std::string open = output("/bin/ls", "ls -x /proc/self/fd");
-  const std::string signals = output("/bin/grep", "grep -E ^Sig(Blk|Ign) /proc/self/status");
-  const std::string session = output("/bin/cat", "cat /proc/self/stat");
+  std::vector<std::string> found;
+  const std::chrono::seconds enough(10);
+  const std::function<int()> starts[] = {
+      [&] { return RunCommand(shell(script)).status; }, [&] { return exec(script); },
+      [&] {
+        return HostLinux::runProgram({"/bin/sh", {"sh", "-c", script}}, enough).status;
+      }};
+  for (const auto& start : starts) {
+    EXPECT_EQ(start(), 6);
+    found.push_back(HostLinux::Files().Read(file).value_or(""));
+  }
+  const Command grep{"/bin/grep", {"grep", "-E", "^Sig(Blk|Ign)", "/proc/self/status"}, {}, 255};
+  const std::string signals = RunCommand(grep).output;  // a shell would change its own
   pthread_sigmask(SIG_SETMASK, &before, nullptr);
   std::signal(SIGUSR1, SIG_DFL);
 
-  EXPECT_EQ(open, "0  1  2  3\n") << "3 is the folder that ls itself reads";
   constexpr unsigned long kOfTheLibrary = 0x180000000;  // signals 32 and 33
   unsigned long blocked = 0, ignored = 0;
   ASSERT_EQ(std::sscanf(signals.c_str(), "SigBlk: %lx SigIgn: %lx", &blocked, &ignored), 2);
   EXPECT_EQ((blocked | ignored) & ~kOfTheLibrary, 0u);
-  int process = 0, group = 0, leader = 0;
-  ASSERT_EQ(std::sscanf(session.c_str(), "%d (cat) %*c %*d %d %d", &process, &group, &leader), 3);
-  EXPECT_EQ(group, process);
-  EXPECT_EQ(leader, process);
+  for (const std::string& facts : found) {
+    int child = 0, group = 0, leader = 0;
+    std::sscanf(facts.c_str(), "0  1  2 PYTHONHOME=/ %d %d %d", &child, &group, &leader);
+    EXPECT_TRUE(child > 0 && group == child && leader == child) << facts;
+  }
 }
 
 TEST_F(RunCommandTest, StandardDescriptorsClosed) {
@@ -184,16 +208,21 @@ TEST_F(RunCommandTest, StandardDescriptorsClosed) {
 }
 
 TEST_F(RunCommandTest, TwoThreads) {
-  const auto work = [](const std::string& word) {
+  const Harness::TemporaryFolder folder;
+  const auto work = [&](const std::string& own, const std::string& other, int status) {
+    const std::string meet = "cd " + folder.Path().string() + "; : >" + own +
+                             "; for i in $(seq 1000); do test -e " + other + " && exit " +
+                             std::to_string(status) + "; sleep 0.01; done";
     for (int i = 0; i < 40; ++i) {
-      const CommandResult result = RunCommand(shell("cat; exit 7", word));
+      EXPECT_EQ(exec(meet), status) << "each waits until the other has come";
+      const CommandResult result = RunCommand(shell("cat; exit 7", own));
       EXPECT_EQ(result.status, 7);
-      EXPECT_EQ(result.output, word);
+      EXPECT_EQ(result.output, own);
     }
   };
-  std::thread other(work, "one");
-  work("two");
-  other.join();
+  std::thread thread(work, "one", "two", 3);
+  work("two", "one", 4);
+  thread.join();
 }
 
 }  // namespace
