@@ -16,25 +16,23 @@ namespace {
 constexpr std::uint64_t kMiB = 1ULL << 20, kGiB = 1ULL << 30, kTiB = 1ULL << 40, kPiB = 1ULL << 50;
 
 TEST(FactFormat, MemorySizes) {
-  const struct {
-    std::uint64_t bytes;
-    const char *keyword, *welcome;
-  } cases[] = {{0, "0 MB", "0 MiB Memory"},
-               {kMiB, "256 MB", "1 MiB Memory"},
-               {768 * kMiB, "768 MB", "768 MiB Memory"},
-               {kGiB - 1, "1 GB", "1024 MiB Memory"},
-               {kGiB, "1 GB", "1 GiB Memory"},
-               {16 * kGiB, "16 GB", "16 GiB Memory"},
-               {16 * kGiB + 1, "16.2 GB", "16 GiB Memory"},
-               {16325 * kMiB, "16 GB", "15.9 GiB Memory"},
-               {49 * kGiB / 2, "24.5 GB", "24.5 GiB Memory"},
-               {3 * kTiB / 2, "1.5 TB", "1.5 TiB Memory"},
-               {2000 * kGiB, "1.9 TB", "2 TiB Memory"},
-               {5 * kPiB, "5 PB", "5 PiB Memory"},
-               {3000 * kPiB, "3000 PB", "3000 PiB Memory"}};
-  for (const auto& one : cases) {
-    EXPECT_EQ(memoryText(one.bytes), one.keyword) << one.bytes;
-    EXPECT_EQ(welcomeMemoryText(one.bytes), one.welcome) << one.bytes;
+  const std::tuple<std::uint64_t, const char*, const char*> cases[] = {
+      {0, "0 MB", "0 MiB Memory"},
+      {kMiB, "256 MB", "1 MiB Memory"},
+      {768 * kMiB, "768 MB", "768 MiB Memory"},
+      {kGiB - 1, "1 GB", "1024 MiB Memory"},
+      {kGiB, "1 GB", "1 GiB Memory"},
+      {16 * kGiB, "16 GB", "16 GiB Memory"},
+      {16 * kGiB + 1, "16.2 GB", "16 GiB Memory"},
+      {16325 * kMiB, "16 GB", "15.9 GiB Memory"},
+      {49 * kGiB / 2, "24.5 GB", "24.5 GiB Memory"},
+      {3 * kTiB / 2, "1.5 TB", "1.5 TiB Memory"},
+      {2000 * kGiB, "1.9 TB", "2 TiB Memory"},
+      {5 * kPiB, "5 PB", "5 PiB Memory"},
+      {3000 * kPiB, "3000 PB", "3000 PiB Memory"}};
+  for (const auto& [bytes, keyword, welcome] : cases) {
+    EXPECT_EQ(memoryText(bytes), keyword) << bytes;
+    EXPECT_EQ(welcomeMemoryText(bytes), welcome) << bytes;
   }
 }
 

@@ -28,17 +28,14 @@ TEST(LinuxKernelNics, Ipv4AddressAndOrigin) {
   const AddressRow second{2, ip("10.0.0.7"), 20, IFA_F_SECONDARY, 0, kForever};
   const AddressRow zeroconf{2, ip("169.254.1.1"), 16, 0, 253, kForever};
   const AddressRow elsewhere{3, ip("10.0.0.8"), 20, 0, 0, kForever};
-  const struct {
-    std::vector<AddressRow> rows;
-    bool asks;
-    const char* seen;
-  } cases[] = {{{elsewhere}, false, "none 0.0.0.0"},
-               {{}, true, "dhcp 0.0.0.0"},
-               {{fixed}, false, "static 10.0.0.5"},
-               {{fixed}, true, "static 10.0.0.5"},
-               {{leased}, false, "dhcp 10.0.0.6"},
-               {{zeroconf, leased}, false, "dhcp 10.0.0.6"},
-               {{second, zeroconf, fixed}, false, "static 10.0.0.5"}};
+  const std::tuple<std::vector<AddressRow>, bool, const char*> cases[] = {
+      {{elsewhere}, false, "none 0.0.0.0"},
+      {{}, true, "dhcp 0.0.0.0"},
+      {{fixed}, false, "static 10.0.0.5"},
+      {{fixed}, true, "static 10.0.0.5"},
+      {{leased}, false, "dhcp 10.0.0.6"},
+      {{zeroconf, leased}, false, "dhcp 10.0.0.6"},
+      {{second, zeroconf, fixed}, false, "static 10.0.0.5"}};
   for (const auto& [rows, asks, seen] : cases) {
     const auto config = onlyNic(rows, asks).running;
     const std::string mode = config.GetIpv4UseNone()   ? "none "
@@ -51,10 +48,7 @@ TEST(LinuxKernelNics, Ipv4AddressAndOrigin) {
 
 TEST(LinuxKernelNics, Ipv6OriginsAndRefinement) {
   using enum AddressType;
-  const struct {
-    AddressRow row;
-    AddressType kernel, reported, refined;
-  } cases[] = {
+  const std::tuple<AddressRow, AddressType, AddressType, AddressType> cases[] = {
       {{2, ip("fe80::1"), 64, IFA_F_PERMANENT, 253, kForever}, Other, Static, Other},
       {{2, ip("fd00::1"), 64, IFA_F_PERMANENT, 0, kForever}, Static, Autoconf, Autoconf},
       {{2, ip("fd00::2"), 128, 0, 0, 600}, Dhcp, Static, Static},
@@ -62,9 +56,9 @@ TEST(LinuxKernelNics, Ipv6OriginsAndRefinement) {
       {{2, ip("fd00::4"), 64, IFA_F_MANAGETEMPADDR, 0, kForever}, Autoconf, Autoconf, Autoconf}};
   std::vector<AddressRow> rows{{2, ip("fd00::bad"), 64, IFA_F_DADFAILED, 0, kForever}};
   std::vector<ReportedAddress> report;
-  for (const auto& one : cases) {
-    rows.push_back(one.row);
-    report.push_back({one.row.address, one.reported});
+  for (const auto& [row, inKernel, reported, known] : cases) {
+    rows.push_back(row);
+    report.push_back({row.address, reported});
   }
   auto nic = onlyNic(rows);
   const auto kernel = nic.running.GetIpv6Networks();
@@ -72,10 +66,10 @@ TEST(LinuxKernelNics, Ipv6OriginsAndRefinement) {
   const auto refined = nic.running.GetIpv6Networks();
   ASSERT_EQ(kernel.size(), std::size(cases));
   for (std::size_t i = 0; i < std::size(cases); ++i) {
-    SCOPED_TRACE(toString(cases[i].row.address));
-    EXPECT_EQ(kernel[i].type, cases[i].kernel);
-    EXPECT_EQ(refined[i].type, cases[i].refined);
-    EXPECT_EQ(refined[i].prefix, cases[i].row.prefix);
+    const auto& [row, inKernel, reported, known] = cases[i];
+    EXPECT_EQ(kernel[i].type, inKernel) << toString(row.address);
+    EXPECT_EQ(refined[i].type, known) << toString(row.address);
+    EXPECT_EQ(refined[i].prefix, row.prefix);
   }
   EXPECT_TRUE(nic.running.GetIpv6UseDhcp());
   EXPECT_TRUE(nic.running.GetIpv6UseRouterAdvertisement());
@@ -120,19 +114,15 @@ TEST(LinuxNetworkdReport, AskedOnlyWhenItKeepsNobodyWaiting) {
   const Files files(folder.Path());
   NetworkdReporter reporter(fakeReport);
   const NetworkdReporter::Clock::time_point start{};
-  const struct {
-    int milliseconds;
-    bool answers;
-    int askings;
-    std::size_t addresses;
-  } steps[] = {{0, true, 0, 0},     {900, true, 0, 0},   {1000, true, 1, 1}, {2900, true, 1, 1},
-               {3000, false, 2, 0}, {32900, true, 2, 0}, {33000, true, 3, 1}};
+  const std::tuple<int, bool, int, std::size_t> steps[] = {
+      {0, true, 0, 0},     {900, true, 0, 0},   {1000, true, 1, 1}, {2900, true, 1, 1},
+      {3000, false, 2, 0}, {32900, true, 2, 0}, {33000, true, 3, 1}};
   askings = 0;
-  for (const auto& step : steps) {
-    answer = step.answers;
-    const auto now = start + std::chrono::milliseconds(step.milliseconds);
-    EXPECT_EQ(reporter.Read(files, now).size(), step.addresses) << step.milliseconds;
-    EXPECT_EQ(askings, step.askings) << step.milliseconds;
+  for (const auto& [milliseconds, answers, asked, addresses] : steps) {
+    answer = answers;
+    const auto now = start + std::chrono::milliseconds(milliseconds);
+    EXPECT_EQ(reporter.Read(files, now).size(), addresses) << milliseconds;
+    EXPECT_EQ(askings, asked) << milliseconds;
   }
   std::filesystem::remove_all(folder.Path() / "run");
   EXPECT_TRUE(reporter.Read(files, start + std::chrono::hours(1)).empty());

@@ -145,11 +145,7 @@ std::string painted(const std::string& laidOut, const PaintArea& area) {
 
 TEST(MarkupPaint, PlacesAndColoursText) {
   const PaintArea kArea{.width = 8, .height = 3, .background = kAmber, .foreground = kWhite};
-  const struct {
-    const char* name;
-    std::string laidOut;
-    const char* runs;
-  } cases[] = {
+  const std::tuple<const char*, std::string, const char*> cases[] = {
       {"nothing", "", ""},
       {"lines", "ab\n\ncd", "0,0 ab|2,0 cd|"},
       {"below the last row", "a\nb\nc\nd", "0,0 a|1,0 b|2,0 c|"},

@@ -2,12 +2,15 @@
 #include <gtest/gtest.h>
 #include <syslog.h>
 
+#include <array>
+
 #include "harness/demo_host.h"
 #include "hostctl/lib/exception.h"
 #include "hostctl/lib/platform.h"
 #include "sample/changes.h"
 #include "sample/sample_host.h"
 #include "sample/store.h"
+#include "system/host_tools.h"
 #include "tarnctl/adv/advanced_option_impl.h"
 #include "tarnctl/auth/smart_card_info_impl.h"
 #include "tarnctl/network/network_info_impl.h"
@@ -31,31 +34,30 @@ std::string troubleOf(const DemoHost& host) {
 }
 
 TEST(SampleStore, NamesTheKeyThatIsWrongAndLeavesTheFile) {
-  const struct {
-    const char *pointer, *value, *trouble;
-  } cases[] = {{"/hardware", "{}", "hardware.vendorName is missing"},
-               {"/accounts/1/password", "5", "accounts[1].password is not a text"},
-               {"/version/buildNumber", "-1",
-                "version.buildNumber is not a whole number from 0 to 4294967295"},
-               {"/memory/totalPages", "18446744073709551615",
-                "memory.totalPages is not a whole number from 0 to 17592186044416"},
-               {"/network/ipv6Enabled", "1", "network.ipv6Enabled is not true or false"},
-               {"/network/pnics", "{}", "network.pnics is not a list"},
-               {"/network/pnics/2/name", "null", "network.pnics[2].name is missing"},
-               {"/network/kernelNics/0/running/ipv4/mode", "\"bootp\"",
-                "network.kernelNics[0].running.ipv4.mode is not one of none, dhcp, static"},
-               {"/network/routing/ipv4Gateway", "\"10.20.30\"",
-                "network.routing.ipv4Gateway is not an IPv4 address"},
-               {"/options/two\nlines", "true",
-                "options.two\\nlines is not a whole number from -9223372036854775807 to "
-                "9223372036854775807"},
-               {"/tools", R"({"/bin/sh": {}})", "tools./bin/sh.status is missing"},
-               {"/faults", "[]", "faults is not an object"}};
-  for (const auto& one : cases) {
+  const std::array<const char*, 3> cases[] = {
+      {"/hardware", "{}", "hardware.vendorName is missing"},
+      {"/accounts/1/password", "5", "accounts[1].password is not a text"},
+      {"/version/buildNumber", "-1",
+       "version.buildNumber is not a whole number from 0 to 4294967295"},
+      {"/memory/totalPages", "18446744073709551615",
+       "memory.totalPages is not a whole number from 0 to 17592186044416"},
+      {"/network/ipv6Enabled", "1", "network.ipv6Enabled is not true or false"},
+      {"/network/pnics", "{}", "network.pnics is not a list"},
+      {"/network/pnics/2/name", "null", "network.pnics[2].name is missing"},
+      {"/network/kernelNics/0/running/ipv4/mode", "\"bootp\"",
+       "network.kernelNics[0].running.ipv4.mode is not one of none, dhcp, static"},
+      {"/network/routing/ipv4Gateway", "\"10.20.30\"",
+       "network.routing.ipv4Gateway is not an IPv4 address"},
+      {"/options/two\nlines", "true",
+       "options.two\\nlines is not a whole number from -9223372036854775807 to "
+       "9223372036854775807"},
+      {"/tools", R"({"/bin/sh": {}})", "tools./bin/sh.status is missing"},
+      {"/faults", "[]", "faults is not an object"}};
+  for (const auto& [pointer, value, trouble] : cases) {
     DemoHost host;
-    host.Set(one.pointer, nlohmann::json::parse(one.value));
+    host.Set(pointer, nlohmann::json::parse(value));
     const std::string before = host.Text();
-    EXPECT_EQ(troubleOf(host), host.File().string() + ": " + one.trouble);
+    EXPECT_EQ(troubleOf(host), host.File().string() + ": " + trouble);
     EXPECT_EQ(host.Text(), before);
   }
 }
@@ -138,10 +140,7 @@ TEST_F(SampleHost, ShowsTheBuiltInSampleThroughTheLibrary) {
   EXPECT_EQ(system.GetModuleVersion("none"), "");
   EXPECT_EQ(system.GetFirewallRulesets().front().id, "sshServer");
   EXPECT_FALSE(TarnCtl::Authentication::SmartCardInfoImpl().GetAllSlots().at(0).token);
-  using TarnCtl::Adv::AdvancedOptionImpl;
-  const auto timeOut = AdvancedOptionImpl::FindOption("/UserVars/KivaTimeOut");
-  EXPECT_EQ(dynamic_cast<HostCtl::Adv::AdvancedIntegerOption&>(*timeOut).GetValue(), 600);
-  EXPECT_EQ(AdvancedOptionImpl::FindOption("/UserVars/None"), nullptr);
+  EXPECT_EQ(TarnCtl::Adv::AdvancedOptionImpl::FindOption("/UserVars/None"), nullptr);
 
   TarnCtl::Network::NetworkInfoImpl network;
   network.UpdateManagementInterface();
@@ -163,15 +162,10 @@ TEST_F(SampleHost, JournalsWhatLeavesTheProgram) {
   platform().Log((12 << 3) | LOG_CRIT, "c");
   platform().EventAdd("@&!*@*@(id)text");
   platform().Audit({"login.connect", "root", false, {{"reason", "Invalid Login"}, {"n", "1"}}});
-  const std::vector<std::string> tool = {"kiva-demo-tools",
-                                         "--host",
-                                         host.Directory(),
-                                         "--console",
-                                         std::to_string(getpid()),
-                                         "/bin/hmx-cmd",
-                                         "-U",
-                                         "kiva"};
-  EXPECT_EQ(platform().ChildProgram({"/bin/hmx-cmd", {"hmx-cmd", "-U", "kiva"}}).arguments, tool);
+  const auto tool = platform().ChildProgram({"/bin/hmx-cmd", {"hmx-cmd", "-U", "kiva"}});
+  EXPECT_EQ(Kiva::commandLine(tool.arguments),
+            "kiva-demo-tools --host " + host.Directory().string() + " --console " +
+                std::to_string(getpid()) + " /bin/hmx-cmd -U kiva");
   platform().TerminalProgram({"/bin/less", {"less", "-cfP", "a b"}});
   TarnCtl::System::SystemInfoImpl system;
   for (const char* alert : {"No adapter.", "Other."}) system.SetSystemAlert(alert);
