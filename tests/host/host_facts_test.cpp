@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "console/host_facts.h"
 
+#include <array>
+
 #include "harness/hosts/recording_platform.h"
 #include "hostctl/lib/exception.h"
 #include "network/management_interface.h"
@@ -42,67 +44,62 @@ class HostFactsTest : public TestSupport::OnRecordingHost {
 };
 
 TEST_F(HostFactsTest, EveryKeyword) {
-  const std::pair<const char*, const char*> cases[] = {
-      {"ip", "192.168.1.5"},
-      {"hostname", "host1.example.org"},
-      {"haloproduct", "Corvo Halo"},
-      {"haloversion", "7.0 build-01234"},
-      {"ssl-thumbprint", "A:1"},
-      {"ssl-thumbprint-256", "B:2"},
-      {"ssh-dsa-fingerprint", "SHA256:/etc/ssh/ssh_host_dsa_key"},
-      {"ssh-rsa-fingerprint", "SHA256:/etc/ssh/ssh_host_rsa_key"},
-      {"serial-number", "SN 1"},
-      {"memory", "16.2 GB"},
-      {"servicetag", "TAG"},
-      {"assettag", "ASSET"},
-      {"BIOSversion", "2.10 (2.10) 01/02/2023"},
-      {"BMCversion", "3.1"},
-      {"PLSAversion", "1.2.3"},
-      {"CPLDversion", "N/A"},
-      {"supportstart", "N/A"},
-      {"supportperiod", "N/A"}};
-  for (const auto& [keyword, value] : cases) EXPECT_EQ(Value(keyword), value) << keyword;
+  // The second value is that of a host which has none of all this.
+  const std::array<const char*, 3> cases[] = {
+      {"ip", "192.168.1.5", "0.0.0.0"},
+      {"hostname", "host1.example.org", "host1."},
+      {"haloproduct", "Corvo Halo", "Corvo Halo"},
+      {"haloversion", "7.0 build-01234", "7.0 build-1234567"},
+      {"ssl-thumbprint", "A:1", ""},
+      {"ssl-thumbprint-256", "B:2", ""},
+      {"ssh-dsa-fingerprint", "SHA256:/etc/ssh/ssh_host_dsa_key", ""},
+      {"ssh-rsa-fingerprint", "SHA256:/etc/ssh/ssh_host_rsa_key", ""},
+      {"serial-number", "SN 1", ""},
+      {"memory", "16.2 GB", "0 MB"},
+      {"servicetag", "TAG", "N/A"},
+      {"assettag", "ASSET", "N/A"},
+      {"BIOSversion", "2.10 (2.10) 01/02/2023", "N/A"},
+      {"BMCversion", "3.1", "N/A"},
+      {"PLSAversion", "1.2.3", "N/A"},
+      {"CPLDversion", "N/A", "N/A"},
+      {"supportstart", "N/A", "N/A"},
+      {"supportperiod", "N/A", "N/A"}};
+  for (const auto& [keyword, value, none] : cases) EXPECT_EQ(Value(keyword), value) << keyword;
   const std::string digest =
       "run /bin/openssl openssl x509 -in /etc/corvo/ssl/rui.crt -noout -fingerprint ";
   const std::string key = std::string("run ") + kKeygen + " ssh-keygen -l -f /etc/ssh/ssh_host_";
   EXPECT_EQ(platform->Lines(),
             (Lines{digest + "-sha1", digest + "-sha256", key + "dsa_key", key + "rsa_key"}));
-}
-
-TEST_F(HostFactsTest, WhatTheHostDoesNotHave) {
   driver->dns.domain.clear();
   driver->hardware = {};
+  driver->memory = {};
   driver->adapters.pop_back();
   driver->nics.clear();
   driver->version.buildNumber = 1234567;
-  const std::pair<const char*, const char*> cases[] = {
-      {"ip", "0.0.0.0"},      {"hostname", "host1."}, {"haloversion", "7.0 build-1234567"},
-      {"serial-number", ""},  {"servicetag", "N/A"},  {"assettag", "N/A"},
-      {"BIOSversion", "N/A"}, {"BMCversion", "N/A"},  {"PLSAversion", "N/A"}};
-  for (const auto& [keyword, value] : cases) EXPECT_EQ(Value(keyword), value) << keyword;
-  EXPECT_EQ(platform->Lines(), Lines{});
+  platform->scripts = {{"/bin/openssl", "echo SHA1 Fingerprint=A:1; exit 1"},
+                       {kKeygen, "echo 1 2 3; printf 'no such key' >&2; exit 255"}};
+  platform->Clear();
+  for (const auto& [keyword, value, none] : cases) EXPECT_EQ(Value(keyword), none) << keyword;
+  EXPECT_EQ(platform->Lines().back(), "log.6 Error generating SSH Key Fingerprint: no such key");
 }
 
 TEST_F(HostFactsTest, HostThatFails) {
   const std::string failed = " version string failed, err=out of order";
-  const struct {
-    const char *operation, *keyword, *value;
-    Lines lines;
-  } cases[] = {{"UpdateManagementInterface", "ip", "0.0.0.0", {}},
-               {"GetIpConfig", "ip", "0.0.0.0", {}},
-               {"GetVersion", "haloproduct", "", {}},
-               {"GetVersion", "haloversion", "", {}},
-               {"GetServiceTag", "servicetag", "N/A", {}},
-               {"GetBiosData", "assettag", "N/A", {"log.3 Get asset tag" + failed}},
-               {"GetHost", "BIOSversion", "N/A", {"log.3 Get BIOS" + failed}},
-               {"GetBmcVersion", "BMCversion", "N/A", {"log.3 Get BMC" + failed}},
-               {"GetModuleVersion", "PLSAversion", "N/A", {"log.3 Get PLSA" + failed}}};
-  for (const auto& one : cases) {
-    SCOPED_TRACE(std::string(one.operation) + " " + one.keyword);
+  const std::tuple<const char*, const char*, const char*, Lines> cases[] = {
+      {"UpdateManagementInterface", "ip", "0.0.0.0", {}},
+      {"GetIpConfig", "ip", "0.0.0.0", {}},
+      {"GetVersion", "haloproduct", "", {}},
+      {"GetVersion", "haloversion", "", {}},
+      {"GetServiceTag", "servicetag", "N/A", {}},
+      {"GetBiosData", "assettag", "N/A", {"log.3 Get asset tag" + failed}},
+      {"GetHost", "BIOSversion", "N/A", {"log.3 Get BIOS" + failed}},
+      {"GetBmcVersion", "BMCversion", "N/A", {"log.3 Get BMC" + failed}},
+      {"GetModuleVersion", "PLSAversion", "N/A", {"log.3 Get PLSA" + failed}}};
+  for (const auto& [operation, keyword, value, lines] : cases) {
     platform->Clear();
-    driver->failing = one.operation;
-    EXPECT_EQ(Value(one.keyword), one.value);
-    EXPECT_EQ(platform->Lines(), one.lines);
+    driver->failing = operation;
+    EXPECT_EQ(Value(keyword), value) << operation << " " << keyword;
+    EXPECT_EQ(platform->Lines(), lines) << operation << " " << keyword;
   }
   const std::pair<const char*, const char*> passed[] = {
       {"GetHostname", "hostname"}, {"GetSerialNumber", "serial-number"}, {"GetPageSize", "memory"}};
@@ -110,15 +107,6 @@ TEST_F(HostFactsTest, HostThatFails) {
     driver->failing = operation;
     EXPECT_THROW(Value(keyword), HostCtl::Lib::HostCtlException) << keyword;
   }
-}
-
-TEST_F(HostFactsTest, ToolsThatFail) {
-  platform->scripts = {{"/bin/openssl", "echo SHA1 Fingerprint=A:1; exit 1"},
-                       {kKeygen, "echo 1 2 3; printf 'no such key' >&2; exit 255"}};
-  EXPECT_EQ(Value("ssl-thumbprint"), "");
-  platform->Clear();
-  EXPECT_EQ(Value("ssh-rsa-fingerprint"), "");
-  EXPECT_EQ(platform->Lines().back(), "log.6 Error generating SSH Key Fingerprint: no such key");
 }
 
 TEST_F(HostFactsTest, DistributedSwitch) {

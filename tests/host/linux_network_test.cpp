@@ -78,6 +78,8 @@ TEST(LinuxNetlink, TablesOfARealKernel) {
     EXPECT_EQ(ours.connection.type, ConnecteeType::StandardPortGroup);
     EXPECT_EQ(driver.ReadRouting().ipv4Gateway.GetStringAddress(), "10.2.0.1");
     EXPECT_EQ(driver.ReadRouting().ipv6Gateway.GetStringAddress(), "fd00::1");
+    ASSERT_TRUE(shell("ip route flush default"));
+    EXPECT_TRUE(nic(driver, "tarn0").carriesDefaultRoute) << "there is no other";
   });
 }
 

@@ -59,11 +59,7 @@ TEST_F(PamLoginTest, StatusOfTheStack) {
     return "auth required " + authenticates + "account required " + admits;
   };
   const std::string permit = Debug("");
-  const struct {
-    const char *name, *user, *secret;
-    std::string stack;
-    int status;
-  } cases[] = {
+  const std::tuple<const char*, const char*, const char*, std::string, int> cases[] = {
       {"right", "anna", "secret", stack(Matrix(), Matrix()), 0},
       {"wrong password", "anna", "Secret", stack(Matrix(), permit), PAM_AUTH_ERR},
       {"not for this service", "bert", "secret", stack(Matrix(), Matrix()), PAM_PERM_DENIED},
@@ -77,10 +73,9 @@ TEST_F(PamLoginTest, StatusOfTheStack) {
        stack(Matrix() + "auth required " + Matrix(), permit), PAM_CRED_ERR},
       {"no such module", "anna", "secret", stack("pam_no_such_module.so\n", permit),
        PAM_MODULE_UNKNOWN}};
-  for (const auto& one : cases) {
-    SCOPED_TRACE(one.name);
-    UseStack(one.stack);
-    EXPECT_EQ(logIn(one.user, one.secret), one.status);
+  for (const auto& [name, user, secret, services, status] : cases) {
+    UseStack(services);
+    EXPECT_EQ(logIn(user, secret), status) << name;
   }
 }
 

@@ -47,39 +47,25 @@ class PamStackTest : public TestSupport::OnRecordingHost {
     folder_.Write("kiva", text);
   }
 
-  /// The status of a login, and whether the card was tried.
-  std::pair<int, bool> LogIn(const char* user, const char* secret) const {
-    std::filesystem::remove(Path("asked"));
-    const int status = Kiva::PamLogin(user, Kiva::Secret(secret));
-    return {status, std::filesystem::exists(Path("asked"))};
-  }
-
   Harness::TemporaryFolder folder_;
 };
 
-TEST_F(PamStackTest, TriesTheCardWithWhatMayBeAPin) {
-  UseShipped("");
-  const struct {
-    const char* secret;
-    std::pair<int, bool> outcome;
-  } cases[] = {{"4711", {0, true}},           {"secret", {0, false}},   {"12345678", {0, true}},
-               {"4711471147114", {0, false}}, {"0815", {kWrong, true}}, {"471", {kWrong, false}},
-               {"wrong", {kWrong, false}},    {"", {kWrong, false}}};
-  for (const auto& one : cases) EXPECT_EQ(LogIn("root", one.secret), one.outcome) << one.secret;
-}
-
-TEST_F(PamStackTest, TakesPasswordsWithoutAModuleForCards) {
-  UseShipped("pam_no_such_module.so");
-  EXPECT_EQ(LogIn("root", "secret").first, PAM_SUCCESS);
-  EXPECT_EQ(LogIn("root", "12345678").first, PAM_SUCCESS);
-  EXPECT_EQ(LogIn("root", "wrong").first, kWrong);
-}
-
-TEST_F(PamStackTest, AdmitsNobodyElseThanAdministrators) {
-  UseShipped("");
-  EXPECT_EQ(LogIn("nobody", "secret").first, PAM_PERM_DENIED);
-  EXPECT_EQ(LogIn("nobody", "wrong").first, kWrong);
-  EXPECT_EQ(LogIn("gone", "secret").first, PAM_PERM_DENIED);
+TEST_F(PamStackTest, TriesTheCardWithWhatMayBeAPinAndAdmitsAdministratorsAlone) {
+  const std::string card, none = "pam_no_such_module.so";
+  const std::tuple<std::string, const char*, const char*, int, bool> cases[] = {
+      {card, "root", "4711", 0, true},          {card, "root", "secret", 0, false},
+      {card, "root", "12345678", 0, true},      {card, "root", "4711471147114", 0, false},
+      {card, "root", "0815", kWrong, true},     {card, "root", "471", kWrong, false},
+      {card, "root", "wrong", kWrong, false},   {card, "root", "", kWrong, false},
+      {none, "root", "secret", 0, false},       {none, "root", "12345678", 0, false},
+      {none, "root", "wrong", kWrong, false},   {card, "nobody", "secret", PAM_PERM_DENIED, false},
+      {card, "nobody", "wrong", kWrong, false}, {card, "gone", "secret", PAM_PERM_DENIED, false}};
+  for (const auto& [module, user, secret, status, asked] : cases) {
+    UseShipped(module);
+    std::filesystem::remove(Path("asked"));
+    EXPECT_EQ(Kiva::PamLogin(user, Kiva::Secret(secret)), status) << user << " " << secret;
+    EXPECT_EQ(std::filesystem::exists(Path("asked")), asked) << user << " " << secret;
+  }
 }
 
 }  // namespace

@@ -63,13 +63,8 @@ class RunCommandTest : public TestSupport::OnRecordingHost {
 
 TEST_F(RunCommandTest, StatusAndTexts) {
   const std::string page = "head -c 60000 /dev/zero | tr '\\0' x", flood = page + ";" + page;
-  const struct {
-    const char* name;
-    Command command;
-    int status;
-    std::string output, errors;
-    std::vector<std::string> logged;
-  } cases[] = {
+  using Text = std::string;
+  const std::tuple<const char*, Command, int, Text, Text, std::vector<Text>> cases[] = {
       {"both outputs", shell("echo out; echo err >&2; exit 255"), 255, "out\n", "err\n", {}},
       {"cut at the capacity", shell("echo 12345; echo abc >&2", {}, 4, 2), 0, "1234", "ab", {}},
       {"in time", shell("sleep 0.1; echo a; exit 4", {}, 9, 0, 30), 4, "a\n", "", {}},
@@ -80,16 +75,16 @@ TEST_F(RunCommandTest, StatusAndTexts) {
       {"more than a pipe", shell(flood, {}, 4, 0, 1), -1, "xxxx", "", {kTimeOut, kAbnormal}},
       {"a grandchild keeps the pipe", shell("sleep 20 & echo a"), 0, "a\n", "", {}},
       {"ended by a signal", shell("echo so far; kill -TERM $$"), -1, "so far\n", "", {kAbnormal}}};
-  for (const auto& one : cases) {
-    SCOPED_TRACE(one.name);
+  for (const auto& [name, command, status, output, errors, logged] : cases) {
+    SCOPED_TRACE(name);
     platform->Clear();
     const auto start = std::chrono::steady_clock::now();
-    const CommandResult result = RunCommand(one.command);
-    EXPECT_EQ(result.status, one.status);
-    EXPECT_EQ(result.output, one.output);
-    EXPECT_EQ(result.errors, one.errors);
+    const CommandResult result = RunCommand(command);
+    EXPECT_EQ(result.status, status);
+    EXPECT_EQ(result.output, output);
+    EXPECT_EQ(result.errors, errors);
     EXPECT_EQ(result.startError, 0);
-    EXPECT_EQ(Logged(), one.logged);
+    EXPECT_EQ(Logged(), logged);
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
   }
 }

@@ -75,14 +75,6 @@ TEST(LinuxKernelNics, Ipv6OriginsAndRefinement) {
   EXPECT_TRUE(nic.running.GetIpv6UseRouterAdvertisement());
 }
 
-TEST(LinuxKernelNics, TheIpv6RouteCountsWhereThereIsNoOther) {
-  const std::vector<LinkRow> links{{1, "lo", true, false}, {2, "a", false, false}};
-  const auto nics = kernelNicsFrom({links, {}, {{2, ip("fe80::1"), 1}}});
-  ASSERT_EQ(nics.size(), 1u);
-  EXPECT_TRUE(nics[0].carriesDefaultRoute);
-  EXPECT_FALSE(kernelNicsFrom({links, {}, {}}).at(0).carriesDefaultRoute);
-}
-
 TEST(LinuxNetworkdReport, AddressesOfKnownSourcesOnly) {
   const auto entry = [](const std::string& source, const std::string& address) {
     return "{\"ConfigSource\":" + source + ",\"Address\":" + address + "}";
