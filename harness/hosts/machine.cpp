@@ -91,6 +91,14 @@ std::string failureOf(const std::function<void()>& action) try {
   return error.what();
 }
 
+std::string ipv4Text(const HostCtl::Network::IpConfig& config) {
+  if (config.GetIpv4UseNone()) return "none";
+  return config.GetIpv4Address().GetStringAddress() + " " +
+         config.GetIpv4Netmask().GetStringAddress() + " " +
+         config.GetIpv4Gateway().GetStringAddress() +
+         (config.GetIpv4UseDhcp() ? " dhcp" : " static");
+}
+
 bool waitUntil(const std::function<bool()>& condition) {
   const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
   while (!condition()) {

@@ -4,6 +4,8 @@
 #include <functional>
 #include <string>
 
+#include "hostctl/network/ip_config.h"
+
 namespace HostLinux {
 
 /// How a shell script ended, and all that it wrote.
@@ -31,6 +33,9 @@ std::string matrixModule();
 
 /// The text of the exception that ends `action`; empty when it does not fail.
 std::string failureOf(const std::function<void()>& action);
+
+/// "10.1.0.5 255.255.240.0 10.1.0.1 static": address, mask, gateway and who gave them; or "none".
+std::string ipv4Text(const HostCtl::Network::IpConfig& config);
 
 /// Asks `condition` every 20 ms until it holds, for ten seconds at most.
 bool waitUntil(const std::function<bool()>& condition);

@@ -3,9 +3,7 @@
 #include <unistd.h>
 
 #include <chrono>
-#include <fstream>
 #include <set>
-#include <sstream>
 
 #include "harness/hosts/machine.h"
 #include "linux/driver.h"
@@ -37,18 +35,11 @@ std::string ipv6(const KernelNic& from) {
 }
 
 std::string ipv4(const KernelNic& from) {
-  const auto& config = from.running;
-  if (config.GetIpv4UseNone()) return "none";
-  return config.GetIpv4Address().GetStringAddress() + " " +
-         config.GetIpv4Netmask().GetStringAddress() + " " +
-         config.GetIpv4Gateway().GetStringAddress() +
-         (config.GetIpv4UseDhcp() ? " dhcp" : " static");
+  return ipv4Text(from.running);
 }
 
 bool moduleIsLoaded() {
-  std::stringstream maps;
-  maps << std::ifstream("/proc/self/maps").rdbuf();
-  return maps.str().find("kiva-networkd.so") != std::string::npos;
+  return Files().Read("/proc/self/maps").value_or("").find("kiva-networkd.so") != std::string::npos;
 }
 
 TEST(LinuxNetlink, TablesOfARealKernel) {

@@ -22,21 +22,17 @@ namespace fs = std::filesystem;
 using std::chrono::milliseconds;
 
 TEST(LinuxPrograms, EndInTimeWhateverTheyDo) {
-  struct Case {
-    const char* script;
-    int status;
-    std::string output;
-  };
   const Harness::TemporaryFolder folder;
   const std::string late = "/bin/sh did not end in time";
-  const Case cases[] = {{"echo out; echo err >&2; exit 3", 3, "out\nerr\n"},
-                        {"cat; head -c 200000 /dev/zero | tr '\\0' x", 0, std::string(4096, 'x')},
-                        {"echo kept; sleep 15 & exit 4", 4, "kept\n"},
-                        {"exec >&- 2>&-; sleep 0.1; exit 5", 5, ""},
-                        {"kill -9 $$", -1, "/bin/sh was killed"},
-                        {"sleep 60", -1, late},
-                        {"yes", -1, late},
-                        {"yes & wait", -1, late}};
+  const std::tuple<const char*, int, std::string> cases[] = {
+      {"echo out; echo err >&2; exit 3", 3, "out\nerr\n"},
+      {"cat; head -c 200000 /dev/zero | tr '\\0' x", 0, std::string(4096, 'x')},
+      {"echo kept; sleep 15 & exit 4", 4, "kept\n"},
+      {"exec >&- 2>&-; sleep 0.1; exit 5", 5, ""},
+      {"kill -9 $$", -1, "/bin/sh was killed"},
+      {"sleep 60", -1, late},
+      {"yes", -1, late},
+      {"yes & wait", -1, late}};
   for (const auto& [script, status, output] : cases) {
     const auto start = std::chrono::steady_clock::now();
     const auto result = runProgram({"/bin/sh", {"sh", "-c", script}}, milliseconds(1500));

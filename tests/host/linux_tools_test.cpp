@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
-// What the host tools change, judged by what it is for: PAM, accounts, and a Debian under systemd.
+// What the host tools and the Debian package change, judged by what it is for: PAM, accounts, and a
+// Debian under systemd.
 #include <gtest/gtest.h>
 #include <security/pam_appl.h>
+
+#include <cstdlib>
 
 #include "harness/hosts/container.h"
 #include "harness/virtual_terminal.h"
@@ -60,6 +63,24 @@ TEST(LinuxTools, OnADebianUnderSystemd) {
   else
     std::cout << "not tried, logins on a virtual terminal: " << reason << "\n";
   const auto script = Files().Read(KIVA_SOURCE_DIR "/tests/host/linux_units.sh");
+  const Ended how = debian.Run(script.value());
+  EXPECT_EQ(how.status, 0) << how.output;
+}
+
+TEST(Package, OnADebianUnderSystemd) {
+  const char* package = std::getenv("KIVA_PACKAGE");
+  if (package == nullptr) GTEST_SKIP() << "no package to try; script/test-package makes one";
+  std::string reason;
+  if (!Harness::VirtualTerminal::Available(reason)) GTEST_SKIP() << reason;
+  const Ended depends = ended(std::string("dpkg-deb -f ") + package +
+                              " Depends | sed 's/([^)]*)//g; s/,/ /g' | tr -s ' \\n' ' '");
+  Container debian("udev openssh-server " + depends.output);
+  if (!debian.Obstacle().empty()) GTEST_SKIP() << debian.Obstacle();
+
+  const Harness::FreeVirtualTerminal terminal;
+  debian.Bind(terminal.Path(), "/dev/tty1");
+  debian.Bind(std::filesystem::absolute(package), "/kiva.deb");
+  const auto script = Files().Read(KIVA_SOURCE_DIR "/tests/host/package.sh");
   const Ended how = debian.Run(script.value());
   EXPECT_EQ(how.status, 0) << how.output;
 }

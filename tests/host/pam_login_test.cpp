@@ -30,20 +30,22 @@ bool change(const char* user, const char* from, const char* to) {
   return Kiva::PamChangePassword(user, Secret(from), Secret(to));
 }
 
-class PasswordTest : public TestSupport::OnRecordingHost {
+class LoginTest : public TestSupport::OnRecordingHost {
  protected:
-  PasswordTest() { platform->pamDirectory = folder_.Path().string(); }
+  LoginTest() {
+    platform->pamDirectory = folder_.Path().string();
+    Kiva::session() = {};
+  }
   void UseStack(const std::string& stack) const { folder_.Write("kiva", stack); }
 
   Harness::TemporaryFolder folder_;
 };
 
-class PamLoginTest : public PasswordTest {
+class PamLoginTest : public LoginTest {
  protected:
   void SetUp() override {
     if (matrix_.empty()) GTEST_SKIP() << "no pam_matrix.so (package libpam-wrapper)";
     folder_.Write("passdb", "anna:secret:kiva\nbert:secret:other\nemil::kiva\n");
-    Kiva::session() = {};
   }
 
   std::string Matrix(const std::string& options = "") const {
@@ -133,7 +135,7 @@ TEST_F(PamLoginTest, EveryStepMayEndAChangeOfPassword) {
   }
 }
 
-TEST_F(PasswordTest, ReallyChangesAnAccountOfTheMachine) {
+TEST_F(LoginTest, ReallyChangesAnAccountOfTheMachine) {
   if (geteuid() != 0) GTEST_SKIP() << "only root may change accounts";
   const std::string module = " required pam_unix.so nodelay\n";
   UseStack("auth" + module + "account" + module + "password" + module);
@@ -156,12 +158,7 @@ TEST_F(PasswordTest, ReallyChangesAnAccountOfTheMachine) {
   });
 }
 
-class SmartCardTest : public TestSupport::OnRecordingHost {
- protected:
-  SmartCardTest() { Kiva::session() = {}; }
-};
-
-TEST_F(SmartCardTest, FoundBeforeLogin) {
+TEST_F(LoginTest, ACardIsFoundBefore) {
   driver->slots = {{"empty", std::nullopt}, {"no account", {{"x", ""}}}, {"good", {{"y", "anna"}}}};
   Kiva::checkSmartCard();
   EXPECT_TRUE(Kiva::HasSmartCardUserId());
@@ -173,7 +170,7 @@ TEST_F(SmartCardTest, FoundBeforeLogin) {
                                       "log.3 Error trying to lookup smart card tokens."}));
 }
 
-TEST_F(SmartCardTest, StaysInAnySlotDuringASession) {
+TEST_F(LoginTest, ACardStaysInAnySlotDuringASession) {
   Kiva::session() = {.active = true, .user = "anna", .bySmartCard = true, .smartCardUserId = {}};
   driver->slots = {{"1", {{"x", "bert"}}}, {"2", {{"y", "anna"}}}};
   Kiva::checkSmartCard();

@@ -6,10 +6,10 @@
 
 #include <chrono>
 #include <csignal>
-#include <fstream>
 #include <functional>
 #include <thread>
 
+#include "harness/hosts/machine.h"
 #include "harness/hosts/recording_platform.h"
 #include "hostctl/lib/descriptor.h"
 #include "linux/files.h"
@@ -18,6 +18,7 @@
 
 namespace {
 
+using HostLinux::Files;
 using Kiva::Command;
 using Kiva::CommandResult;
 using Kiva::RunCommand;
@@ -36,19 +37,6 @@ int exec(const std::string& line) {
 
 CommandResult runTrue() {
   return RunCommand({.path = "/bin/true", .arguments = {"true"}});
-}
-
-/// Dead, whether or not somebody has taken its status yet.
-bool isDead(pid_t process) {
-  std::ifstream file("/proc/" + std::to_string(process) + "/stat");
-  std::string number, name, state;
-  return !(file >> number >> name >> state) || state == "Z";
-}
-
-bool diesSoon(pid_t process) {
-  for (int i = 0; i < 500 && !isDead(process); ++i)
-    std::this_thread::sleep_for(std::chrono::milliseconds(10));
-  return isDead(process);
 }
 
 class RunCommandTest : public TestSupport::OnRecordingHost {
@@ -141,7 +129,8 @@ TEST_F(RunCommandTest, TimeOutKillsTheGroup) {
 
   pid_t child = 0, grandchild = 0;
   ASSERT_EQ(std::sscanf(result.output.c_str(), "%d %d", &child, &grandchild), 2);
-  EXPECT_TRUE(diesSoon(grandchild));
+  const std::string words = "/proc/" + std::to_string(grandchild) + "/cmdline";
+  EXPECT_TRUE(HostLinux::waitUntil([&] { return Files().Read(words).value_or("").empty(); }));
   siginfo_t info{};
   ASSERT_EQ(waitid(P_PID, static_cast<id_t>(child), &info, WEXITED | WNOWAIT), 0);
   runTrue();
@@ -172,7 +161,7 @@ TEST_F(RunCommandTest, EveryChildStartsClean) {
       }};
   for (const auto& start : starts) {
     EXPECT_EQ(start(), 6);
-    found.push_back(HostLinux::Files().Read(file).value_or(""));
+    found.push_back(Files().Read(file).value_or(""));
   }
   const Command grep{"/bin/grep", {"grep", "-E", "^Sig(Blk|Ign)", "/proc/self/status"}, {}, 255};
   const std::string signals = RunCommand(grep).output;  // a shell would change its own

@@ -32,8 +32,8 @@ int keyOf(char sign) {
 
 TEST(InputEditor, Edits) {
   const std::array<const char*, 5> cases[] = {
-      {"typing replaces a preset value", "root", "x", "x", "x|    "},
-      {"only once", "root", "xy", "xy", "xy|   "},
+
+      {"typing replaces a preset value once", "root", "xy", "xy", "xy|   "},
       {"any other key clears it", "root", "@", "", "|     "},
       {"Delete clears it", "root", "#", "", "|     "},
       {"Backspace clears it", "root", "~", "", "|     "},

@@ -47,10 +47,7 @@ ToolAnswer run(const DemoHost& host, const std::string& call) {
   return HostTools::runTool(toolHost, path, words);
 }
 
-struct Call {
-  std::string words;
-  ToolAnswer answer;
-};
+using Call = std::pair<std::string, ToolAnswer>;
 
 ToolAnswer says(const std::string& text) {
   return {0, text + "\n", ""};
@@ -74,7 +71,7 @@ void expectAnswers(const DemoHost& host, const std::string& tool, const std::vec
 
 TEST(SampleTools, AnswerWithoutChangingTheHost) {
   DemoHost host;
-  const std::string before = host.Text();
+  const std::string before = host.Text(), most(255, 'x'), add = "network vswitch standard add ";
   expectAnswers(
       host, "/bin/hmx-cmd ",
       {{"-U kiva hmxsvc/auth/lockdown_is_enabled", says("false")},
@@ -123,22 +120,6 @@ TEST(SampleTools, AnswerWithoutChangingTheHost) {
        {kOvl + "-m -p vSwitch1 -I tarn0", refuses("ovlcfg-vswitch: ovl-opsagent is not running")},
        {"/sbin/poweroff -f", refuses("poweroff: unknown argument -f")},
        {"/bin/halocli system shutdown", {1, "halocli: unknown argument shutdown\n", ""}}});
-  EXPECT_EQ(host.Text(), before);
-}
-
-TEST(SampleTools, HelpFitsWhatACallerReads) {
-  DemoHost host;
-  for (const auto& tool : HostTools::toolsOf(HostSample::SampleToolHost(host.Directory())))
-    for (const std::string& path : tool.paths) {
-      const ToolAnswer help = run(host, path + " --help");
-      EXPECT_NE(help.output.find("\n  " + HostTools::lastComponent(path) + " "), std::string::npos);
-      EXPECT_LE(help.output.size(), 4096U) << path;
-    }
-}
-
-TEST(SampleTools, RefuseArgumentsThatNobodyTypes) {
-  DemoHost host;
-  const std::string before = host.Text(), most(255, 'x'), add = "network vswitch standard add ";
   expectAnswers(host, "/bin/halocli ",
                 {{"", denies("not a whole command: --help shows them")},
                  {"network", denies("not a whole command: --help shows them")},
@@ -151,8 +132,35 @@ TEST(SampleTools, RefuseArgumentsThatNobodyTypes) {
                  {add + "-v a -v b", denies("-v given twice")},
                  {add + "-v a b", denies("unknown argument b")},
                  {"-v a", denies("not a whole command: --help shows them")}});
+  const char* range = "/UserVars/KivaTimeOut is a whole number from 0 to 86400";
+  expectAnswers(
+      host, "/bin/halocli system settings advanced set -o ",
+      {{"/UserVars/KivaTimeOut -i 86401", denies(range)},
+       {"/UserVars/KivaTimeOut -i -1", denies(range)},
+       {"/UserVars/KivaTimeOut -i 99999999999999999999", denies(range)},
+       {"/UserVars/KivaTimeOut -i 6o", denies(range)},
+       {"/UserVars/KivaTimeOut -s 60", denies("/UserVars/KivaTimeOut is a number: use -i")},
+       {"/UserVars/None -i 1", denies("no such option: /UserVars/None")}});
+  expectAnswers(
+      host, "/bin/halocli network vswitch standard ",
+      {{"add -v vSwitch1", denies("There is a standard switch vSwitch1 already.")},
+       {"uplink add -u pnic0 -v vSwitch1",
+        denies("The physical adapter pnic0 is an uplink of vSwitch0 already.")},
+       {"uplink remove -u pnic1 -v vSwitch0",
+        denies("The standard switch vSwitch0 has no uplink pnic1.")},
+       {"uplink add -u pnic1 -v vSwitch9", denies("There is no standard switch vSwitch9.")}});
   EXPECT_EQ(host.Text(), before);
   EXPECT_EQ(run(host, "/bin/halocli " + add + "-v " + most), ToolAnswer{});
+}
+
+TEST(SampleTools, HelpFitsWhatACallerReads) {
+  DemoHost host;
+  for (const auto& tool : HostTools::toolsOf(HostSample::SampleToolHost(host.Directory())))
+    for (const std::string& path : tool.paths) {
+      const ToolAnswer help = run(host, path + " --help");
+      EXPECT_NE(help.output.find("\n  " + HostTools::lastComponent(path) + " "), std::string::npos);
+      EXPECT_LE(help.output.size(), 4096U) << path;
+    }
 }
 
 /// Calls in their order, and what each leaves at a place of host.json.
@@ -226,23 +234,6 @@ TEST(SampleTools, ChangeNothingForThoseWhoMayNot) {
 
 TEST(SampleTools, RefuseWhatTheHostDoesNotAllow) {
   DemoHost host;
-  const char* range = "/UserVars/KivaTimeOut is a whole number from 0 to 86400";
-  expectAnswers(
-      host, "/bin/halocli system settings advanced set -o ",
-      {{"/UserVars/KivaTimeOut -i 86401", denies(range)},
-       {"/UserVars/KivaTimeOut -i -1", denies(range)},
-       {"/UserVars/KivaTimeOut -i 99999999999999999999", denies(range)},
-       {"/UserVars/KivaTimeOut -i 6o", denies(range)},
-       {"/UserVars/KivaTimeOut -s 60", denies("/UserVars/KivaTimeOut is a number: use -i")},
-       {"/UserVars/None -i 1", denies("no such option: /UserVars/None")}});
-  expectAnswers(
-      host, "/bin/halocli network vswitch standard ",
-      {{"add -v vSwitch1", denies("There is a standard switch vSwitch1 already.")},
-       {"uplink add -u pnic0 -v vSwitch1",
-        denies("The physical adapter pnic0 is an uplink of vSwitch0 already.")},
-       {"uplink remove -u pnic1 -v vSwitch0",
-        denies("The standard switch vSwitch0 has no uplink pnic1.")},
-       {"uplink add -u pnic1 -v vSwitch9", denies("There is no standard switch vSwitch9.")}});
   host.Set("/lockdown/possible", false);
   host.Set("/services", Json::object());
   expectAnswers(
