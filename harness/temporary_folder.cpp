@@ -18,10 +18,18 @@ TemporaryFolder::~TemporaryFolder() {
   if (!path_.empty()) std::filesystem::remove_all(path_, ignored);
 }
 
-void TemporaryFolder::Write(const std::string& name, const std::string& text) const {
-  const auto path = path_ / name;
+std::filesystem::path TemporaryFolder::Place(const std::string& name) const {
+  const auto path = path_ / std::filesystem::path(name).relative_path();
   std::filesystem::create_directories(path.parent_path());
-  std::ofstream(path) << text;
+  return path;
+}
+
+void TemporaryFolder::Write(const std::string& name, const std::string& text) const {
+  std::ofstream(Place(name)) << text;
+}
+
+void TemporaryFolder::Link(const std::string& name, const std::string& target) const {
+  std::filesystem::create_symlink(target, Place(name));
 }
 
 }  // namespace Harness

@@ -61,7 +61,7 @@ class LinuxLiveCore : public testing::Test {
   void SetUp() override {
     if (geteuid() != 0 || !installed("gdb prlimit dd"))
       GTEST_SKIP() << "not root, or no gdb on this machine";
-    fs::create_symlink("/bin/dd", folder_.Path() / "kiva-hoarder-of-memory");
+    folder_.Link("kiva-hoarder-of-memory", "/bin/dd");
     fs::create_directory(cores_);
     const std::string folder = folder_.Path();
     input_ =

@@ -20,12 +20,12 @@ using Lines = std::vector<std::string>;
 
 using Tree = std::map<std::string, std::pair<fs::perms, std::string>>;
 
-class Lockdown : public testing::Test {
+class Lockdown : public testing::Test, protected Harness::TemporaryFolder {
  protected:
   Lockdown() {
     Write("etc/pam.d/sshd", "# comment\n\nauth required pam_unix.so\naccount required pam_unix.so");
     Write("etc/pam.d/cockpit", "");
-    fs::permissions(folder_.Path() / "etc/pam.d/cockpit", fs::perms{0640});
+    fs::permissions(Path() / "etc/pam.d/cockpit", fs::perms{0640});
     Write("etc/pam.d/kiva", "");
     Write("etc/corvo/lockdown-exceptions",
           "# who may\nroot\nanna # at night\n*\nbert,!eve\n-x\n\nDenyUsers eve\ncarl\r\n");
@@ -34,15 +34,14 @@ class Lockdown : public testing::Test {
     UseSshServer("exit 0");
   }
 
-  void Write(const std::string& name, const std::string& text) const { folder_.Write(name, text); }
   /// Puts a script in the place of the SSH server.
   void UseSshServer(const std::string& script) const {
     Write("usr/sbin/sshd", "#!/bin/sh\n" + script + "\n");
-    fs::permissions(folder_.Path() / "usr/sbin/sshd", fs::perms{0755});
+    fs::permissions(Path() / "usr/sbin/sshd", fs::perms{0755});
   }
   Tree Now() const {
     Tree tree;
-    for (const auto& entry : fs::recursive_directory_iterator(folder_.Path()))
+    for (const auto& entry : fs::recursive_directory_iterator(Path()))
       if (entry.is_regular_file())
         tree[entry.path()] = {entry.status().permissions(), *Files().Read(entry.path())};
     return tree;
@@ -61,8 +60,7 @@ class Lockdown : public testing::Test {
     return error.what();
   }
 
-  const Harness::TemporaryFolder folder_;
-  const std::string root_ = folder_.Path();
+  const std::string root_ = Path();
   const Files files_{root_};
 };
 

@@ -19,18 +19,9 @@ using HostCtl::Lib::HostCtlException;
 using HostCtl::Network::ConnecteeType;
 
 // A machine made of files below a temporary folder.
-class LinuxTree : public testing::Test {
+class LinuxTree : public testing::Test, protected Harness::TemporaryFolder {
  protected:
-  void Write(const std::string& path, const std::string& text) {
-    folder_.Write(path.substr(1), text);
-  }
-  void Link(const std::string& path, const std::string& target) {
-    fs::create_directories(fs::path(root_ + path).parent_path());
-    fs::create_symlink(target, root_ + path);
-  }
-
-  Harness::TemporaryFolder folder_;
-  const std::string root_ = folder_.Path();
+  const std::string root_ = Path();
   LinuxDriver driver_{root_};
 };
 

@@ -134,9 +134,7 @@ class SampleHost : public testing::Test {
 
 TEST_F(SampleHost, ShowsTheBuiltInSampleThroughTheLibrary) {
   TarnCtl::System::SystemInfoImpl system;
-  EXPECT_EQ(TarnCtl::System::HardwareInfoImpl().GetBiosData().minorVersion, 19);
   EXPECT_EQ(system.GetModuleVersion("plsa"), "12.4.0.6");
-  EXPECT_EQ(system.GetModuleVersion("none"), "");
   EXPECT_EQ(TarnCtl::Adv::AdvancedOptionImpl::FindOption("/UserVars/None"), nullptr);
 
   TarnCtl::Network::NetworkInfoImpl network;

@@ -22,6 +22,7 @@ const std::string kOvl = "/usr/lib64/corvo/ovl-opsagent/bin/ovlcfg-vswitch ";
 const std::string kHmx = "/bin/hmx-cmd -U root ";
 const std::string kSet = "/bin/halocli system settings advanced set -o ";
 const std::string kCore = "/sbin/tarnbacktrace -w -n mgmtd ";
+const std::string kKeygen = "/usr/lib/corvo/openssh/bin/ssh-keygen -l -f ";
 const std::string kShell = "/bin/sh -c %";
 const std::string kAskVersion =
     "/bin/sh -c %let v=`halocli --formatter=keyvalue software pak get -n ovl-opsagent | awk "
@@ -82,17 +83,6 @@ TEST(SampleTools, AnswerWithoutChangingTheHost) {
        {"-U %% internalsvc/refresh", kNotAsThatUser},
        {"internalsvc/refresh", refuses("hmx-cmd: missing argument -U")},
        {"-U kiva hostsvc/start_sh", refuses("hmx-cmd: unknown argument hostsvc/start_sh")}});
-  expectAnswers(
-      host, "/bin/openssl x509 -in ",
-      {{"/etc/corvo/ssl/rui.crt -noout -fingerprint -sha1",
-        says("sha1 Fingerprint=5D:0A:91:7E:C4:38:2F:B6:60:1D:EE:47:93:A8:0C:F5:72:BB:19:D4")},
-       {"/none -noout -fingerprint -sha256",
-        refuses("Could not open file or uri for loading certificate from /none")}});
-  expectAnswers(
-      host, "/usr/lib/corvo/openssh/bin/ssh-keygen ",
-      {{"-l -f /etc/ssh/ssh_host_rsa_key",
-        says("3072 SHA256:q8VZ1nT4cX0mJ7yRkPd2sWb6uLh9eGf3aNo5iKtQxBE root@halo-01 (RSA)")},
-       {"-l -f /none", refuses("ssh-keygen: /none: No such file or directory", 255)}});
   expectAnswers(host, "/bin/tarnping ",
                 {{"-c 3 10.20.30.1", says("10.20.30.1 answers")},
                  {"2001:db8:20::53 -c 20", says("2001:db8:20::53 answers")},
@@ -103,7 +93,14 @@ TEST(SampleTools, AnswerWithoutChangingTheHost) {
                  {"-c 99999999999 ::1", refuses("tarnping: -c is a whole number from 1 to 20")}});
   expectAnswers(
       host, "",
-      {{"/sbin/halocfg-advcfg -q -g /UserVars/KivaTimeOut", says("600")},
+      {{"/bin/openssl x509 -in /etc/corvo/ssl/rui.crt -noout -fingerprint -sha1",
+        says("sha1 Fingerprint=5D:0A:91:7E:C4:38:2F:B6:60:1D:EE:47:93:A8:0C:F5:72:BB:19:D4")},
+       {"/bin/openssl x509 -in /none -noout -fingerprint -sha256",
+        refuses("Could not open file or uri for loading certificate from /none")},
+       {kKeygen + "/etc/ssh/ssh_host_rsa_key",
+        says("3072 SHA256:q8VZ1nT4cX0mJ7yRkPd2sWb6uLh9eGf3aNo5iKtQxBE root@halo-01 (RSA)")},
+       {kKeygen + "/none", refuses("ssh-keygen: /none: No such file or directory", 255)},
+       {"/sbin/halocfg-advcfg -q -g /UserVars/KivaTimeOut", says("600")},
        {"/sbin/halocfg-advcfg -q -g /None", refuses("halocfg-advcfg: no such option: /None")},
        {"/sbin/services.sh status", says("mgmtd is running\nevbd is running")},
        {"/etc/init.d/SSH status", ToolAnswer{3, "SSH is not running\n", ""}},
@@ -119,10 +116,9 @@ TEST(SampleTools, AnswerWithoutChangingTheHost) {
        {kCore + "-o up -d /var/..", refuses("tarnbacktrace: not the path of a folder: /var/..")},
        {kOvl + "-m -p vSwitch1 -I tarn0", refuses("ovlcfg-vswitch: ovl-opsagent is not running")},
        {"/sbin/poweroff -f", refuses("poweroff: unknown argument -f")},
-       {"/bin/halocli system shutdown", {1, "halocli: unknown argument shutdown\n", ""}}});
+       {"/bin/halocli system shutdown", denies("unknown argument shutdown")}});
   expectAnswers(host, "/bin/halocli ",
                 {{"", denies("not a whole command: --help shows them")},
-                 {"network", denies("not a whole command: --help shows them")},
                  {add + "-v " + most + "x", denies("an argument is longer than 255 characters")},
                  {add + "-v %a\nb%", denies("an argument has control characters")},
                  {add + "-v %%", denies("-v needs a value")},
