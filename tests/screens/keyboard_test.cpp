@@ -38,6 +38,7 @@ Lines changedTo(const std::string& layout) {
 
 TEST(Keyboard, AppliesTheMarkedLayoutAndTellsWhatTheHostRefused) {
   const Json any = Json::object(), none = layouts("a {b}", 2), empty = layouts("", 0);
+  const Json twins = {{"keyboard", {{"current", "twin"}, {"layouts", {"twin", "twin"}}}}};
   const std::string mark = "type: ", told = "log.err\tno {answer}";
   const Lines us = changedTo("English (US)"), uk = changedTo("English (UK)");
   const char* label = "Configured Keyboard (English (UK))";
@@ -57,6 +58,9 @@ TEST(Keyboard, AppliesTheMarkedLayoutAndTellsWhatTheHostRefused) {
       {toEntry, none, {"Down", "Enter"}, {}, "  a (b)  "},
       {toEntry, none, {"Down", mark, "Enter"}, changedTo("map-101"), "   map-101  "},
       {toEntry, empty, {"Down", mark, "Enter"}, {}, kEntry},
+      {toEntry, twins, {}, {}, "( ) twin"},
+      {toEntry, any, {"type:\n\033"}, us, "  English (US)  "},
+      {toLabel, any, {"type:\n\033\033"}, us, "Keyboard (English (US))"},
       {toEntry, layouts("map-111", 60), {"Down", "Down"}, {}, "( ) map-113"},
       {toEntry, layouts("map-159", 60), {"Down"}, {}, "(o) map-159"},
       {toLabel, any, {"Up", mark, "Enter"}, uk, label},
@@ -71,7 +75,7 @@ TEST(Keyboard, AppliesTheMarkedLayoutAndTellsWhatTheHostRefused) {
   };
   for (const auto& [reach, changes, steps, lines, shows] : cases) {
     SCOPED_TRACE(changes.dump() + shows);
-    Demo demo({}, {.term = "xterm", .environment = {{"ESCDELAY", "25"}}});
+    Demo demo({}, {.term = "xterm", .environment = kQuickEscape.environment});
     reach(demo);
     demo.host.Change(changes);
     demo.NewLines();

@@ -81,6 +81,7 @@ TEST(Menu, SkipsWhatTheHostDoesNotOffer) {
       {R"({"lockdown": {"possible": false}})", {"Configure Lockdown Mode"}},
       {R"({"tools": {"/bin/hmx-cmd": {"status": 3, "stdout": "true"}}})",
        {"Configure Lockdown Mode"}},
+      {R"({"tools": {"/bin/hmx-cmd": {"signal": 9}}})", {"Configure Lockdown Mode"}},
       {R"({"network": {"kernelNics": []}})",
        {"Configure Management Network", "Restart Management Network", "Test Management Network"}},
       {R"({"options": {"PXEBootEnabled": 1}})", {"Reset System Configuration"}}};
