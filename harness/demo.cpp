@@ -59,6 +59,14 @@ int Demo::Stop() {
   return WaitForExit();
 }
 
+int Demo::EndBy(int cause) {
+  if (cause == SIGWINCH)
+    Resize({43, 132});
+  else
+    cause == kHangUp ? HangUp() : Signal(cause);
+  return WaitForExit();
+}
+
 bool Demo::DoesNothing() const {
   const auto before = workOf(Pid());
   std::this_thread::sleep_for(std::chrono::milliseconds(200));
@@ -78,8 +86,17 @@ Json rehearsed(const Json& tools) {
   return {{"tools", tools}};
 }
 
+Json failing(const std::string& operation, const std::string& text) {
+  return {{"faults", {{operation, text}}}};
+}
+
 Lines operator+(Lines lines, const Lines& more) {
   lines.insert(lines.end(), more.begin(), more.end());
+  return lines;
+}
+
+Lines operator+(Lines lines, const std::string& more) {
+  lines.push_back(more);
   return lines;
 }
 

@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: MIT
-// The restart of the management agents, held up where a test wants to look at it.
+// The restart of the management agents, slow where a test wants to look at it.
 #include <gtest/gtest.h>
-#include <sys/file.h>
 #include <sys/resource.h>
 
 #include <algorithm>
 #include <csignal>
 
 #include "harness/demo.h"
-#include "hostctl/lib/descriptor.h"
 
 using namespace Harness;
 
@@ -22,12 +20,6 @@ const Lines kRestarted = {"run\t/bin/sh sh -c /bin/sh /sbin/services.sh stop",
 /// Nobody knows otherwise whether the core or the stop comes first.
 const Json kAgentsStay = rehearsed({{"/sbin/services.sh", {{"status", 0}}}});
 
-/// While it is locked, every change of the sample host waits.
-HostCtl::Lib::Descriptor lockOf(const DemoHost& host) {
-  const std::string file = host.File().string() + ".lock";
-  return HostCtl::Lib::Descriptor(open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644));
-}
-
 void openAgents(Demo& demo) {
   openTroubleshooting(demo, 4);
   demo.Do({"Enter", "wait:Restart management agents now?"});
@@ -36,37 +28,21 @@ void openAgents(Demo& demo) {
 
 TEST(Agents, AreRestartedByF11AloneAndTellHowFarTheyAre) {
   constexpr Colours kWarning{1, 6}, kNewest{0, 3}, kDone{6, 3};
-  Demo demo;
+  Demo demo(rehearsed({{"/sbin/services.sh", {{"status", 0}, {"seconds", 2}}}}));
   openAgents(demo);
   Screen screen = demo.Look();
   EXPECT_EQ(coloursOf(screen, "Warning! Restarting"), kWarning);
   demo.Do({"Enter", "Down", "type:yY  "});
   EXPECT_EQ(demo.Look(), screen);
-  const auto lock = lockOf(demo.host);
-  flock(lock.Get(), LOCK_EX);
   demo.Send(keyBytes("F11"));
-  const std::string children = "task/" + std::to_string(demo.Pid()) + "/children";
-  const auto isStopping = [&](const Screen& now) {
-    return now.Shows("Stopping") && processFile(demo, children).peek() != EOF;
-  };
-  screen = demo.WaitUntil(isStopping, "the stop");
-  EXPECT_EQ(coloursOf(screen, "Stopping management agents."), kNewest);
+  screen = demo.WaitForPassing("Stopping management agents.");
+  EXPECT_EQ(coloursOf(screen, "Stopping"), kNewest);
   const Lines gone = {"agents now?", "Collect extra", "<F11> OK"};
   EXPECT_EQ(missingFrom(screen, gone), gone);
-  // The console stands still between its two steps, until the second is sure to have to wait.
-  demo.Signal(SIGSTOP);
-  flock(lock.Get(), LOCK_UN);
-  const auto areStopped = [&](const Screen&) {
-    return demo.host.State()["services"]["evbd"]["running"] == false;
-  };
-  demo.WaitUntil(areStopped, "the agents to stop");
-  flock(lock.Get(), LOCK_EX);
-  demo.Signal(SIGCONT);
   screen = demo.WaitForPassing("Starting management agents.");
   EXPECT_EQ(coloursOf(screen, "Stopping"), kDone);
   EXPECT_EQ(coloursOf(screen, "Starting"), kNewest);
   demo.Send("\r\r");
-  flock(lock.Get(), LOCK_UN);
   screen = demo.WaitFor("<Enter> OK");
   for (const char* step : {"Stopping", "Starting"}) EXPECT_EQ(coloursOf(screen, step), kDone);
   EXPECT_EQ(demo.NewLines(), kAnnounced + kRestarted);
@@ -77,9 +53,8 @@ TEST(Agents, LeaveALiveCoreBehindOnEveryRequestWhateverTheToolsCameTo) {
   const Lines run = {
       "log.info\tExecuting tarnbacktrace -c against mgmtd",
       "run\t/bin/sh sh -c /sbin/tarnbacktrace -w -n mgmtd -o mgmtd-restart% -d /var/log/"};
-  const Lines done = kRestarted + run + Lines{"hostctl\tSetSystemAlert Mgmtd core dump completed"};
-  const Lines failed =
-      kRestarted + run + Lines{"log.err\ttarnbacktrace failed, probably mgmtd was down"};
+  const Lines done = kRestarted + run + "hostctl\tSetSystemAlert Mgmtd core dump completed";
+  const Lines failed = kRestarted + run + "log.err\ttarnbacktrace failed, probably mgmtd was down";
   const Json one = {{"status", 1}};
   const std::pair<Json, Lines> cases[] = {
       {Json::object(), done},
@@ -89,8 +64,8 @@ TEST(Agents, LeaveALiveCoreBehindOnEveryRequestWhateverTheToolsCameTo) {
       {rehearsed({{"/sbin/tarnbacktrace", kDies}}), failed},
       {rehearsed({{"/sbin/tarnbacktrace", kGone}}), failed},
       {rehearsed({{"/bin/sh", kGone}}), failed},
-      {{{"faults", {{"SetSystemAlert", "deaf"}}}}, kRestarted + run},
-      {{{"faults", {{"TarnCtl_Exec", "none"}}}}, {run[0], "log.err\tnone", "log.err\tnone"}}};
+      {failing("SetSystemAlert", "deaf"), kRestarted + run},
+      {failing("TarnCtl_Exec", "none"), {run[0], "log.err\tnone", "log.err\tnone"}}};
   for (const auto& [changes, lines] : cases) {
     SCOPED_TRACE(changes);
     Demo demo(kAgentsStay);
@@ -129,10 +104,8 @@ TEST(Agents, AreRestartedWithoutACoreWhereNoThreadCanBeHad) {
 }
 
 TEST(Agents, TheConsoleMayEndWhileTheCoreIsBeingWritten) {
-  Demo demo(kAgentsStay);
+  Demo demo(rehearsed({{"/sbin/tarnbacktrace", {{"status", 0}, {"seconds", 3}}}}));
   openAgents(demo);
-  const auto lock = lockOf(demo.host);  // only the alert needs it
-  flock(lock.Get(), LOCK_EX);
   demo.Do({"type: ", "F11", "wait:<Enter> OK"});
   int blocking = 0;
   const auto tasks = "/proc/" + std::to_string(demo.Pid()) + "/task";

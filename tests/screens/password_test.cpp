@@ -30,7 +30,6 @@ std::string shown(const Screen& screen) {
 
 const Lines kStored = {"hostctl\tStoreUserAccountsToCs"};
 const Lines kBackup = {"run\t/sbin/backup.sh backup.sh 0"};
-const Lines kDied = {kKilled};
 
 Lines refreshed(const std::string& user) {
   return {"run\t/bin/hmx-cmd hmx-cmd -U " + user + " internalsvc/refresh"};
@@ -45,43 +44,33 @@ Lines told(const std::string& user) {
 
 TEST(Password, TakesKeysAndTellsWhyItRefuses) {
   // Cursor keys are "ESC O A" (up) and "ESC O B" (down); "ESC [ 5 ~" means nothing here.
-  const std::pair<std::string, std::string> walks[] = {{"\033OA", "0:0"},
-                                                       {"demo\033[5~", "0:4"},
-                                                       {"{hostname}ü~", "0:13"},
-                                                       {"demo\033OB", "1:4"},
-                                                       {"demo\n", "1:4"},
-                                                       {"demo\t\033OA", "1:4"},
-                                                       {"demo\t\033OB", "2:4"},
-                                                       {"demo\t\n", "2:4"},
-                                                       {"demo\tx\t", "2:5"},
-                                                       {"demo\t\t\033OB", "2:4"},
-                                                       {"demo\t\tx\033OA", "1:5"},
-                                                       {"demo\tx\tyz\t", "1:7"},
-                                                       {"demox\033ODyz\177\177\033[3~", "0:4"}};
-  const Lines refusals[] = {
-      {"type:Demo\033OB", "wait:The old password you entered is incorrect", "0:0"},
-      {"type:demo\tlong-enough\tlong-enouhg\n", "wait:the confirmed password do not", "1:4"},
-      {"type:demo\t\t\n", "wait:Empty passwords are not allowed.", "1:4"},
-      {"type:demo\tshort\tshort\n", "wait:password meets the complexity", "1:4"},
-      {"type:demo\tdemo\tdemo\n\n", "wait:same as old password. Are you sure?", "2:12"}};
+  const Lines walks[] = {
+      {"type:\033OA", "0:0"},
+      {"type:demo\033[5~", "0:4"},
+      {"type:{hostname}ü~", "0:13"},
+      {"type:demo\033OB\033OA", "1:4"},
+      {"type:demo\n", "1:4"},
+      {"type:demo\t\033OB", "2:4"},
+      {"type:demo\t\n", "2:4"},
+      {"type:demo\tx\t", "2:5"},
+      {"type:demo\t\t\033OB", "2:4"},
+      {"type:demo\t\tx\033OA", "1:5"},
+      {"type:demo\tx\tyz\t", "1:7"},
+      {"type:demox\033ODyz\177\177\033[3~", "0:4"},
+      {"type:Demo\033OB", "wait:The old password you entered is incorrect", "Enter", "0:0"},
+      {"type:demo\tlong-enough\tlong-enouhg\n", "wait:confirmed password do not", "Enter", "1:4"},
+      {"type:demo\t\t\n", "wait:Empty passwords are not allowed.", "Enter", "1:4"},
+      {"type:demo\tshort\tshort\n", "wait:password meets the complexity", "Enter", "1:4"},
+      {"type:demo\tdemo\tdemo\n\n", "wait:same as old password. Are you sure?", "Esc", "2:12"},
+      {"type:demo\tdemo\tdemo\n", "Enter", "wait:change operation failed.", "Enter", "1:4"}};
   Demo demo({}, kQuickEscape);
   openPassword(demo);
-  const auto expect = [&](const std::string& state) {
-    EXPECT_EQ(shown(demo.Look()), state) << demo.Look().Dump();
+  for (const Lines& walk : walks) {
+    demo.Do({walk.begin(), walk.end() - 1});
+    EXPECT_EQ(shown(demo.Look()), walk.back()) << demo.Look().Dump();
     demo.Do({"Esc", "gone:Old Password:", "Enter", "wait:Old Password:"});
     EXPECT_EQ(shown(demo.Look()), "0:0") << "nothing stays from opening to opening";
-  };
-  for (const auto& [keys, state] : walks) {
-    demo.Type(keys);
-    expect(state);
   }
-  for (const Lines& refusal : refusals) {
-    demo.Do({refusal[0], refusal[1], &refusal == &refusals[4] ? "Esc" : "Enter"});
-    expect(refusal[2]);
-  }
-  demo.Do({"type:demo\tdemo\tdemo\n", "wait:Are you sure?", "Enter", "wait:operation failed.",
-           "Enter"});
-  expect("1:4");
   EXPECT_EQ(demo.NewLines(), Lines{}) << "the host hears nothing of all this";
   demo.host.Set("/accounts/0/permission", false);
   demo.Do({"type:demo\t", "wait:old password you entered is incorrect", "Enter"});
@@ -92,46 +81,40 @@ TEST(Password, TakesKeysAndTellsWhyItRefuses) {
 }
 
 TEST(Password, AChangeIsMadeToLastWhateverTheToolsCameTo) {
-  const Lines done = refreshed("root") + told("root"), log = {told("root")[0], told("root")[1]};
-  const Lines asKiva = {
-      "log.info\tUnable to execute command hmx-cmd internalsvc/refresh using user "
-      "root. Using user kiva"};
-  const Lines noEvent = {"log.err\tUnable to initialize evbuser library from KIVA. Error code: 7"};
-  const Json backupFails = {{"/sbin/backup.sh", {{"status", 255}}}};
-  const Json backupDies = {{"/sbin/backup.sh", kDies}}, backupGone = {{"/sbin/backup.sh", kGone}};
-  const Json agentRefuses = {{"/bin/hmx-cmd", {{"status", 255}}}};
+  const char *any = "long-enough", *backup = "/sbin/backup.sh", *agent = "/bin/hmx-cmd";
+  const Lines head = kStored + kBackup, end = told("root"), done = refreshed("root") + end;
+  const std::string asKiva =
+      "log.info\tUnable to execute command hmx-cmd internalsvc/refresh using user root. Using user "
+      "kiva";
+  const Lines noEvent = {end[0], end[1],
+                         "log.err\tUnable to initialize evbuser library from KIVA. Error code: 7"};
+  const Json refuses = {{"status", 255}};
   const Json noStore = {{"features", {{"UserAccountsInConfigStore", false}}}};
-  const Json storeFull = {{"faults", {{"StoreUserAccountsToCs", "full"}}}};
-  const Json unknown = {{"faults", {{"FeatureList", "full"}}}};
   const struct {
     Json changes;
-    const char *secret, *message;
+    std::string secret, message;
     Lines lines;
-  } cases[] = {{rehearsed(backupFails), "long-enough", nullptr, kStored + kBackup + done},
-               {rehearsed(backupDies), "long-enough", nullptr, kStored + kBackup + kDied + done},
-               {rehearsed(backupGone), "long-enough", nullptr, kStored + kBackup + done},
-               {rehearsed(agentRefuses), "long-enough", nullptr,
-                kStored + kBackup + refreshed("root") + asKiva + refreshed("kiva") + told("root")},
-               {{{"eventLibraryStatus", 7}},
-                "long-enough",
-                nullptr,
-                kStored + kBackup + refreshed("root") + log + noEvent},
-               {{{"minimumPasswordLength", 4}}, "demo", "same as old", kStored + kBackup + done},
-               {noStore, "new-one", nullptr, kBackup + done},
-               {storeFull, "new-one", "Error while", kNotStored + kBackup + done},
-               {unknown, "new-one", "Error while", kNotStored + kBackup + done}};
+  } cases[] = {
+      {rehearsed({{backup, refuses}}), any, "", head + done},
+      {rehearsed({{backup, kDies}}), any, "", head + kKilled + done},
+      {rehearsed({{backup, kGone}}), any, "", head + done},
+      {rehearsed({{agent, refuses}}), any, "",
+       head + refreshed("root") + asKiva + refreshed("kiva") + end},
+      {{{"eventLibraryStatus", 7}}, any, "", head + refreshed("root") + noEvent},
+      {{{"minimumPasswordLength", 4}}, "demo", "same as old", head + done},
+      {noStore, any, "", kBackup + done},
+      {failing("StoreUserAccountsToCs", "full"), any, "Error while", kNotStored + kBackup + done},
+      {failing("FeatureList", "full"), any, "Error while", kNotStored + kBackup + done}};
   for (const auto& [changes, secret, message, lines] : cases) {
     SCOPED_TRACE(changes);
     Demo demo(changes, kQuickEscape);
     openPassword(demo);
-    // In one go: what was typed ahead counts up to the Enter, but the Escape behind it would log
-    // out.
-    const std::string word = secret;
-    demo.Type("demo\t" + word + "\t" + word + "\n\033");
-    if (message) demo.Do({std::string("wait:") + message, "Enter"});
+    // In one go: what was typed ahead counts up to the Enter; the Escape behind it would log out.
+    demo.Type("demo\t" + secret + "\t" + secret + "\n\033");
+    if (!message.empty()) demo.Do({"wait:" + message, "Enter"});
     EXPECT_TRUE(demo.WaitForGone("Password:").Shows("<Esc> Log Out")) << demo.Look().Dump();
     EXPECT_EQ(demo.NewLines(), lines);
-    demo.Do({"Esc", "F2", "Enter", "type:" + word, "Enter", "wait:System Customization"});
+    demo.Do({"Esc", "F2", "Enter", "type:" + secret, "Enter", "wait:System Customization"});
   }
 }
 
@@ -174,14 +157,14 @@ TEST(Lockdown, AsksTheHostAndTellsIt) {
   const std::string hmx = "run\t/bin/hmx-cmd hmx-cmd -U kiva hmxsvc/auth/lockdown_";
   const std::string failed = "log.err\tEnabling lockdown mode failed with error: ";
   const Lines enter = {hmx + "mode_enter"}, leave = {hmx + "mode_exit"};
-  const Lines enabled = {"log.info\tLockdown mode enabled"};
-  const Lines disabled = {"log.info\tLockdown mode disabled"};
+  const std::string enabled = "log.info\tLockdown mode enabled";
+  const std::string disabled = "log.info\tLockdown mode disabled";
+  const std::string unknown = "log.err\thmx-cmd invocation failure: Success";
   const Lines ask = {"log.info\thmx-cmd invocation: get hmxsvc/auth/lockdown_is_enabled",
                      hmx + "is_enabled"};
-  const Lines unknown = {"log.err\thmx-cmd invocation failure: Success"};
-  const Lines refused = enter + Lines{failed + "no agent"} + ask + unknown;
-  const Lines refusedSilently = enter + Lines{failed} + ask + unknown;
-  const Lines died = enter + kDied + Lines{failed} + ask + kDied + unknown;
+  const Lines refused = enter + (failed + "no agent") + ask + unknown;
+  const Lines refusedSilently = enter + failed + ask + unknown;
+  const Lines died = enter + kKilled + failed + ask + kKilled + unknown;
   const Json notAsUser = {{"status", 255}};
   const Json noAgent = {{"status", 1}, {"stderr", "no agent"}};
   const Json slow = {{"status", 0}, {"seconds", 1}};

@@ -48,7 +48,7 @@ TEST(Power, DoesWhatTheKeysSayAndNothingElse) {
   const Json diesLate = {{"/sbin/poweroff", {{"signal", 9}, {"seconds", 1}}}};
   const std::string force = "type: ", allAtOnce = "type:" + keyBytes("F11") + "\n\n";
   const std::string offAtOnce = "type:" + keyBytes("F2") + " \n\033";
-  const Lines off = {kAutostop, kVms, kSh + "poweroff"}, offDied = off + Lines{kKilled};
+  const Lines off = {kAutostop, kVms, kSh + "poweroff"}, offDied = off + kKilled;
   const Lines offAnyway = {kAutostop, kKilled, kVms, kKilled, off[2]};
   const Lines restart = {kAutostop, kVms + " --terminate", kSh + "reboot"};
   const Lines restored = {kRestored, "  Reset System Configuration  ", "   <Enter> Restart Host "};
@@ -70,7 +70,7 @@ TEST(Power, DoesWhatTheKeysSayAndNothingElse) {
        {force, "F11", "Esc"},
        restart,
        {"  Restart Host  ", "Restart in progress.."}},
-      {kRestart, dead, {force, "F11"}, restart + Lines{kKilled}, {"[X] Forcefully"}},
+      {kRestart, dead, {force, "F11"}, restart + kKilled, {"[X] Forcefully"}},
       {kOff, none, {"F2"}, off, question},
       {kOff, diesLate, {offAtOnce}, offDied, question},
       {kRestore, any, {"Enter", "F2"}, {}, {"Reset System Configuration: C", "<F11> OK  <Esc> C"}},
@@ -100,26 +100,20 @@ TEST(Power, DoesWhatTheKeysSayAndNothingElse) {
 }
 
 TEST(Power, TheLastWaitDoesNothingButEnd) {
-  void (*const ends[])(Demo&) = {nullptr, [](Demo& demo) { demo.HangUp(); },
-                                 [](Demo& demo) {
-                                   demo.Resize({43, 132});
-                                 },
-                                 [](Demo& demo) { demo.Signal(SIGUSR2); }};
-  for (const auto& end : ends) {
+  constexpr int kAskedBefore = 0;
+  for (const int cause : {SIGUSR2, SIGWINCH, kHangUp, kAskedBefore}) {
     Demo demo(lastingHost());
     kRestore.open(demo);
-    if (!end) demo.Signal(SIGUSR2);
+    if (cause == kAskedBefore) demo.Signal(SIGUSR2);
     demo.Do({"F11", std::string("wait:") + kRestored});
     demo.Send("\n");
-    if (end) {
-      demo.WaitForLine("run", "/bin/sh sh -c reboot -f");
+    demo.WaitForLine("run", "/bin/sh sh -c reboot -f");
+    if (cause != kAskedBefore) {
       demo.WaitUntil([&](const Screen&) { return demo.DoesNothing(); }, "the last wait");
       demo.Send("x\n\033");
       EXPECT_TRUE(demo.DoesNothing());
-      end(demo);
     }
-    EXPECT_EQ(demo.WaitForExit(), 0);
-    EXPECT_TRUE(demo.HasLine("run", "/bin/sh sh -c reboot -f"));
+    EXPECT_EQ(cause == kAskedBefore ? demo.WaitForExit() : demo.EndBy(cause), 0);
   }
 }
 

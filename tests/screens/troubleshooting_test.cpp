@@ -80,8 +80,8 @@ const std::string kOption = " system settings advanced set -o /UserVars/HaloShel
 const std::string kSet = "run\t/sbin/halocli halocli" + kOption;
 const Lines kSetDay = {kSet + "TimeOut -i 86400"};
 const Lines kProbe = {kScript + "HaloShell status", kScript + "SSH status"};
-const Lines kRestart = {kScript + "SSH restart"};
-const Lines kDay = {"log.info\tModified Shell timeout to 1440 minutes"};
+const std::string kRestart = kScript + "SSH restart";
+const std::string kDay = "log.info\tModified Shell timeout to 1440 minutes";
 const Json kShells = {
     {"options",
      {{"/UserVars/HaloShellTimeOut", 600}, {"/UserVars/HaloShellInteractiveTimeOut", 1859}}},
@@ -110,13 +110,13 @@ TEST(Troubleshooting, ShellTimeoutsAreStoredWhereTheyChanged) {
 
 TEST(Troubleshooting, TheShellsAreToldWhateverTheToolsCameTo) {
   const Json fails = {{"status", 1}}, slow = {{"status", 0}, {"seconds", 1}};
-  const Lines killed = {kKilled};
-  const std::pair<Json, Lines> cases[] = {{Json::object(), kProbe + kRestart},
-                                          {{{"/sbin/localcli", kDies}}, killed + kProbe + kRestart},
-                                          {{{"/sbin/localcli", kGone}}, kProbe + kRestart},
-                                          {{{"/sbin/localcli", slow}}, kProbe + kRestart},
-                                          {{{"/etc/init.d/SSH", kDies}}, kProbe + killed},
-                                          {{{"/bin/sh", kGone}}, kProbe}};
+  const std::pair<Json, Lines> cases[] = {
+      {Json::object(), kProbe + kRestart},
+      {{{"/sbin/localcli", kDies}}, Lines{kKilled} + kProbe + kRestart},
+      {{{"/sbin/localcli", kGone}}, kProbe + kRestart},
+      {{{"/sbin/localcli", slow}}, kProbe + kRestart},
+      {{{"/etc/init.d/SSH", kDies}}, kProbe + kKilled},
+      {{{"/bin/sh", kGone}}, kProbe}};
   for (const auto& [tools, lines] : cases) {
     Demo demo(kShells);
     // The host cannot be changed any more: what is not rehearsed fails, and the restart with it.
@@ -124,7 +124,7 @@ TEST(Troubleshooting, TheShellsAreToldWhateverTheToolsCameTo) {
     ASSERT_TRUE(std::filesystem::remove(lock) && std::filesystem::create_directory(lock));
     Json changes = rehearsed(tools);
     changes["tools"]["/sbin/halocli"] = fails;
-    const Lines here = {"run\t/sbin/localcli localcli" + kOption + "TimeOut -i 86400"};
+    const std::string here = "run\t/sbin/localcli localcli" + kOption + "TimeOut -i 86400";
     use(demo, 2, {{"type:1440\n\033\n\n"}, 0, kSetDay + here + lines + kDay, changes});
     EXPECT_EQ(demo.host.State()["options"]["/UserVars/HaloShellTimeOut"], 600);
   }
@@ -133,8 +133,7 @@ TEST(Troubleshooting, TheShellsAreToldWhateverTheToolsCameTo) {
 TEST(Troubleshooting, TheConsolesTimeoutIsStoredByTheLibrary) {
   const std::string set = "hostctl\tSetOption /UserVars/KivaTimeOut ";
   const Lines modified = {set + "60", "log.info\tModified Kiva timeout to 1 minutes"};
-  const Json full = {{"faults", {{"SetOption", "no {room}"}}}};
-  const Json gone = {{"faults", {{"FindOption", "gone"}}}};
+  const Json full = failing("SetOption", "no {room}"), gone = failing("FindOption", "gone");
   const Json absent = {{"options", {{"/UserVars/KivaTimeOut", nullptr}}}};
   const Lines noNumber = {"log.err\tSetOption /UserVars/KivaTimeOut: the host has no such number"};
   const Use uses[] = {{{"wait:[ 1 ", "Enter"}, 0, modified},
