@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <iterator>
 #include <thread>
 
 #include "harness/readiness.h"
@@ -58,6 +59,14 @@ int Demo::Stop() {
   return WaitForExit();
 }
 
+int Demo::EndBy(int cause) {
+  if (cause == SIGWINCH)
+    Resize({43, 132});
+  else
+    cause == kHangUp ? HangUp() : Signal(cause);
+  return WaitForExit();
+}
+
 bool Demo::DoesNothing() const {
   const auto before = workOf(Pid());
   std::this_thread::sleep_for(std::chrono::milliseconds(200));
@@ -71,6 +80,47 @@ bool Demo::StaysIdle() {
     if (DoesNothing()) return true;
   }
   return false;
+}
+
+Json rehearsed(const Json& tools) {
+  return {{"tools", tools}};
+}
+
+Json failing(const std::string& operation, const std::string& text) {
+  return {{"faults", {{operation, text}}}};
+}
+
+Lines operator+(Lines lines, const Lines& more) {
+  lines.insert(lines.end(), more.begin(), more.end());
+  return lines;
+}
+
+Lines operator+(Lines lines, const std::string& more) {
+  lines.push_back(more);
+  return lines;
+}
+
+Lines missingFrom(const Screen& screen, const Lines& texts) {
+  Lines missing;
+  std::copy_if(texts.begin(), texts.end(), std::back_inserter(missing),
+               [&](const std::string& text) { return !screen.Shows(text); });
+  return missing;
+}
+
+Colours coloursOf(const Screen& screen, std::string_view text) {
+  const auto place = screen.Find(text);
+  return place ? screen.ColoursAt(place->row, place->column) : Colours{};
+}
+
+bool isAllIn(const Screen& screen, const Colours& colours) {
+  for (int row = 0; row < screen.GetSize().rows; ++row)
+    for (int column = 0; column < screen.GetSize().columns; ++column)
+      if (screen.ColoursAt(row, column) != colours) return false;
+  return true;
+}
+
+std::ifstream processFile(const Console& console, const std::string& name) {
+  return std::ifstream("/proc/" + std::to_string(console.Pid()) + "/" + name);
 }
 
 void openLogin(Console& console) {

@@ -22,6 +22,12 @@ struct Setup {
   std::string script = {};
 };
 
+/// A lone Escape is told from a key's sequence by the time that follows it: here a short one.
+inline const Setup kQuickEscape{.environment = {{"ESCDELAY", "25"}}};
+
+/// A cause of an end beside the signals: the terminal is gone.
+inline constexpr int kHangUp = -1;
+
 struct OwnHost {
   DemoHost host;
 };
@@ -40,6 +46,8 @@ class Demo : public OwnHost, public Terminal {
   void WaitForLine(std::string_view kind, const std::string& line);
   /// Stops the program with SIGTERM: its exit status.
   int Stop();
+  /// Sends a signal, a new size (132x43) for SIGWINCH, or the end of the line: the exit status.
+  int EndBy(int cause);
   /// Whether the program does nothing at all for a while.
   bool DoesNothing() const;
   /// The same once it waits for a key.
@@ -48,6 +56,26 @@ class Demo : public OwnHost, public Terminal {
  private:
   std::size_t linesSeen_ = 0;
 };
+
+/// Changes for a host whose tools answer as rehearsed: {"/path": {"status": 1}, ...}.
+Json rehearsed(const Json& tools);
+/// Rehearsals of a tool that is killed, and of one that is not there.
+inline const Json kDies = {{"signal", 9}}, kGone = {{"missing", true}};
+/// Changes for a host whose library operation of that name fails with that text.
+Json failing(const std::string& operation, const std::string& text);
+/// What is logged when the console's child is killed.
+inline constexpr const char* kKilled = "log.err\tRun Command did not terminate normally";
+
+Lines operator+(Lines lines, const Lines& more);
+Lines operator+(Lines lines, const std::string& more);
+/// Those of the texts that the screen does not show.
+Lines missingFrom(const Screen& screen, const Lines& texts);
+/// The colours in which a text begins; none where it is not shown.
+Colours coloursOf(const Screen& screen, std::string_view text);
+/// Whether every cell has these colours.
+bool isAllIn(const Screen& screen, const Colours& colours);
+/// What the kernel tells about the program in a file of /proc.
+std::ifstream processFile(const Console& console, const std::string& name);
 
 /// A text that only this screen shows.
 inline constexpr const char* kWelcome = "Shut Down/Restart";

@@ -23,6 +23,11 @@ std::string replaceAll(std::string text, const std::string& from, std::string_vi
 
 }  // namespace
 
+std::string contentOf(const fs::path& file) {
+  std::ifstream in(file);
+  return {std::istreambuf_iterator<char>(in), {}};
+}
+
 DemoHost::DemoHost(const nlohmann::json& changes) {
   fs::copy(builtInSample(), Directory(),
            fs::copy_options::recursive | fs::copy_options::overwrite_existing |
@@ -63,8 +68,7 @@ void DemoHost::Set(const std::string& pointer, const nlohmann::json& value) {
 }
 
 std::string DemoHost::Text() const {
-  std::ifstream in(File());
-  return {std::istreambuf_iterator<char>(in), {}};
+  return contentOf(File());
 }
 
 void DemoHost::WriteText(std::string_view text) {

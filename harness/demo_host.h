@@ -12,6 +12,9 @@
 
 namespace Harness {
 
+/// The bytes of a file; none where there is no file.
+std::string contentOf(const std::filesystem::path& file);
+
 /// A sample host of a test's own: a copy of the built-in sample in a temporary folder, which goes
 /// with this object. Change it before the program starts, read its journal afterwards.
 class DemoHost {

@@ -8,10 +8,6 @@ using namespace Harness;
 
 namespace {
 
-Launch shell(const std::string& script) {
-  return {.arguments = {"/bin/sh", "-c", script}};
-}
-
 TEST(OutputFilter, TakesPaletteCommandsOutWhereverTheStreamIsSplit) {
   const std::string output =
       "a\033]P3ffcc00b\033]4;6;rgb:55/55/55\033\\c\033[1m\033\033]4;1;rgb:FF/00/"
@@ -26,32 +22,26 @@ TEST(OutputFilter, TakesPaletteCommandsOutWhereverTheStreamIsSplit) {
   }
 }
 
-TEST(Terminal, TypingReturnsWhenTheAnswerIsPainted) {
-  Terminal terminal(shell("while read x; do sleep 0.05; echo \"<$x>\"; done"));
+TEST(Terminal, WaitsForTheAnswerToWhatIsTypedAndTellsWhatItSaw) {
+  const char* answers = "while read x && [ $x != end ]; do sleep 0.05; echo \"<$x>\"; done; exit 3";
+  Terminal terminal({.arguments = {"/bin/sh", "-c", answers}});
   for (int i = 0; i < 20; ++i) {
     const std::string text = std::to_string(i);
     terminal.Type(text + "\n");
     ASSERT_TRUE(terminal.Look().Shows("<" + text + ">")) << terminal.Look().Dump();
   }
-}
-
-TEST(Terminal, TellsHowTheProgramEnded) {
-  Terminal terminal(shell("read x; exit 3"));
-  terminal.BytesSince();
-  terminal.Type("\n");
-  EXPECT_EQ(terminal.WaitForExit(), 3);
-  EXPECT_EQ(terminal.BytesSince(), 2U) << "its own markers must not count, only the echo";
-}
-
-TEST(Terminal, AWaitThatFailsShowsTheScreen) {
-  Terminal terminal(shell("echo hello; read x"));
   terminal.SetDeadline(Console::Milliseconds{200});
   try {
     terminal.WaitFor("good-bye");
     FAIL() << "found what is not there";
   } catch (const WaitFailed& failed) {
-    EXPECT_NE(std::string(failed.what()).find("|hello"), std::string::npos) << failed.what();
+    EXPECT_NE(std::string(failed.what()).find("|<19>"), std::string::npos) << failed.what();
   }
+  terminal.SetDeadline(Console::Milliseconds{30000});
+  terminal.BytesSince();
+  terminal.Type("end\n");
+  EXPECT_EQ(terminal.WaitForExit(), 3);
+  EXPECT_EQ(terminal.BytesSince(), 5U) << "its own markers must not count, only the echo";
 }
 
 }  // namespace

@@ -21,10 +21,6 @@ void toLabel(Demo& demo) {
   demo.Press("Up");
 }
 
-Json faulty(const char* operation) {
-  return {{"faults", {{operation, "no {answer}"}}}};
-}
-
 Json layouts(const char* current, int count) {
   Json names = Json::array();
   for (int i = 0; i < count; ++i) names.push_back("map-" + std::to_string(100 + i));
@@ -38,6 +34,8 @@ Lines changedTo(const std::string& layout) {
 
 TEST(Keyboard, AppliesTheMarkedLayoutAndTellsWhatTheHostRefused) {
   const Json any = Json::object(), none = layouts("a {b}", 2), empty = layouts("", 0);
+  const Json twins = {{"keyboard", {{"current", "twin"}, {"layouts", {"twin", "twin"}}}}};
+  const auto fault = [](const char* operation) { return failing(operation, "no {answer}"); };
   const std::string mark = "type: ", told = "log.err\tno {answer}";
   const Lines us = changedTo("English (US)"), uk = changedTo("English (UK)");
   const char* label = "Configured Keyboard (English (UK))";
@@ -57,21 +55,24 @@ TEST(Keyboard, AppliesTheMarkedLayoutAndTellsWhatTheHostRefused) {
       {toEntry, none, {"Down", "Enter"}, {}, "  a (b)  "},
       {toEntry, none, {"Down", mark, "Enter"}, changedTo("map-101"), "   map-101  "},
       {toEntry, empty, {"Down", mark, "Enter"}, {}, kEntry},
+      {toEntry, twins, {}, {}, "( ) twin"},
+      {toEntry, any, {"type:\n\033"}, us, "  English (US)  "},
+      {toLabel, any, {"type:\n\033\033"}, us, "Keyboard (English (US))"},
       {toEntry, layouts("map-111", 60), {"Down", "Down"}, {}, "( ) map-113"},
       {toEntry, layouts("map-159", 60), {"Down"}, {}, "(o) map-159"},
       {toLabel, any, {"Up", mark, "Enter"}, uk, label},
       {toLabel, layouts("Polish", 9), {"Esc"}, {}, "Configured Keyboard (Polish)"},
-      {toEntry, faulty("GetKeyboardLayouts"), {}, {told}, "Operation Failed"},
-      {toEntry, faulty("GetKeyboardLayout"), {"Enter"}, {told}, kEntry},
-      {toEntry, faulty("LoadKeyboardMappings"), {"Enter"}, {told}, "no (answer)"},
-      {toEntry, faulty("SetKeyboardLayout"), {"Enter", "Enter"}, {us[0], told}, kEntry},
-      {toLabel, faulty("GetKeyboardLayouts"), {"Enter"}, {told}, "Keyboard (English (US))"},
-      {toLabel, faulty("GetKeyboardLayout"), {"Enter"}, {told}, "Keyboard ()"},
-      {toLabel, faulty("SetKeyboardLayout"), {"Enter"}, {us[0], told}, "no (answer)"},
+      {toEntry, fault("GetKeyboardLayouts"), {}, {told}, "Operation Failed"},
+      {toEntry, fault("GetKeyboardLayout"), {"Enter"}, {told}, kEntry},
+      {toEntry, fault("LoadKeyboardMappings"), {"Enter"}, {told}, "no (answer)"},
+      {toEntry, fault("SetKeyboardLayout"), {"Enter", "Enter"}, {us[0], told}, kEntry},
+      {toLabel, fault("GetKeyboardLayouts"), {"Enter"}, {told}, "Keyboard (English (US))"},
+      {toLabel, fault("GetKeyboardLayout"), {"Enter"}, {told}, "Keyboard ()"},
+      {toLabel, fault("SetKeyboardLayout"), {"Enter"}, {us[0], told}, "no (answer)"},
   };
   for (const auto& [reach, changes, steps, lines, shows] : cases) {
     SCOPED_TRACE(changes.dump() + shows);
-    Demo demo({}, {.term = "xterm", .environment = {{"ESCDELAY", "25"}}});
+    Demo demo({}, {.term = "xterm", .environment = kQuickEscape.environment});
     reach(demo);
     demo.host.Change(changes);
     demo.NewLines();

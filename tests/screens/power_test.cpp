@@ -2,6 +2,8 @@
 // The console's ways of ending the host's run, on a host whose commands answer as a test wants.
 #include <gtest/gtest.h>
 
+#include <csignal>
+
 #include "harness/demo.h"
 
 using namespace Harness;
@@ -13,8 +15,6 @@ constexpr const char* kRestored = "Default settings are restored. Press <Enter> 
 const std::string kSh = "run\t/bin/sh sh -c ", kVms = "run\t/bin/powerOffVms powerOffVms";
 const std::string kAutostop = "run\t/bin/hmx-cmd hmx-cmd -U root hostsvc/autostartmanager/autostop";
 const std::string kReset = kSh + "/sbin/firmwareConfig.py --reset-only > /dev/null 2>&1";
-const std::string kKilled = "log.err\tRun Command did not terminate normally";
-const Json kGone = {{"missing", true}}, kDies = {{"signal", 9}};
 
 struct Operation {
   void (*open)(Demo&);
@@ -34,21 +34,26 @@ const Operation kRestore = {[](Demo& demo) {
                             "restore.factory.defaults", "Restoring factory defaults"};
 
 /// A host that never goes down: what shuts it down fails, and what restarts it does nothing.
-Json rehearsing(const Json& tools = Json::object()) {
+Json lastingHost(const Json& tools = Json::object()) {
   Json all = {{"/sbin/poweroff", {{"status", 127}}}, {"/sbin/reboot", {{"status", 0}}}};
   all.update(tools);
-  return {{"tools", all}};
+  return rehearsed(all);
 }
 
 TEST(Power, DoesWhatTheKeysSayAndNothingElse) {
-  const Json any = Json::object(), none = {{"/bin/sh", kGone}}, dead = {{"/sbin/reboot", kDies}};
-  const Json badScript = {{"/sbin/firmwareConfig.py", {{"status", 1}}}};
-  const Json slowScript = {{"/sbin/firmwareConfig.py", {{"status", 0}, {"seconds", 1}}}};
+  const char *agent = "/bin/hmx-cmd", *vms = "/bin/powerOffVms",
+             *script = "/sbin/firmwareConfig.py";
+  const Json any = Json::object(), fails = {{"status", 1}}, slow = {{"status", 0}, {"seconds", 1}};
+  const Json none = {{"/bin/sh", kGone}}, dead = {{"/sbin/reboot", kDies}};
+  const Json diesLate = {{"/sbin/poweroff", {{"signal", 9}, {"seconds", 1}}}};
   const std::string force = "type: ", allAtOnce = "type:" + keyBytes("F11") + "\n\n";
-  const Lines off = {kAutostop, kVms, kSh + "poweroff"};
+  const std::string offAtOnce = "type:" + keyBytes("F2") + " \n\033";
+  const Lines off = {kAutostop, kVms, kSh + "poweroff"}, offDied = off + kKilled;
+  const Lines offAnyway = {kAutostop, kKilled, kVms, kKilled, off[2]};
   const Lines restart = {kAutostop, kVms + " --terminate", kSh + "reboot"};
-  const Lines notRun = {restart[0], restart[1], restart[2], kKilled};
   const Lines restored = {kRestored, "  Reset System Configuration  ", "   <Enter> Restart Host "};
+  const Lines going = {"  Shut Down Host  ", "Shutdown in progress..."};
+  const Lines question = {"[ ] Forcefully", "terminated.", "<Esc> Cancel"};
   const struct {
     const Operation& operation;
     Json tools;
@@ -56,54 +61,59 @@ TEST(Power, DoesWhatTheKeysSayAndNothingElse) {
   } cases[] = {
       {kOff, any, {"Enter", "F3", force}, {}, {"[X] Force", "<F2> Shut Down  <F11> Restart"}},
       {kOff, any, {force, "Esc"}, {}, {kWelcome, "<F2> Customize"}},
-      {kOff, any, {"F2", "Esc", "F2"}, off, {"  Shut Down Host  ", "Shutdown in progress..."}},
+      {kOff, any, {"F2", "Esc", "F2"}, off, going},
+      {kOff, {{agent, fails}, {vms, fails}}, {"F2"}, off, going},
+      {kOff, {{agent, kDies}, {vms, kDies}}, {"F2"}, offAnyway, going},
+      {kOff, {{agent, kGone}, {vms, kGone}}, {"F2"}, off, going},
       {kRestart,
        any,
        {force, "F11", "Esc"},
        restart,
        {"  Restart Host  ", "Restart in progress.."}},
-      {kRestart, dead, {force, "F11"}, notRun, {"[X] Forcefully"}},
-      {kOff, none, {"F2"}, off, {"[ ] Forcefully", "terminated.", "<Esc> Cancel"}},
+      {kRestart, dead, {force, "F11"}, restart + kKilled, {"[X] Forcefully"}},
+      {kOff, none, {"F2"}, off, question},
+      {kOff, diesLate, {offAtOnce}, offDied, question},
       {kRestore, any, {"Enter", "F2"}, {}, {"Reset System Configuration: C", "<F11> OK  <Esc> C"}},
       {kRestore, any, {"Esc"}, {}, {kMenuAgain}},
-      {kRestore, slowScript, {allAtOnce, "Esc", "F11"}, {kReset}, restored},
-      {kRestore, badScript, {"F11"}, {kReset}, {kMenuAgain}},
+      {kRestore, {{script, slow}}, {allAtOnce, "Esc", "F11"}, {kReset}, restored},
+      {kRestore, {{script, fails}}, {"F11"}, {kReset}, {kMenuAgain}},
+      {kRestore, {{script, kDies}}, {"F11"}, {kReset, kKilled}, {kMenuAgain}},
       {kRestore, none, {"F11"}, {kReset}, {kMenuAgain}},
       {kRestore, dead, {"F11", "Enter"}, {kReset, kSh + "reboot -f", kKilled}, {kMenuAgain}},
   };
   for (const auto& [operation, tools, steps, lines, shows] : cases) {
     SCOPED_TRACE(tools.dump() + steps[0]);
-    Demo demo(rehearsing(tools), {.environment = {{"ESCDELAY", "25"}}});
+    Demo demo(lastingHost(tools), kQuickEscape);
     operation.open(demo);
     demo.NewLines();
     demo.Do(steps);
     const Screen screen = demo.WaitFor(shows[0]);
-    for (const std::string& text : shows) EXPECT_TRUE(screen.Shows(text)) << screen.Dump();
+    EXPECT_EQ(missingFrom(screen, shows), Lines{}) << screen.Dump();
     EXPECT_EQ(screen.Shows(kRestored), shows[0] == kRestored) << screen.Dump();
-    Lines expected = lines;
-    if (!lines.empty())
-      expected.insert(
-          expected.begin(),
-          {"log.info\t" + operation.message, "log.info\tInitializing evbuser library",
-           "event\t@&!*@*@(evb.user.kiva." + operation.event + ")" + operation.message});
-    EXPECT_EQ(demo.NewLines(), expected);
+    const Lines announced = {
+        "log.info\t" + operation.message, "log.info\tInitializing evbuser library",
+        "event\t@&!*@*@(evb.user.kiva." + operation.event + ")" + operation.message};
+    EXPECT_EQ(demo.NewLines(), lines.empty() ? lines : announced + lines);
     EXPECT_TRUE(demo.StaysIdle());
     EXPECT_EQ(demo.Stop(), 0);
   }
 }
 
 TEST(Power, TheLastWaitDoesNothingButEnd) {
-  for (const bool hangUp : {false, true}) {
-    Demo demo(rehearsing());
+  constexpr int kAskedBefore = 0;
+  for (const int cause : {SIGUSR2, SIGWINCH, kHangUp, kAskedBefore}) {
+    Demo demo(lastingHost());
     kRestore.open(demo);
+    if (cause == kAskedBefore) demo.Signal(SIGUSR2);
     demo.Do({"F11", std::string("wait:") + kRestored});
     demo.Send("\n");
     demo.WaitForLine("run", "/bin/sh sh -c reboot -f");
-    demo.WaitUntil([&](const Screen&) { return demo.DoesNothing(); }, "the last wait");
-    demo.Send("x\n\033");
-    EXPECT_TRUE(demo.DoesNothing());
-    hangUp ? demo.HangUp() : demo.Resize({43, 132});
-    EXPECT_EQ(demo.WaitForExit(), 0);
+    if (cause != kAskedBefore) {
+      demo.WaitUntil([&](const Screen&) { return demo.DoesNothing(); }, "the last wait");
+      demo.Send("x\n\033");
+      EXPECT_TRUE(demo.DoesNothing());
+    }
+    EXPECT_EQ(cause == kAskedBefore ? demo.WaitForExit() : demo.EndBy(cause), 0);
   }
 }
 

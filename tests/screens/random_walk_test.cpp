@@ -15,8 +15,7 @@ using namespace Harness;
 
 namespace {
 
-constexpr int kKeys = 11000;  // of each size
-constexpr int kFlood = 300;
+constexpr unsigned long kKeys = 11000;  // of each size
 constexpr Size kSizes[] = {{24, 80}, {25, 80}, {43, 132}, {5, 20}, {100, 300}};
 
 constexpr const char* kNames[] = {"Up",     "Down",      "Down",   "Enter",    "Enter", "Esc",
@@ -32,36 +31,38 @@ unsigned long numberFrom(const char* variable, unsigned long otherwise) {
 class Walk {
  public:
   Walk(unsigned long seed, Size size, const std::filesystem::path& reports)
-      : random_(seed), size_(size), reports_(reports) {
+      : random_(seed), size_(size), reports_("log_path=" + (reports / "report").string()) {
     Restart();
   }
 
-  void Go(int keys) {
-    while (sent_ < keys) {
-      Step();
+  void Go(unsigned long keys) {
+    while (!testing::Test::HasFatalFailure() && (sent_ < keys || !HasEnded())) {
+      if (HasEnded()) Restart();
+      sent_ < keys ? Step() : terminal_->Signal(SIGTERM);
       Settle();
-      if (kill(terminal_->Pid(), 0) != 0) {
+      if (HasEnded()) {
         ASSERT_EQ(terminal_->WaitForExit(), 0) << "after " << testing::PrintToString(recent_);
-        Restart();
       }
     }
-    terminal_->Signal(SIGTERM);
-    ASSERT_EQ(terminal_->WaitForExit(), 0) << "after " << testing::PrintToString(recent_);
   }
 
   const DemoHost& Host() const { return host_; }
 
  private:
-  int Below(int end) { return std::uniform_int_distribution(0, end - 1)(random_); }
+  template <std::size_t N, typename Value>
+  Value OneOf(const Value (&values)[N]) {
+    return values[Below(N)];
+  }
+  int Below(std::size_t end) { return static_cast<int>(random_() % end); }
+  bool HasEnded() const { return kill(terminal_->Pid(), 0) != 0; }
 
   void Restart() {
-    const char* speed[] = {"1", "1", "100", "5000"};
-    const char* term[] = {"xterm-256color", "xterm-256color", "xterm", "vt102"};
-    Launch launch = host_.Demo({"--clock-speed", speed[Below(4)]});
-    launch.term = term[Below(4)];
-    const std::string path = "log_path=" + (reports_ / "report").string();
-    launch.environment = {
-        {"ESCDELAY", "10"}, {"LESSSECURE", "1"}, {"ASAN_OPTIONS", path}, {"UBSAN_OPTIONS", path}};
+    Launch launch = host_.Demo({"--clock-speed", OneOf({"1", "1", "100", "5000"})});
+    launch.term = OneOf({"xterm-256color", "xterm-256color", "xterm", "vt102"});
+    launch.environment = {{"ESCDELAY", "10"},
+                          {"LESSSECURE", "1"},
+                          {"ASAN_OPTIONS", reports_},
+                          {"UBSAN_OPTIONS", reports_}};
     terminal_.reset();
     terminal_ = std::make_unique<Terminal>(launch, size_);
     recent_.clear();
@@ -70,18 +71,16 @@ class Walk {
 
   void Step() {
     const int kind = Below(100);
-    if (kind < 1) {
-      SendKeys(kFlood);
-    } else if (kind < 20) {
-      LogIn();
-    } else if (kind < 23) {
-      ChangeHost();
-    } else if (kind < 24) {
-      constexpr int kSignals[] = {SIGUSR1, SIGUSR1, SIGUSR2, SIGINT, SIGWINCH};
-      terminal_->Signal(kSignals[Below(5)]);
-    } else {
+    if (kind >= 24)
       SendKeys(1 + Below(8));
-    }
+    else if (kind >= 23)
+      terminal_->Signal(OneOf({SIGUSR1, SIGUSR1, SIGUSR2, SIGINT, SIGWINCH}));
+    else if (kind >= 20)
+      ChangeHost();
+    else if (kind >= 1)
+      LogIn();
+    else
+      SendKeys(300);
   }
 
   void SendKeys(int count) {
@@ -91,22 +90,17 @@ class Walk {
   }
 
   std::string SomeKey() {
-    constexpr KeyFamily kFamilies[] = {KeyFamily::kXterm, KeyFamily::kVt220,
-                                       KeyFamily::kLinuxConsole};
-    const int kind = Below(100);
-    if (kind < 70) return keyBytes(kNames[Below(std::size(kNames))], kFamilies[Below(3)]);
-    if (kind < 97) return std::string(1, static_cast<char>(' ' + Below(95)));
+    if (Below(10) < 7)
+      return keyBytes(OneOf(kNames),
+                      OneOf({KeyFamily::kXterm, KeyFamily::kVt220, KeyFamily::kLinuxConsole}));
     constexpr char kStopOutput = 'S' & 0x1f;  // the terminal itself would stand still
-    const char byte = static_cast<char>(Below(256));
+    const char byte = static_cast<char>(Below(10) > 0 ? ' ' + Below(95) : Below(256));
     return std::string(1, byte == kStopOutput ? ' ' : byte);
   }
 
   void LogIn() {
-    Send(keyBytes(Below(4) == 0 ? "F12" : "F2"), 1);
-    Settle();
-    const char* secrets[] = {"demo", "demo", "4711", "wrong"};
-    Send("\t" + std::string(secrets[Below(4)]) + "\r", 6);
-    Settle();
+    Send(keyBytes(OneOf({"F2", "F2", "F2", "F12"})), 1);
+    Send(std::string("\t") + OneOf({"demo", "demo", "4711", "wrong"}) + "\r", 6);
     const int entry = Below(14);
     std::string keys;
     for (int i = 0; i < entry; ++i) keys += keyBytes("Down");
@@ -123,18 +117,17 @@ class Walk {
   }
 
   void Send(const std::string& bytes, int keys) {
-    if (kill(terminal_->Pid(), 0) != 0) return;
+    Settle();
+    if (HasEnded()) return;
     terminal_->Send(bytes);
-    sent_ += keys;
+    sent_ += static_cast<unsigned long>(keys);
     recent_ += bytes;
-    constexpr std::size_t kShown = 2000;
-    if (recent_.size() > kShown) recent_.erase(0, recent_.size() - kShown);
   }
 
   /// The pager can be told to wait for nothing but an interrupt.
   void Settle() {
+    terminal_->SetDeadline(std::chrono::seconds(1));
     for (int attempt = 0; attempt < 60; ++attempt) {
-      terminal_->SetDeadline(std::chrono::seconds(1));
       try {
         return terminal_->Settle();
       } catch (const WaitFailed&) {
@@ -147,10 +140,10 @@ class Walk {
 
   std::mt19937_64 random_;
   const Size size_;
-  const std::filesystem::path reports_;
+  const std::string reports_;
   DemoHost host_;
   std::unique_ptr<Terminal> terminal_;
-  int sent_ = 0;
+  unsigned long sent_ = 0;
   std::string recent_;
 };
 
@@ -161,17 +154,12 @@ TEST_P(RandomWalk, FindsNothing) {
   std::cout << "KIVA_WALK_SEED=" << seed << std::endl;
   const TemporaryFolder reports;
   Walk walk(seed, GetParam(), reports.Path());
-  const auto keys = static_cast<int>(numberFrom("KIVA_WALK_KEYS", kKeys));
+  const unsigned long keys = numberFrom("KIVA_WALK_KEYS", kKeys);
   walk.Go(keys);
   for (const auto& report : std::filesystem::directory_iterator(reports.Path()))
     ADD_FAILURE() << std::ifstream(report.path()).rdbuf();
-  const auto lines = walk.Host().Journal("log.info");
-  const auto logins = std::count_if(lines.begin(), lines.end(), [](const std::string& line) {
-    return line.ends_with(" logged in");
-  });
-  EXPECT_GT(logins, keys / 1000) << "it must get further than the door";
-  std::cout << std::count(lines.begin(), lines.end(), "Starting KIVA") << " starts, " << logins
-            << " logins, " << walk.Host().Journal("run").size() << " tools run" << std::endl;
+  EXPECT_GT(walk.Host().Journal("log.auth.emerg").size(), keys / 3000)
+      << "it must get further than the door";
 }
 
 INSTANTIATE_TEST_SUITE_P(Sizes, RandomWalk, testing::ValuesIn(kSizes), [](const auto& size) {

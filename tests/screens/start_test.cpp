@@ -2,7 +2,6 @@
 // How the program starts and ends: arguments, terminals, the pid file, broken surroundings.
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <termios.h>
 
 #include <csignal>
@@ -31,29 +30,13 @@ termios attributesOf(const fs::path& terminal) {
   return attributes;
 }
 
-std::string textOf(const fs::path& file) {
-  std::ifstream in(file);
-  return {std::istreambuf_iterator<char>(in), {}};
-}
-
-bool hasColours(const Screen& screen) {
-  for (int row = 0; row < screen.GetSize().rows; ++row)
-    for (int column = 0; column < screen.GetSize().columns; ++column)
-      if (screen.ColoursAt(row, column) != Colours{}) return true;
-  return false;
-}
-
 TEST(Start, TakesAVirtualTerminalsNumber) {
-  for (const std::string argument : {"0", "64", "abc", "", "63x", "63", "none"}) {
-    SCOPED_TRACE(argument);
-    const bool none = argument == "none", valid = none || argument.starts_with("63");
-    Demo demo({}, {.arguments = none ? Lines{} : Lines{argument}});
-    Lines expected = {"log.info\tStarting KIVA"};
-    if (!valid)
-      expected.insert(expected.begin(), "log.err\tInvalid VT specified for KIVA: " + argument);
-    EXPECT_EQ(demo.host.Journal(), expected);
-    const bool suspendKey = attributesOf(terminalOf(demo)).c_cc[VSUSP] != 0;
-    EXPECT_EQ(suspendKey, !valid || none);
+  for (const std::string argument : {"0", "64", "abc", "", "63x", "63"}) {
+    const bool valid = argument.starts_with("63");
+    Demo demo({}, {.arguments = {argument}});
+    const Lines refusal = {"log.err\tInvalid VT specified for KIVA: " + argument};
+    EXPECT_EQ(demo.NewLines(), (valid ? Lines{} : refusal) + Lines{"log.info\tStarting KIVA"});
+    EXPECT_EQ(attributesOf(terminalOf(demo)).c_cc[VSUSP] == 0, valid) << "no suspend key";
   }
 }
 
@@ -73,15 +56,14 @@ TEST(Start, ChoosesTheTerminalType) {
     Demo demo({},
               {.term = c.term ? std::optional(term) : std::nullopt, .environment = c.environment});
     const Screen welcome = demo.WaitFor(kWelcome);
-    EXPECT_EQ(hasColours(welcome), c.colours);
+    EXPECT_EQ(isAllIn(welcome, {}), !c.colours);
     EXPECT_EQ(welcome.At(1, 1).reverse, !c.colours) << "the dark area, in standout";
     EXPECT_FALSE(welcome.At(22, 1).reverse) << "the bright area, plain";
-    Lines errors;
-    if (c.replaced) errors = {"Cannot drive a terminal of type \"" + term + "\", using vt102"};
-    EXPECT_EQ(demo.host.Journal("log.err"), errors);
+    const Lines replaced = {"Cannot drive a terminal of type \"" + term + "\", using vt102"};
+    EXPECT_EQ(demo.host.Journal("log.err"), c.replaced ? replaced : Lines{});
     logIn(demo);
     EXPECT_EQ(demo.Look().Shows("Configure Keyboard"), c.localConsole);
-    EXPECT_EQ(hasColours(demo.Look()), c.colours);
+    EXPECT_EQ(isAllIn(demo.Look(), {}), !c.colours);
     EXPECT_EQ(demo.Look().At(4, 10).reverse, !c.colours) << "the selected entry";
   }
 }
@@ -107,19 +89,18 @@ TEST(Start, ChangesPaletteAndTerminalUntilItEnds) {
 }
 
 TEST(Start, AnExceptionOfTheHostEndsItOrderly) {
-  Demo failing(Json{{"faults", {{"GetVendorName", "the {board} is silent"}}}});
-  EXPECT_EQ(failing.WaitForExit(), 0);
-  EXPECT_EQ(failing.host.Journal("log.err"),
-            Lines{"KIVA aborted by exception: the {board} is silent"});
-  EXPECT_TRUE(failing.Output().ends_with("\033]R"));
-  EXPECT_EQ(failing.Palette().Redefined(3), std::nullopt);
+  Demo faulty(failing("GetVendorName", "the {board} is silent"));
+  EXPECT_EQ(faulty.WaitForExit(), 0);
+  EXPECT_EQ(faulty.NewLines().back(), "log.err\tKIVA aborted by exception: the {board} is silent");
+  EXPECT_TRUE(faulty.Output().ends_with("\033]R"));
+  EXPECT_EQ(faulty.Palette().Redefined(3), std::nullopt);
 
   Demo spoilt;
   spoilt.host.WriteText("{");
   spoilt.Send("x");
   EXPECT_EQ(spoilt.WaitForExit(), 0);
-  EXPECT_EQ(spoilt.host.Journal("log.err"),
-            Lines{"KIVA aborted by exception: HOST/host.json: line 1 is not JSON"});
+  EXPECT_EQ(spoilt.NewLines().back(),
+            "log.err\tKIVA aborted by exception: HOST/host.json: line 1 is not JSON");
 }
 
 TEST(Start, NoFaultOfTheHostCrashesIt) {
@@ -133,9 +114,8 @@ TEST(Start, NoFaultOfTheHostCrashesIt) {
       "UpdateManagementInterface");
   for (std::string operation; operations >> operation;) {
     SCOPED_TRACE(operation);
-    Demo demo(Json{{"faults", {{operation, "rehearsed"}}}},
-              {.term = "xterm", .environment = {{"ESCDELAY", "25"}}});
-    demo.Settle();
+    Demo demo(failing(operation, "rehearsed"),
+              {.term = "xterm", .environment = kQuickEscape.environment});
     demo.Do({"F2", "Enter", "type:demo", "Enter"});
     demo.Press("Down", 12);
     demo.Press("Esc");
@@ -145,21 +125,13 @@ TEST(Start, NoFaultOfTheHostCrashesIt) {
   }
 }
 
-long secondsOfChildren() {
-  rusage usage{};
-  getrusage(RUSAGE_CHILDREN, &usage);
-  return usage.ru_utime.tv_sec + usage.ru_stime.tv_sec;
-}
-
 TEST(Start, EndsWithoutInput) {
-  const long before = secondsOfChildren();
   for (const char* script : {R"(exec "$0" "$@" </dev/null)", R"(exec "$0" "$@" <&-)",
                              R"(true | "$0" "$@")", R"(exec "$0" "$@" </dev/null >&- 2>&-)"}) {
     SCOPED_TRACE(script);
     Demo demo({}, {.script = script});
     EXPECT_EQ(demo.WaitForExit(), 0);
   }
-  EXPECT_LT(secondsOfChildren() - before, 10) << "four starts, no busy loop";
 }
 
 TEST(Start, GoesOnWithoutOutput) {
@@ -177,25 +149,12 @@ TEST(Start, WritesThePidFileUnlessItNamesALiveProcess) {
     SCOPED_TRACE(content);
     const bool kept = content == live;
     DemoHost host;
-    fs::create_directories(host.Root("/var/run"));
     if (content != "none") std::ofstream(host.Root(kPidFile)) << content;
     Demo demo({}, std::move(host));
-    const std::string text = textOf(demo.host.Root(kPidFile));
-    EXPECT_EQ(text, kept ? content : std::to_string(demo.Pid()));
-    Lines errors;
-    if (kept) errors = {"Attempt to run multiple KIVA instances, not updating /var/run/kiva.pid"};
-    EXPECT_EQ(demo.host.Journal("log.err"), errors);
+    EXPECT_EQ(contentOf(demo.host.Root(kPidFile)), kept ? content : std::to_string(demo.Pid()));
+    const Lines told = {"Attempt to run multiple KIVA instances, not updating /var/run/kiva.pid"};
+    EXPECT_EQ(demo.host.Journal("log.err"), kept ? told : Lines{});
   }
-}
-
-TEST(Start, ASecondInstanceRunsBesideTheFirst) {
-  Demo first;
-  Terminal second(first.host.Demo());
-  logIn(second);
-  second.Signal(SIGTERM);
-  EXPECT_EQ(second.WaitForExit(), 0);
-  EXPECT_EQ(textOf(first.host.Root(kPidFile)), std::to_string(first.Pid()));
-  logIn(first);
 }
 
 TEST(Start, ChildrenAnswerThoughTheirEndWasIgnored) {

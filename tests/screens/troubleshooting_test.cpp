@@ -23,20 +23,18 @@ TEST(Troubleshooting, ShowsWhatTheHostRunsAndWhatEachEntryDoes) {
     openTroubleshooting(demo, 0);
     int row = 4;
     for (const auto& states : entries) {
-      const Lines& entry = on && !states[1].empty() ? states[1] : states[0];
+      const Lines& entry = states[on && !states[1].empty()];
       const Screen screen = demo.Look();
-      SCOPED_TRACE(screen.Dump());
-      EXPECT_EQ(screen.Row(row++).find(entry[0]), 4u);
+      EXPECT_EQ(screen.Row(row++).find(entry[0]), 4u) << screen.Dump();
       EXPECT_NE(screen.Row(1).find(entry[1], 40), std::string::npos);
-      EXPECT_TRUE(screen.Shows(entry[2]));
-      EXPECT_TRUE(screen.Row(21).find(entry[3]) != std::string::npos && screen.Shows("<Esc> Exit"));
+      EXPECT_EQ(missingFrom(screen, {entry[2], entry[3], "<Esc> Exit"}), Lines{});
       demo.Press("Down");
     }
   }
 }
 
 TEST(Troubleshooting, SwitchesOnceForEachLookAtTheAnswer) {
-  Demo demo(Json{{"tools", {{"/bin/hmx-cmd", {{"status", 1}}}, {"/bin/sh", {{"status", 1}}}}}});
+  Demo demo(rehearsed({{"/bin/hmx-cmd", {{"status", 1}}}, {"/bin/sh", {{"status", 1}}}}));
   openTroubleshooting(demo, 1);
   for (const char* state : {"SSH is Enabled", "SSH is Disabled", "SSH is Enabled"}) {
     demo.Type("\r\r\r");
@@ -51,71 +49,105 @@ TEST(Troubleshooting, SwitchesOnceForEachLookAtTheAnswer) {
                                     kScript + "SSH status"}));
 }
 
+constexpr const char* kBounds = "Timeout value must be between 0 (disabled) and 1440";
+
 /// What an operator does in a dialog, how often that is refused, and what the host is told.
 struct Use {
   Lines keys;
   int refusals;
   Lines lines;
   Json changes = Json::object();
+  const char* refused = kBounds;
 };
 
-/// The refusals show `refused`.
-void use(const Json& host, int row, const char* refused, const Use& one) {
+void use(Demo& demo, int row, const Use& one) {
   SCOPED_TRACE(testing::PrintToString(one.keys) + one.changes.dump());
-  Demo demo(host);
   openTroubleshooting(demo, row);
+  demo.host.Change(one.changes);
   const Screen window = demo.Look();
   demo.Press("Enter");
-  demo.host.Change(one.changes);
   demo.NewLines();
   demo.Do(one.keys);
   for (int i = 0; i < one.refusals; ++i) {
-    EXPECT_TRUE(demo.Look().Shows(refused)) << demo.Look().Dump();
+    EXPECT_TRUE(demo.Look().Shows(one.refused)) << demo.Look().Dump();
     demo.Press("Enter");
   }
   EXPECT_EQ(demo.Look(), window);
   EXPECT_EQ(demo.NewLines(), one.lines);
 }
 
-constexpr const char* kBounds = "Timeout value must be between 0 (disabled) and 1440";
+const std::string kOption = " system settings advanced set -o /UserVars/HaloShell";
+const std::string kSet = "run\t/sbin/halocli halocli" + kOption;
+const Lines kSetDay = {kSet + "TimeOut -i 86400"};
+const Lines kProbe = {kScript + "HaloShell status", kScript + "SSH status"};
+const std::string kRestart = kScript + "SSH restart";
+const std::string kDay = "log.info\tModified Shell timeout to 1440 minutes";
+const Json kShells = {
+    {"options",
+     {{"/UserVars/HaloShellTimeOut", 600}, {"/UserVars/HaloShellInteractiveTimeOut", 1859}}},
+    {"services", {{"SSH", {{"running", true}}}}}};
 
 TEST(Troubleshooting, ShellTimeoutsAreStoredWhereTheyChanged) {
-  const std::string path = " system settings advanced set -o /UserVars/HaloShell";
-  const std::string set = "run\t/sbin/halocli halocli" + path;
   const Use uses[] = {
       {{"Enter"}, 0, {}},
       {{"type:7", "Esc"}, 0, {}},
       {{"type:010", "Down", "type:x-@30", "Enter"}, 0, {}},
-      {{"type:1440", "Enter"},
-       0,
-       {set + "TimeOut -i 86400", kScript + "HaloShell status", kScript + "SSH status",
-        kScript + "SSH restart", "log.info\tModified Shell timeout to 1440 minutes"}},
+      {{"wait:[ 0 ", "Enter"}, 0, {}, rehearsed({{"/sbin/halocfg-advcfg", kDies}})},
+      {{"type:1440", "Enter"}, 0, kSetDay + kProbe + kRestart + kDay},
       {{"Down", "Delete", "Enter"},
        0,
-       {set + "InteractiveTimeOut -i 0", "log.info\tDisabled shell interactive timeout"}},
+       {kSet + "InteractiveTimeOut -i 0", "log.info\tDisabled shell interactive timeout"}},
       {{"type:1441", "Down", "Up", "Down", "type:4294967297", "Enter"}, 2, {}},
       {{"type:99999999999", "Down", "type:31", "Enter"},
        1,
-       {set + "InteractiveTimeOut -i 1860",
+       {kSet + "InteractiveTimeOut -i 1860",
         "log.info\tModified shell interactive timeout to 31 minutes"}}};
-  const Json host = {
-      {"options",
-       {{"/UserVars/HaloShellTimeOut", 600}, {"/UserVars/HaloShellInteractiveTimeOut", 1859}}},
-      {"services", {{"SSH", {{"running", true}}}}}};
-  for (const Use& one : uses) use(host, 2, kBounds, one);
+  for (const Use& one : uses) {
+    Demo demo(kShells);
+    use(demo, 2, one);
+  }
+}
+
+TEST(Troubleshooting, TheShellsAreToldWhateverTheToolsCameTo) {
+  const Json fails = {{"status", 1}}, slow = {{"status", 0}, {"seconds", 1}};
+  const std::pair<Json, Lines> cases[] = {
+      {Json::object(), kProbe + kRestart},
+      {{{"/sbin/localcli", kDies}}, Lines{kKilled} + kProbe + kRestart},
+      {{{"/sbin/localcli", kGone}}, kProbe + kRestart},
+      {{{"/sbin/localcli", slow}}, kProbe + kRestart},
+      {{{"/etc/init.d/SSH", kDies}}, kProbe + kKilled},
+      {{{"/bin/sh", kGone}}, kProbe}};
+  for (const auto& [tools, lines] : cases) {
+    Demo demo(kShells);
+    // The host cannot be changed any more: what is not rehearsed fails, and the restart with it.
+    const std::string lock = demo.host.File().string() + ".lock";
+    ASSERT_TRUE(std::filesystem::remove(lock) && std::filesystem::create_directory(lock));
+    Json changes = rehearsed(tools);
+    changes["tools"]["/sbin/halocli"] = fails;
+    const std::string here = "run\t/sbin/localcli localcli" + kOption + "TimeOut -i 86400";
+    use(demo, 2, {{"type:1440\n\033\n\n"}, 0, kSetDay + here + lines + kDay, changes});
+    EXPECT_EQ(demo.host.State()["options"]["/UserVars/HaloShellTimeOut"], 600);
+  }
 }
 
 TEST(Troubleshooting, TheConsolesTimeoutIsStoredByTheLibrary) {
-  const Json host = {{"options", {{"/UserVars/KivaTimeOut", 90}}}};
   const std::string set = "hostctl\tSetOption /UserVars/KivaTimeOut ";
   const Lines modified = {set + "60", "log.info\tModified Kiva timeout to 1 minutes"};
-  use(host, 3, "", {{"wait:[ 1 ", "Enter"}, 0, modified});
-  use(host, 3, "", {{"type:0", "Enter"}, 0, {set + "0", "log.info\tDisabled Kiva timeout"}});
-  use(host, 3, kBounds, {{"type:1441", "Enter"}, 1, {}});
-  const Json full = {{"faults", {{"SetOption", "no {room}"}}}};
-  use(host, 3, "no (room)", {{"Enter"}, 1, {"log.err\tno {room}"}, full});
-  const Json gone = {{"faults", {{"FindOption", "gone"}}}};
-  use(host, 3, "Operation Failed", {{"Enter"}, 1, {"log.err\tgone"}, gone});
+  const Json full = failing("SetOption", "no {room}"), gone = failing("FindOption", "gone");
+  const Json absent = {{"options", {{"/UserVars/KivaTimeOut", nullptr}}}};
+  const Lines noNumber = {"log.err\tSetOption /UserVars/KivaTimeOut: the host has no such number"};
+  const Use uses[] = {{{"wait:[ 1 ", "Enter"}, 0, modified},
+                      {{"type:0", "Enter"}, 0, {set + "0", "log.info\tDisabled Kiva timeout"}},
+                      {{"type:1441", "Enter"}, 1, {}},
+                      {{"Enter"}, 1, {"log.err\tno {room}"}, full, "no (room)"},
+                      {{"wait:[ 10 ", "Enter"}, 0, {}, gone},
+                      {{"type:5", "Enter"}, 1, {"log.err\tgone"}, gone, "Operation Failed"},
+                      {{"wait:[ 10 ", "Enter"}, 0, {}, absent},
+                      {{"type:5", "Enter"}, 1, noNumber, absent, "the host has no such"}};
+  for (const Use& one : uses) {
+    Demo demo(Json{{"options", {{"/UserVars/KivaTimeOut", 90}}}});
+    use(demo, 3, one);
+  }
 }
 
 }  // namespace
