@@ -136,15 +136,16 @@ TEST(Password, AnExpiredOneIsChangedOnTheWayIn) {
 }
 
 TEST(Password, NoCoreFileWhileOneIsHeld) {
-  Demo demo({}, {.environment = kQuickEscape.environment,
-                 .script = R"(ulimit -S -c $(ulimit -H -c); exec "$0" "$@")"});
+  Demo demo({}, {.environment = kQuickEscape.environment, .script = R"(ulimit -S -c $(ulimit -H -c)
+                            export ASAN_OPTIONS="$ASAN_OPTIONS:disable_coredump=0"; exec "$0" "$@")"});
   const auto coreLimit = [&] {
     rlimit limit{};
     EXPECT_EQ(prlimit(demo.Pid(), RLIMIT_CORE, nullptr, &limit), 0);
     return limit.rlim_cur;
   };
   const rlim_t before = coreLimit();
-  if (before == 0) GTEST_SKIP() << "the limit of this machine is 0: there is nothing to forbid";
+  if (before == 0)
+    GTEST_SKIP() << "the hard limit of this machine is 0: there is nothing to forbid";
   for (const std::string step : {"F2", "type:\tx", "Backspace", "type:x", "Esc", "F2", "type:\td",
                                  "type:emo\n", "Enter", "type:demo\tlong-enough\t", "Esc"}) {
     demo.Do({step});
