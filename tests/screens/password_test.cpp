@@ -144,7 +144,7 @@ TEST(Password, NoCoreFileWhileOneIsHeld) {
     return limit.rlim_cur;
   };
   const rlim_t before = coreLimit();
-  if (before == 0) GTEST_SKIP() << "the limit of this machine is 0: there is nothing to forbid";
+  if (before == 0) GTEST_SKIP() << "the limit is 0 before (this machine's, or a sanitizer's)";
   for (const std::string step : {"F2", "type:\tx", "Backspace", "type:x", "Esc", "F2", "type:\td",
                                  "type:emo\n", "Enter", "type:demo\tlong-enough\t", "Esc"}) {
     demo.Do({step});
