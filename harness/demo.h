@@ -82,6 +82,9 @@ inline constexpr const char* kWelcome = "Shut Down/Restart";
 inline constexpr const char* kLogin = "Authentication Required";
 inline constexpr const char* kMenu = "System Customization";
 
+/// The way from the welcome screen to the menu.
+inline const Lines kLogIn = {"F2", "Enter", "type:demo", "Enter", "wait:System Customization"};
+
 void openLogin(Console& console);
 /// From the welcome screen to the menu, as the user that the dialog offers.
 void logIn(Console& console);

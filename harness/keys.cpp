@@ -60,4 +60,10 @@ std::string keyBytes(std::string_view name, KeyFamily family) {
   throw std::invalid_argument("no such key in this family: " + std::string(name));
 }
 
+std::string repeated(std::string_view bytes, int times) {
+  std::string all;
+  for (int i = 0; i < times; ++i) all += bytes;
+  return all;
+}
+
 }  // namespace Harness

@@ -16,6 +16,9 @@ enum class KeyFamily {
   kEscapeDigit,    ///< Escape, then "1" to "9", "0", "!" or "@", as typed by hand on a serial line
 };
 
+/// Bytes that are typed so many times.
+std::string repeated(std::string_view bytes, int times);
+
 /// The bytes of a key: "F1" to "F12", "Up", "Down", "Left", "Right", "Home", "End", "Insert",
 /// "Delete", "PageUp", "PageDown", "Enter", "Esc", "Tab" or "Backspace". Throws
 /// std::invalid_argument for any other name and for a key that the family does not have.

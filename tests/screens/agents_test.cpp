@@ -109,11 +109,8 @@ TEST(Agents, TheConsoleMayEndWhileTheCoreIsBeingWritten) {
   demo.Do({"type: ", "F11", "wait:<Enter> OK"});
   int blocking = 0;
   const auto tasks = "/proc/" + std::to_string(demo.Pid()) + "/task";
-  for (const auto& task : std::filesystem::directory_iterator(tasks)) {
-    std::ifstream file(task.path() / "status");
-    for (std::string line; std::getline(file, line);)
-      blocking += line.ends_with("\t0000000008004a06");
-  }
+  for (const auto& task : std::filesystem::directory_iterator(tasks))
+    blocking += contentOf(task.path() / "status").find("\t0000000008004a06\n") != std::string::npos;
   EXPECT_EQ(blocking, 2) << "the console and the core leave the signals to their own thread";
   EXPECT_EQ(demo.Stop(), 0);
 }

@@ -11,15 +11,8 @@ constexpr const char* kEntry = "To select the layout type";
 constexpr const char* kFooter =
     "<Up/Down> Select  <Space> Toggle Selected   <Enter> OK  <Esc> Cancel";
 
-void toEntry(Demo& demo) {
-  logIn(demo);
-  demo.Press("Down", 6);
-}
-
-void toLabel(Demo& demo) {
-  openLogin(demo);
-  demo.Press("Up");
-}
+const Lines kToEntry = kLogIn + Lines(6, "Down");
+const Lines kToLabel = {"F2", "wait:Authentication Required", "Up"};
 
 Json layouts(const char* current, int count) {
   Json names = Json::array();
@@ -40,40 +33,40 @@ TEST(Keyboard, AppliesTheMarkedLayoutAndTellsWhatTheHostRefused) {
   const Lines us = changedTo("English (US)"), uk = changedTo("English (UK)");
   const char* label = "Configured Keyboard (English (UK))";
   const struct {
-    void (*reach)(Demo&);
+    Lines way;
     Json changes;
     Lines steps, lines;
     const char* shows;
   } cases[] = {
-      {toEntry, any, {mark, "F2", "Tab", "Down", "Up"}, {}, "(o) English (US)"},
-      {toEntry, any, {"Down", mark, "Up", mark}, {}, "( ) Finnish"},
-      {toEntry, any, {"Down", mark}, {}, kFooter},
-      {toEntry, any, {"Enter"}, us, "  English (US)  "},
-      {toEntry, any, {"Down", "Enter"}, us, kEntry},
-      {toEntry, any, {"Down", mark, "Enter"}, changedTo("Finnish"), "   Finnish  "},
-      {toEntry, any, {"Down", mark, "Esc"}, {}, "  English (US)  "},
-      {toEntry, none, {"Down", "Enter"}, {}, "  a (b)  "},
-      {toEntry, none, {"Down", mark, "Enter"}, changedTo("map-101"), "   map-101  "},
-      {toEntry, empty, {"Down", mark, "Enter"}, {}, kEntry},
-      {toEntry, twins, {}, {}, "( ) twin"},
-      {toEntry, any, {"type:\n\033"}, us, "  English (US)  "},
-      {toLabel, any, {"type:\n\033\033"}, us, "Keyboard (English (US))"},
-      {toEntry, layouts("map-111", 60), {"Down", "Down"}, {}, "( ) map-113"},
-      {toEntry, layouts("map-159", 60), {"Down"}, {}, "(o) map-159"},
-      {toLabel, any, {"Up", mark, "Enter"}, uk, label},
-      {toLabel, layouts("Polish", 9), {"Esc"}, {}, "Configured Keyboard (Polish)"},
-      {toEntry, fault("GetKeyboardLayouts"), {}, {told}, "Operation Failed"},
-      {toEntry, fault("GetKeyboardLayout"), {"Enter"}, {told}, kEntry},
-      {toEntry, fault("LoadKeyboardMappings"), {"Enter"}, {told}, "no (answer)"},
-      {toEntry, fault("SetKeyboardLayout"), {"Enter", "Enter"}, {us[0], told}, kEntry},
-      {toLabel, fault("GetKeyboardLayouts"), {"Enter"}, {told}, "Keyboard (English (US))"},
-      {toLabel, fault("GetKeyboardLayout"), {"Enter"}, {told}, "Keyboard ()"},
-      {toLabel, fault("SetKeyboardLayout"), {"Enter"}, {us[0], told}, "no (answer)"},
+      {kToEntry, any, {mark, "F2", "Tab", "Down", "Up"}, {}, "(o) English (US)"},
+      {kToEntry, any, {"Down", mark, "Up", mark}, {}, "( ) Finnish"},
+      {kToEntry, any, {"Down", mark}, {}, kFooter},
+      {kToEntry, any, {"Enter"}, us, "  English (US)  "},
+      {kToEntry, any, {"Down", "Enter"}, us, kEntry},
+      {kToEntry, any, {"Down", mark, "Enter"}, changedTo("Finnish"), "   Finnish  "},
+      {kToEntry, any, {"Down", mark, "Esc"}, {}, "  English (US)  "},
+      {kToEntry, none, {"Down", "Enter"}, {}, "  a (b)  "},
+      {kToEntry, none, {"Down", mark, "Enter"}, changedTo("map-101"), "   map-101  "},
+      {kToEntry, empty, {"Down", mark, "Enter"}, {}, kEntry},
+      {kToEntry, twins, {}, {}, "( ) twin"},
+      {kToEntry, any, {"type:\n\033"}, us, "  English (US)  "},
+      {kToLabel, any, {"type:\n\033\033"}, us, "Keyboard (English (US))"},
+      {kToEntry, layouts("map-111", 60), {"Down", "Down"}, {}, "( ) map-113"},
+      {kToEntry, layouts("map-159", 60), {"Down"}, {}, "(o) map-159"},
+      {kToLabel, any, {"Up", mark, "Enter"}, uk, label},
+      {kToLabel, layouts("Polish", 9), {"Esc"}, {}, "Configured Keyboard (Polish)"},
+      {kToEntry, fault("GetKeyboardLayouts"), {}, {told}, "Operation Failed"},
+      {kToEntry, fault("GetKeyboardLayout"), {"Enter"}, {told}, kEntry},
+      {kToEntry, fault("LoadKeyboardMappings"), {"Enter"}, {told}, "no (answer)"},
+      {kToEntry, fault("SetKeyboardLayout"), {"Enter", "Enter"}, {us[0], told}, kEntry},
+      {kToLabel, fault("GetKeyboardLayouts"), {"Enter"}, {told}, "Keyboard (English (US))"},
+      {kToLabel, fault("GetKeyboardLayout"), {"Enter"}, {told}, "Keyboard ()"},
+      {kToLabel, fault("SetKeyboardLayout"), {"Enter"}, {us[0], told}, "no (answer)"},
   };
-  for (const auto& [reach, changes, steps, lines, shows] : cases) {
+  for (const auto& [way, changes, steps, lines, shows] : cases) {
     SCOPED_TRACE(changes.dump() + shows);
     Demo demo({}, {.term = "xterm", .environment = kQuickEscape.environment});
-    reach(demo);
+    demo.Do(way);
     demo.host.Change(changes);
     demo.NewLines();
     demo.Press("Enter");

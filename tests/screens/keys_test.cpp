@@ -79,26 +79,21 @@ TEST(Keys, AKeyBehindEscapeIsNotLostAndKeypadEnterIsEnter) {
   EXPECT_TRUE(demo.Look().Shows("Old Password:"));
 }
 
-std::string repeated(std::string_view text) {
-  std::string all;
-  for (int i = 0; i < 5000; ++i) all += text;
-  return all;
-}
-
 TEST(Keys, AFloodOfKeysAndALongPaste) {
+  constexpr int kFlood = 5000;
   Demo demo({}, kQuickEscape);
-  demo.Type(repeated("\033[A\033[B"));
+  demo.Type(repeated("\033[A\033[B", kFlood));
   openLogin(demo);
-  demo.Type(repeated("{ip}\xc3\xa4"));
+  demo.Type(repeated("{ip}\xc3\xa4", kFlood));
   EXPECT_TRUE(demo.StaysIdle());
   demo.Do({"Home", "Enter"});
-  demo.Type(repeated("pass {"));
+  demo.Type(repeated("pass {", kFlood));
   demo.Do({"Enter", "wait:Authentication failed"});
-  demo.Type(repeated("x \033[B"));
+  demo.Type(repeated("x \033[B", kFlood));
   EXPECT_TRUE(demo.Look().Shows("Authentication failed"));
   demo.Do({"Enter", "Esc", "gone:Authentication Required"});
   logIn(demo);
-  demo.Type(repeated("\033[B\033[B\033[A\n"));
+  demo.Type(repeated("\033[B\033[B\033[A\n", kFlood));
   EXPECT_FALSE(demo.Look().Shows(kWelcome)) << "nobody has logged out";
   EXPECT_TRUE(demo.StaysIdle());
   EXPECT_EQ(demo.Stop(), 0);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include <array>
 #include <filesystem>
 
 #include "harness/demo.h"
@@ -10,10 +11,7 @@ using namespace Harness;
 namespace {
 
 TEST(Login, TellsEveryRefusalAndLeavesItsRecords) {
-  const struct {
-    std::string user;
-    const char *message, *line, *reason, *event;
-  } attempts[] = {
+  const std::array<std::string, 5> attempts[] = {
       {"root", "Invalid login or password.", "Authentication of user root failed", "Invalid Login",
        "Authentication of user root failed"},
       {"operator", "User does not have permission to login to KIVA.",
@@ -28,11 +26,10 @@ TEST(Login, TellsEveryRefusalAndLeavesItsRecords) {
     demo.Press("Backspace", 10);
     demo.Do({"type:" + user, "Enter", "type:" + user, "Enter", "wait:Authentication failed"});
     EXPECT_FALSE(demo.WaitFor(message).cursorVisible);
-    EXPECT_EQ(demo.NewLines(),
-              (Lines{std::string("log.auth.err\t") + line,
-                     "audit\tlogin.connect " + user + " 0 reason=" + reason,
-                     "log.info\tInitializing evbuser library",
-                     std::string("event\t@&!*@*@(evb.user.kiva.login.failed)") + event}));
+    EXPECT_EQ(demo.NewLines(), (Lines{"log.auth.err\t" + line,
+                                      "audit\tlogin.connect " + user + " 0 reason=" + reason,
+                                      "log.info\tInitializing evbuser library",
+                                      "event\t@&!*@*@(evb.user.kiva.login.failed)" + event}));
     demo.Press("Esc");
     EXPECT_TRUE(demo.Look().Shows(message)) << "Escape closes no message";
     demo.Press("Enter");

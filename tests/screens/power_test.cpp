@@ -17,21 +17,17 @@ const std::string kAutostop = "run\t/bin/hmx-cmd hmx-cmd -U root hostsvc/autosta
 const std::string kReset = kSh + "/sbin/firmwareConfig.py --reset-only > /dev/null 2>&1";
 
 struct Operation {
-  void (*open)(Demo&);
+  Lines way;
   std::string event, message;
 };
-const Operation kOff = {[](Demo& demo) {
-                          demo.Do({"F12", "Enter", "type:demo", "Enter"});
-                          demo.WaitFor("[ ] Forcefully terminate running VMs, if any ...");
-                        },
-                        "shutdown.host", "Shutting down host"};
-const Operation kRestart = {kOff.open, "reboot.host", "Rebooting host"};
-const Operation kRestore = {[](Demo& demo) {
-                              logIn(demo);
-                              demo.Press("Down", 12);
-                              demo.Do({"Enter", "wait:Reset System Configuration now?"});
-                            },
-                            "restore.factory.defaults", "Restoring factory defaults"};
+const Operation kOff = {
+    {"F12", "Enter", "type:demo", "Enter", "wait:[ ] Forcefully terminate running VMs, if any ..."},
+    "shutdown.host",
+    "Shutting down host"};
+const Operation kRestart = {kOff.way, "reboot.host", "Rebooting host"};
+const Operation kRestore = {
+    kLogIn + Lines(12, "Down") + Lines{"Enter", "wait:Reset System Configuration now?"},
+    "restore.factory.defaults", "Restoring factory defaults"};
 
 /// A host that never goes down: what shuts it down fails, and what restarts it does nothing.
 Json lastingHost(const Json& tools = Json::object()) {
@@ -84,7 +80,7 @@ TEST(Power, DoesWhatTheKeysSayAndNothingElse) {
   for (const auto& [operation, tools, steps, lines, shows] : cases) {
     SCOPED_TRACE(tools.dump() + steps[0]);
     Demo demo(lastingHost(tools), kQuickEscape);
-    operation.open(demo);
+    demo.Do(operation.way);
     demo.NewLines();
     demo.Do(steps);
     const Screen screen = demo.WaitFor(shows[0]);
@@ -103,7 +99,7 @@ TEST(Power, TheLastWaitDoesNothingButEnd) {
   constexpr int kAskedBefore = 0;
   for (const int cause : {SIGUSR2, SIGWINCH, kHangUp, kAskedBefore}) {
     Demo demo(lastingHost());
-    kRestore.open(demo);
+    demo.Do(kRestore.way);
     if (cause == kAskedBefore) demo.Signal(SIGUSR2);
     demo.Do({"F11", std::string("wait:") + kRestored});
     demo.Send("\n");
@@ -120,7 +116,7 @@ TEST(Power, TheLastWaitDoesNothingButEnd) {
 TEST(Power, TheSampleHostTakesTheConsoleDownWithIt) {
   for (const Operation* operation : {&kOff, &kRestore}) {
     Demo demo;
-    operation->open(demo);
+    demo.Do(operation->way);
     demo.Press(operation == &kOff ? "F2" : "F11");
     demo.Send("\n");
     EXPECT_EQ(demo.WaitForExit(), 0);

@@ -102,9 +102,7 @@ class Walk {
     Send(keyBytes(OneOf({"F2", "F2", "F2", "F12"})), 1);
     Send(std::string("\t") + OneOf({"demo", "demo", "4711", "wrong"}) + "\r", 6);
     const int entry = Below(14);
-    std::string keys;
-    for (int i = 0; i < entry; ++i) keys += keyBytes("Down");
-    Send(keys + static_cast<char>('0' + Below(10)), entry + 1);
+    Send(repeated(keyBytes("Down"), entry) + static_cast<char>('0' + Below(10)), entry + 1);
   }
 
   void ChangeHost() {

@@ -142,10 +142,9 @@ TEST(Start, GoesOnWithoutOutput) {
 }
 
 TEST(Start, WritesThePidFileUnlessItNamesALiveProcess) {
-  const std::string live = std::to_string(getpid()) + "\n";
+  const std::string live = std::to_string(getpid()) + "\n", endless(100, '9');
   for (const std::string& content :
-       {std::string("none"), std::string("4194304999"), std::string("abc"), std::string(),
-        std::string("-1"), std::string("0"), std::string(100, '9'), live}) {
+       Lines{"none", "4194304999", "abc", "", "-1", "0", endless, live}) {
     SCOPED_TRACE(content);
     const bool kept = content == live;
     DemoHost host;

@@ -43,7 +43,7 @@ const std::pair<const char*, Lines> kPlaces[] = {
     {"welcome", {}},
     {"login", {"F2", "wait:Authentication Required"}},
     {"message", {"F2", "Enter", "Enter", "wait:Authentication failed"}},
-    {"menu", {"F2", "Enter", "type:demo", "Enter", "wait:System Customization"}}};
+    {"menu", kLogIn}};
 
 TEST(Time, DimsAfterAMinuteAndWakesAsItWas) {
   for (const auto& [name, way] : kPlaces) {
