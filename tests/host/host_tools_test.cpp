@@ -143,18 +143,6 @@ TEST_F(HostToolsTest, BooleanQueries) {
   }
 }
 
-TEST_F(HostToolsTest, Events) {
-  using namespace Kiva;
-  PostAuditEvent("evb.user.kiva.reboot.host", "Rebooting host");
-  platform->eventStatus = 7;
-  PostAuditEvent("evb.user.kiva.reboot.host", "Rebooting host");
-  EXPECT_EQ(platform->Lines(),
-            (Lines{"log.6 Initializing evbuser library",
-                   "event @&!*@*@(evb.user.kiva.reboot.host)Rebooting host", "event closed",
-                   "log.6 Initializing evbuser library",
-                   "log.3 Unable to initialize evbuser library from KIVA. Error code: 7"}));
-}
-
 TEST_F(HostToolsTest, ShellsAreSwitchedWhateverTheToolsAnswer) {
   using namespace Kiva;
   using enum ServiceSwitch;

@@ -109,15 +109,6 @@ TEST(InputEditor, TakesPrintableKeysOnly) {
   }
 }
 
-TEST(InputEditor, MasksPasswords) {
-  InputEditor editor("Password:", 8, Masking::kStars);
-  for (const char character : std::string("s3cr{et}")) editor.Key(character);
-  EXPECT_EQ(editor.Line(30, true),
-            "Password:         [ {bgcolor:black}{color:white}********{/color}{/bgcolor} ]");
-  for (int i = 0; i < 1000; ++i) editor.Key('x');
-  EXPECT_EQ(editor.Value(), "s3cr{et}" + std::string(1000, 'x'));
-}
-
 struct NoDetails {
   NoDetails(Frame&, int);
 };
