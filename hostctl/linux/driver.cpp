@@ -46,8 +46,12 @@ std::vector<HostSeam::KernelNic> LinuxDriver::ReadKernelNics() {
   return nics;
 }
 
-std::vector<HostCtl::Network::Pnic> LinuxDriver::ReadPnics() {
+std::vector<HostCtl::Network::PnicRecord> LinuxDriver::ReadPnics() {
   return readPnics(files_);
+}
+
+std::vector<HostSeam::SwitchRecord> LinuxDriver::ReadSwitches() {
+  return {};
 }
 
 bool LinuxDriver::ReadIpv6Enabled() {

@@ -3,6 +3,7 @@
 
 #include "hostseam/driver.h"
 #include "linux/files.h"
+#include "linux/network_writer.h"
 #include "linux/networkd_reporter.h"
 #include "linux/settings.h"
 #include "linux/smart_cards.h"
@@ -23,7 +24,8 @@ class LinuxDriver : public HostSeam::Driver {
   std::string ReadModuleVersion(const std::string& module) override;
 
   std::vector<HostSeam::KernelNic> ReadKernelNics() override;
-  std::vector<HostCtl::Network::Pnic> ReadPnics() override;
+  std::vector<HostCtl::Network::PnicRecord> ReadPnics() override;
+  std::vector<HostSeam::SwitchRecord> ReadSwitches() override;
   bool ReadIpv6Enabled() override;
   HostSeam::DnsRecord ReadDns() override;
   HostSeam::RoutingRecord ReadRouting() override;
@@ -37,6 +39,7 @@ class LinuxDriver : public HostSeam::Driver {
   std::vector<HostCtl::Authentication::SmartCardSlot> ReadSmartCardSlots() override;
   bool ReadFeature(HostCtl::System::Feature feature) override;
 
+  HostSeam::NetworkWriter& Network() override { return network_; }
   void WriteOption(const std::string& path, const HostCtl::Adv::OptionValue& value) override;
   void WriteFirewallRuleset(const std::string& id, bool enabled) override;
   void LoadKeyboardMappings(const std::string& layout) override;
@@ -46,6 +49,7 @@ class LinuxDriver : public HostSeam::Driver {
 
  private:
   Files files_;
+  LinuxNetworkWriter network_{files_};
   NetworkdReporter networkd_;
   SmartCards smartCards_;
 };

@@ -78,26 +78,24 @@ void setIpv6Networks(IpConfig& config, std::vector<Ipv6Network> networks) {
     return std::any_of(networks.begin(), networks.end(),
                        [&](const Ipv6Network& network) { return network.type == type; });
   };
-  config.SetIpv6UseDhcp(any(AddressType::Dhcp));
-  config.SetIpv6UseRouterAdvertisement(any(AddressType::Autoconf));
+  config.SetUseIpv6Dhcp(any(AddressType::Dhcp));
+  config.SetUseIpv6RouterAdvertised(any(AddressType::Autoconf));
   config.SetIpv6Networks(std::move(networks));
 }
 
 void setIpv4Dhcp(IpConfig& config, bool dhcp) {
-  config.SetIpv4UseDhcp(dhcp);
-  config.SetDnsFromDhcp(dhcp);
+  config.SetUseDhcp(dhcp);
+  config.SetDhcpDns(dhcp);
 }
 
 IpConfig runningConfig(const NetworkTables& tables, const LinkRow& link) {
   IpConfig config;
   if (const AddressRow* row = mainIpv4Address(tables.addresses, link.index)) {
-    config.SetIpv4UseNone(false);
     config.SetIpv4Address(std::get<Ipv4Address>(row->address));
     config.SetIpv4Netmask(Ipv4Address::FromPrefix(row->prefix));
     config.SetIpv4Gateway(gatewayOf<Ipv4Address>(tables.defaultRoutes, link.index));
     setIpv4Dhcp(config, row->lifetime != kForever);
   } else if (link.asksForDhcpv4) {
-    config.SetIpv4UseNone(false);
     setIpv4Dhcp(config, true);
   }
   setIpv6Networks(config, ipv6Networks(tables.addresses, link.index));

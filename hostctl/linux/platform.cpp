@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "linux/platform.h"
 
+#include <netdb.h>
 #include <sys/stat.h>
 #include <syslog.h>
 #include <unistd.h>
@@ -24,6 +25,17 @@ std::string quoted(const std::string& value) {
 }
 
 }  // namespace
+
+bool LinuxPlatform::ResolveName(const std::string& name) {
+  addrinfo hints{};
+  hints.ai_flags = AI_CANONNAME | AI_ADDRCONFIG;
+  hints.ai_family = AF_UNSPEC;
+  addrinfo* found = nullptr;
+  if (getaddrinfo(name.c_str(), nullptr, &hints, &found) != 0) return false;
+  const bool any = found != nullptr;
+  freeaddrinfo(found);
+  return any;
+}
 
 void LinuxPlatform::OpenLog() {
   openlog("KIVA", LOG_PID, LOG_USER);

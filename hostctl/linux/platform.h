@@ -17,6 +17,7 @@ namespace HostLinux {
 class LinuxPlatform : public HostCtl::Lib::Platform {
  public:
   std::string HostPath(std::string_view path) const override { return std::string(path); }
+  bool ResolveName(const std::string& name) override;
   HostCtl::Lib::Program ChildProgram(const HostCtl::Lib::Program& program) override {
     return program;
   }

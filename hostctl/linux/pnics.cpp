@@ -9,7 +9,7 @@ namespace HostLinux {
 
 using HostCtl::Network::ConnecteeType;
 using HostCtl::Network::ConnectionPoint;
-using HostCtl::Network::Pnic;
+using HostCtl::Network::PnicRecord;
 
 namespace {
 
@@ -32,8 +32,8 @@ int speed(const Files& files, const std::string& name) {
   return static_cast<int>(std::clamp<std::int64_t>(megabits, 0, 10'000'000));
 }
 
-Pnic readPnic(const Files& files, const std::string& name) {
-  Pnic pnic;
+PnicRecord readPnic(const Files& files, const std::string& name) {
+  PnicRecord pnic;
   pnic.driver = files.LinkName(kClass + name + "/device/driver");
   pnic.description = description(files, name, pnic.driver);
   pnic.macAddress = files.ReadLine(kClass + name + "/address");
@@ -45,8 +45,8 @@ Pnic readPnic(const Files& files, const std::string& name) {
 
 }  // namespace
 
-std::vector<Pnic> readPnics(const Files& files) {
-  std::vector<Pnic> pnics;
+std::vector<PnicRecord> readPnics(const Files& files) {
+  std::vector<PnicRecord> pnics;
   for (const auto& name : files.List("/sys/class/net")) {
     if (!files.Exists(kClass + name + "/device")) continue;
     pnics.push_back(readPnic(files, name));

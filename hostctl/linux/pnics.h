@@ -11,7 +11,7 @@ namespace HostLinux {
 /// The physical NICs: the network interfaces that hang on a device, named pnic0, pnic1, … in the
 /// order of the kernel's own names, which their descriptions begin with. A NIC without a link has
 /// speed 0; its switch is the bridge that it is a port of.
-std::vector<HostCtl::Network::Pnic> readPnics(const Files& files);
+std::vector<HostCtl::Network::PnicRecord> readPnics(const Files& files);
 
 /// What the kernel interface `name` is connected to: "tarn0" to the management port group of the
 /// standard switch, a port of an Open vSwitch bridge to a distributed switch, all others to

@@ -65,7 +65,7 @@ struct HostState {
   std::map<std::string, std::string> modules;
 
   bool ipv6Enabled = false;
-  std::vector<HostCtl::Network::Pnic> pnics;
+  std::vector<HostCtl::Network::PnicRecord> pnics;
   std::vector<StandardSwitch> switches;
   std::vector<HostSeam::KernelNic> kernelNics;
   HostSeam::DnsRecord dns;

@@ -53,15 +53,14 @@ IpConfig readIpConfig(const JsonNode& node) {
   const JsonNode ipv6 = node["ipv6"];
   const Ipv4Mode mode = readChoice(ipv4["mode"], kIpv4Modes);
   IpConfig config;
-  config.SetIpv4UseNone(mode == Ipv4Mode::None);
-  config.SetIpv4UseDhcp(mode == Ipv4Mode::Dhcp);
+  config.SetUseDhcp(mode == Ipv4Mode::Dhcp, mode == Ipv4Mode::None);
   config.SetIpv4Address(readOptionalIpv4(ipv4, "address", mode));
   config.SetIpv4Netmask(readOptionalIpv4(ipv4, "netmask", mode));
   config.SetIpv4Gateway(readOptionalIpv4(ipv4, "gateway", Ipv4Mode::Dhcp));
-  config.SetIpv6UseDhcp(ipv6["dhcp"].Flag());
-  config.SetIpv6UseRouterAdvertisement(ipv6["routerAdvertisement"].Flag());
+  config.SetUseIpv6Dhcp(ipv6["dhcp"].Flag());
+  config.SetUseIpv6RouterAdvertised(ipv6["routerAdvertisement"].Flag());
   config.SetIpv6Networks(readList(ipv6["networks"], readIpv6Network));
-  config.SetDnsFromDhcp(node["dnsFromDhcp"].Flag());
+  config.SetDhcpDns(node["dnsFromDhcp"].Flag());
   return config;
 }
 
@@ -75,7 +74,7 @@ HostSeam::KernelNic readKernelNic(const JsonNode& node) {
           readIpConfig(node["running"]), readConnection(node["connection"])};
 }
 
-Pnic readPnic(const JsonNode& node) {
+PnicRecord readPnic(const JsonNode& node) {
   return {node["name"].Text(),
           node["description"].Text(),
           node["driver"].Text(),
@@ -94,7 +93,7 @@ StandardSwitch readSwitch(const JsonNode& node) {
           readList(node["portGroups"], readPortGroup)};
 }
 
-std::string switchOf(const Pnic& pnic, const std::vector<StandardSwitch>& switches) {
+std::string switchOf(const PnicRecord& pnic, const std::vector<StandardSwitch>& switches) {
   for (const StandardSwitch& one : switches)
     if (std::count(one.uplinks.begin(), one.uplinks.end(), pnic.name) > 0) return one.name;
   return {};
@@ -116,7 +115,7 @@ void readNetworkState(const JsonNode& network, HostState& state) {
   const JsonNode routing = network["routing"];
   state.routing = {readAddress<Ipv4Address>(routing["ipv4Gateway"]),
                    readAddress<Ipv6Address>(routing["ipv6Gateway"])};
-  for (Pnic& pnic : state.pnics) pnic.switchName = switchOf(pnic, state.switches);
+  for (PnicRecord& pnic : state.pnics) pnic.switchName = switchOf(pnic, state.switches);
 }
 
 }  // namespace HostSample

@@ -3,6 +3,7 @@
 
 #include "hostseam/driver.h"
 #include "sample/journal.h"
+#include "sample/network_writer.h"
 #include "sample/store.h"
 
 namespace HostSample {
@@ -15,6 +16,7 @@ class SampleDriver : public HostSeam::Driver {
   SampleDriver(Store& store, const Journal& journal) : store_(store), journal_(journal) {}
 
   void Enter(std::string_view operation) override;
+  void Note(const std::string& call) override { journal_.Append("hostctl", call); }
 
   HostCtl::System::VersionRecord ReadVersion() override { return store_.Get(&HostState::version); }
   HostCtl::System::HardwareRecord ReadHardware() override {
@@ -30,7 +32,10 @@ class SampleDriver : public HostSeam::Driver {
   std::vector<HostSeam::KernelNic> ReadKernelNics() override {
     return store_.Get(&HostState::kernelNics);
   }
-  std::vector<HostCtl::Network::Pnic> ReadPnics() override { return store_.Get(&HostState::pnics); }
+  std::vector<HostCtl::Network::PnicRecord> ReadPnics() override {
+    return store_.Get(&HostState::pnics);
+  }
+  std::vector<HostSeam::SwitchRecord> ReadSwitches() override;
   bool ReadIpv6Enabled() override { return store_.Get(&HostState::ipv6Enabled); }
   HostSeam::DnsRecord ReadDns() override { return store_.Get(&HostState::dns); }
   HostSeam::RoutingRecord ReadRouting() override { return store_.Get(&HostState::routing); }
@@ -46,6 +51,7 @@ class SampleDriver : public HostSeam::Driver {
   std::vector<HostCtl::Authentication::SmartCardSlot> ReadSmartCardSlots() override;
   bool ReadFeature(HostCtl::System::Feature feature) override;
 
+  HostSeam::NetworkWriter& Network() override { return network_; }
   void WriteOption(const std::string& path, const HostCtl::Adv::OptionValue& value) override;
   void WriteFirewallRuleset(const std::string& id, bool enabled) override;
   void LoadKeyboardMappings(const std::string& layout) override;
@@ -56,6 +62,7 @@ class SampleDriver : public HostSeam::Driver {
  private:
   Store& store_;
   const Journal& journal_;
+  SampleNetworkWriter network_{store_};
 };
 
 }  // namespace HostSample

@@ -20,6 +20,10 @@ std::string SamplePlatform::HostPath(std::string_view path) const {
   return (directory_ / "root").string().append(path);
 }
 
+bool SamplePlatform::ResolveName(const std::string&) {
+  return false;
+}
+
 Program SamplePlatform::ChildProgram(const Program& program) {
   journal_.Append("run", runText(program));
   const std::string name = "kiva-demo-tools";

@@ -20,6 +20,7 @@ class SamplePlatform : public HostCtl::Lib::Platform {
   const Journal& GetJournal() const { return journal_; }
 
   std::string HostPath(std::string_view path) const override;
+  bool ResolveName(const std::string& name) override;
   HostCtl::Lib::Program ChildProgram(const HostCtl::Lib::Program& program) override;
   HostCtl::Lib::Program TerminalProgram(const HostCtl::Lib::Program& program) override;
   void OpenLog() override {}

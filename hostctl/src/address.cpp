@@ -3,7 +3,36 @@
 
 #include <arpa/inet.h>
 
+#include <algorithm>
+#include <bit>
+#include <charconv>
+#include <string_view>
+
 namespace HostCtl::Network {
+
+namespace {
+
+constexpr std::size_t kLongestZone = 15;
+
+// What an interface may be called and an operator can type.
+bool isZone(std::string_view text) {
+  constexpr std::string_view kMarks = "-_.:@";
+  const auto fits = [&](char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+           kMarks.find(c) != kMarks.npos;
+  };
+  return !text.empty() && text.size() <= kLongestZone &&
+         std::all_of(text.begin(), text.end(), fits);
+}
+
+std::optional<int> parsePrefix(std::string_view text) {
+  int value = 0;
+  const auto [end, error] = std::from_chars(text.begin(), text.end(), value);
+  const bool whole = error == std::errc() && end == text.end() && text[0] != '-';
+  return whole && value >= 1 && value <= 128 ? std::optional(value) : std::nullopt;
+}
+
+}  // namespace
 
 std::optional<Ipv4Address> Ipv4Address::FromString(const std::string& text) {
   in_addr raw{};
@@ -11,8 +40,16 @@ std::optional<Ipv4Address> Ipv4Address::FromString(const std::string& text) {
   return Ipv4Address(ntohl(raw.s_addr));
 }
 
+bool Ipv4Address::IsValidNetmask(Ipv4Address mask) {
+  return !mask.IsEmpty() && mask == FromPrefix(mask.GetPrefix());
+}
+
 Ipv4Address Ipv4Address::FromPrefix(int bits) {
   return Ipv4Address(bits <= 0 ? 0 : ~std::uint32_t{0} << (32 - bits));
+}
+
+int Ipv4Address::GetPrefix() const {
+  return std::countl_one(value_);
 }
 
 std::string Ipv4Address::GetStringAddress() const {
@@ -22,9 +59,12 @@ std::string Ipv4Address::GetStringAddress() const {
 }
 
 std::optional<Ipv6Address> Ipv6Address::FromString(const std::string& text) {
+  const auto percent = text.find('%');
+  const std::string zone = percent == text.npos ? "" : text.substr(percent + 1);
+  if (percent != text.npos && !isZone(zone)) return std::nullopt;
   Bytes bytes;
-  if (inet_pton(AF_INET6, text.c_str(), bytes.data()) != 1) return std::nullopt;
-  return Ipv6Address(bytes);
+  if (inet_pton(AF_INET6, text.substr(0, percent).c_str(), bytes.data()) != 1) return std::nullopt;
+  return Ipv6Address(bytes, zone);
 }
 
 std::string Ipv6Address::GetStringAddress() const {
@@ -32,8 +72,26 @@ std::string Ipv6Address::GetStringAddress() const {
   return inet_ntop(AF_INET6, bytes_.data(), text, sizeof text);
 }
 
+std::string Ipv6Address::GetScopedAddress() const {
+  return zone_.empty() ? GetStringAddress() : GetStringAddress() + "%" + zone_;
+}
+
+std::optional<Ipv6Network> Ipv6Network::FromString(const std::string& text) {
+  const auto slash = text.find('/');
+  if (slash == text.npos || slash + 1 == text.size()) return std::nullopt;
+  const auto address = Ipv6Address::FromString(text.substr(0, slash));
+  const auto prefix = parsePrefix(std::string_view(text).substr(slash + 1));
+  if (!address || !prefix) return std::nullopt;
+  return Ipv6Network{*address, *prefix, AddressType::Static};
+}
+
+std::string Ipv6Network::ToString() const {
+  return address.GetScopedAddress() + "/" + std::to_string(prefix);
+}
+
 std::string toString(const IpAddress& address) {
-  return std::visit([](const auto& one) { return one.GetStringAddress(); }, address);
+  if (const auto* ipv6 = std::get_if<Ipv6Address>(&address)) return ipv6->GetScopedAddress();
+  return std::get<Ipv4Address>(address).GetStringAddress();
 }
 
 std::optional<IpAddress> parseIpAddress(const std::string& text) {

@@ -1,14 +1,19 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "hostctl/network/nic.h"
 
 namespace Kiva {
 
-// The way of windows and dialogs to the interface that carries management traffic. A host that
-// fails an operation is logged here; callers see no host-control exception.
+// The way of windows and dialogs to the interface that carries management traffic, and to the
+// switch that it hangs on. A host that fails an operation is logged here; callers see no
+// host-control exception but one: the port group of an interface that is not on a standard switch
+// is HostCtlException "Unsupported vSwitch type".
 
 /// The management interface as it is now, or null when the host has none or cannot say.
 std::unique_ptr<HostCtl::Network::TarnNic> findManagementInterface();
@@ -16,5 +21,19 @@ std::unique_ptr<HostCtl::Network::TarnNic> findManagementInterface();
 /// True when the management interface is a port of a distributed switch, which the console does not
 /// configure.
 bool isOnDistributedSwitch();
+
+/// The standard or distributed switch that the interface hangs on; empty where that fails.
+std::string getSwitchName(const HostCtl::Network::TarnNic& interface);
+
+/// The port group's own settings. False, and the value as it was, where the host fails.
+bool getVlanId(const HostCtl::Network::TarnNic& interface, std::int16_t& vlanId);
+bool setVlanId(const HostCtl::Network::TarnNic& interface, std::int16_t vlanId);
+bool getMaxActiveUplinks(const HostCtl::Network::TarnNic& interface, int& number);
+/// The active ones, the primary one first.
+bool getUplinks(const HostCtl::Network::TarnNic& interface, std::vector<std::string>& uplinks);
+
+/// Both change the switch and then the port group's teaming.
+bool addUplink(const HostCtl::Network::TarnNic& interface, const std::string& pnic);
+bool removeUplink(const HostCtl::Network::TarnNic& interface, const std::string& pnic);
 
 }  // namespace Kiva

@@ -94,8 +94,7 @@ TEST(SupportPages, KeepTheirHintsInTheLastRow) {
 TEST(NetworkSummary, LeavesTheDescriptionInSight) {
   using namespace HostCtl::Network;
   IpConfig config;
-  config.SetIpv4UseNone(false);
-  config.SetIpv4UseDhcp(true);
+  config.SetUseDhcp(true);
   std::vector<Ipv6Network> networks;
   for (const char* text : {"2001:db8:aaaa:bbbb:cccc:dddd:eeee:1", "2001:db8::2", "2001:db8::3"})
     networks.push_back({*Ipv6Address::FromString(text), 64, AddressType::Static});

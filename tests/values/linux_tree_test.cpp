@@ -87,7 +87,7 @@ TEST_F(LinuxTree, PhysicalNicsAndConnections) {
   Write(net + "br0/carrier", "1\n");
   Link(net + "eth2/master", "../br0");
   Link(net + "vm7/master", "../../ovs-system");
-  const std::vector<HostCtl::Network::Pnic> expected = {
+  const std::vector<HostCtl::Network::PnicRecord> expected = {
       {"pnic0", "eth2 (ixgbe, PCI 8086:10FB)", "ixgbe", "00:11:22:33:44:55", true, 10000, "br0"},
       {"pnic1", "eth10 (ixgbe, PCI 8086:10FB)", "ixgbe", "00:11:22:33:44:55", false, 0, ""}};
   EXPECT_EQ(driver_.ReadPnics(), expected);

@@ -10,33 +10,11 @@
 #include "hostctl/adv/advanced_option.h"
 #include "hostctl/auth/smart_card.h"
 #include "hostctl/lib/platform.h"
-#include "hostctl/network/nic.h"
 #include "hostctl/system/feature_list.h"
 #include "hostctl/system/records.h"
+#include "hostseam/network.h"
 
 namespace HostSeam {
-
-/// One kernel interface as the host reports it.
-struct KernelNic {
-  std::string name;
-  bool setUpByKiva = false;
-  bool carriesDefaultRoute = false;
-  HostCtl::Network::IpConfig configured;
-  HostCtl::Network::IpConfig running;
-  HostCtl::Network::ConnectionPoint connection;
-};
-
-struct DnsRecord {
-  std::string hostname;
-  std::string domain;
-  std::vector<HostCtl::Network::IpAddress> nameServers;
-  std::vector<std::string> searchDomains;
-};
-
-struct RoutingRecord {
-  HostCtl::Network::Ipv4Address ipv4Gateway;
-  HostCtl::Network::Ipv6Address ipv6Gateway;
-};
 
 /// The machine below the host-control library: one implementation a kind of host. Reads answer with
 /// what holds now; what the machine does not know is an empty text, an empty list or nothing, and
@@ -48,6 +26,9 @@ class Driver {
   /// Called first by every operation of the library with its name; a host that rehearses failures
   /// throws here.
   virtual void Enter(std::string_view operation) { static_cast<void>(operation); }
+  /// Told every changing call of the network's part of the library with its arguments, before it is
+  /// carried out or collected; a host that keeps a journal writes it down.
+  virtual void Note(const std::string& call) { static_cast<void>(call); }
 
   virtual HostCtl::System::VersionRecord ReadVersion() = 0;
   virtual HostCtl::System::HardwareRecord ReadHardware() = 0;
@@ -58,7 +39,8 @@ class Driver {
 
   /// In the host's order.
   virtual std::vector<KernelNic> ReadKernelNics() = 0;
-  virtual std::vector<HostCtl::Network::Pnic> ReadPnics() = 0;
+  virtual std::vector<HostCtl::Network::PnicRecord> ReadPnics() = 0;
+  virtual std::vector<SwitchRecord> ReadSwitches() = 0;
   virtual bool ReadIpv6Enabled() = 0;
   virtual DnsRecord ReadDns() = 0;
   virtual RoutingRecord ReadRouting() = 0;
@@ -72,6 +54,8 @@ class Driver {
   virtual bool ReadFeature(HostCtl::System::Feature feature) = 0;
   virtual std::vector<HostCtl::Authentication::SmartCardSlot> ReadSmartCardSlots() = 0;
 
+  /// The way to change the network.
+  virtual NetworkWriter& Network() = 0;
   /// Changes. Each throws HostCtlException with the host as it was.
   virtual void WriteOption(const std::string& path, const HostCtl::Adv::OptionValue& value) = 0;
   virtual void WriteFirewallRuleset(const std::string& id, bool enabled) = 0;

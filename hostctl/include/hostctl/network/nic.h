@@ -18,13 +18,39 @@ struct ConnectionPoint {
   bool operator==(const ConnectionPoint&) const = default;
 };
 
+/// The state of a physical network adapter. Speed is in Mbit/s, 0 when unknown. The MAC address is
+/// the adapter's own, whatever it uses at the moment.
+struct PnicRecord {
+  std::string name;
+  std::string description;
+  std::string driver;
+  std::string macAddress;
+  bool linkUp = false;
+  int speed = 0;
+  std::string switchName;
+  bool operator==(const PnicRecord&) const = default;
+};
+
+/// A physical network adapter, known by its name alone until Refresh reads it. Throws
+/// HostCtlException when the host fails, or has no such adapter.
+class Pnic {
+ public:
+  virtual ~Pnic() = default;
+  virtual void Refresh() = 0;
+  virtual const PnicRecord& GetRecord() const = 0;
+};
+
+/// Which leases a renewal is about.
+enum class LeaseRenewal { Ipv4, Ipv4AndIpv6 };
+
 /// A kernel network interface that carries traffic of the host itself. Whoever asks the network
-/// information for one owns it; its state is the one at that moment until Refresh. Throws
+/// information for one owns it; its state is the one at that moment until Refresh. Changes block
+/// until they are in force, except that nobody waits for a lease. Everything throws
 /// HostCtlException when the host fails it.
 class TarnNic {
  public:
   virtual ~TarnNic() = default;
-  virtual std::string GetName() const = 0;
+  virtual std::string GetInterfaceName() const = 0;
   /// True when the state was read more than a second ago.
   virtual bool IsStale() const = 0;
   /// Reads the state again; an interface that is gone keeps the last one.
@@ -33,18 +59,21 @@ class TarnNic {
   /// The configuration that is in force now, addresses given by others included.
   virtual IpConfig GetIpConfig() const = 0;
   virtual ConnectionPoint GetConnectionPoint() const = 0;
-};
 
-/// A physical network adapter. Speed is in Mbit/s, 0 when unknown.
-struct Pnic {
-  std::string name;
-  std::string description;
-  std::string driver;
-  std::string macAddress;
-  bool linkUp = false;
-  int speed = 0;
-  std::string switchName;
-  bool operator==(const Pnic&) const = default;
+  /// Everything but the gateways, which belong to the routing information. Nothing is touched where
+  /// the host is configured so already.
+  virtual void SetIpConfig(const IpConfig& config) = 0;
+  virtual void RenewLease(LeaseRenewal what) = 0;
+  /// Gives a DHCP lease back; nothing for an interface that has none.
+  virtual void ReleaseLease() = 0;
+  virtual void Disable() = 0;
+  virtual void Enable() = 0;
+  /// ReleaseLease, Disable, Enable.
+  virtual void Restart() = 0;
+  /// The adapter's own MAC address for an interface on a standard switch.
+  virtual void SetMacAddressFromPnic(const Pnic* pnic) = 0;
+  /// The same for an interface of another kind; six numbers ("9e:3e:41:07:21:a8").
+  virtual void SetMacAddress(const std::string& macAddress) = 0;
 };
 
 }  // namespace HostCtl::Network

@@ -16,11 +16,23 @@ class NetworkInfoImpl : public HostCtl::Network::NetworkInfo {
  public:
   void UpdateManagementInterface() override;
   std::unique_ptr<HostCtl::Network::TarnNic> GetManagementInterface() override;
-  std::vector<HostCtl::Network::Pnic> GetPnics() override;
+  std::vector<HostCtl::Network::PnicRecord> GetPnics() override;
   bool IsTarnIpv6Enabled() override;
+  void SetTarnIpv6Enabled(bool enabled) override;
 
  private:
   std::unique_ptr<HostCtl::Network::TarnNic> management_;
+};
+
+/// A physical adapter by its name.
+class PnicImpl : public HostCtl::Network::Pnic {
+ public:
+  explicit PnicImpl(const std::string& name);
+  void Refresh() override;
+  const HostCtl::Network::PnicRecord& GetRecord() const override { return record_; }
+
+ private:
+  HostCtl::Network::PnicRecord record_;
 };
 
 /// Reads once and answers from that until Refresh. Throws for a stack other than the default one.
@@ -33,10 +45,17 @@ class DnsConfigImpl : public HostCtl::Network::DnsConfig {
   std::string GetDomain() override;
   std::vector<HostCtl::Network::IpAddress> GetNameServers() override;
   std::vector<std::string> GetSearchDomains() override;
+  void SetHostname(const std::string& name, bool fromDhcp) override;
+  void SetFqdn(const std::string& host, bool fromDhcp, const std::string& domain) override;
+  void RemoveNameServers() override;
+  void AddUserNameServer(const HostCtl::Network::IpAddress& server) override;
+  void SetSearchDomainsString(const std::string& domains) override;
+  void AddUserSearchDomain(const std::string& domain) override;
+  void SaveConfig() override;
 
  private:
   struct State;
-  const State& Read();
+  State& Read();
   std::unique_ptr<State> state_;
 };
 
@@ -46,6 +65,8 @@ class RoutingInfoImpl : public HostCtl::Network::RoutingInfo {
   explicit RoutingInfoImpl(const std::string& stack);
   HostCtl::Network::Ipv4Address GetTarnDefaultGateway() override;
   HostCtl::Network::Ipv6Address GetTarnIpv6DefaultGateway() override;
+  void SetTarnDefaultGateway(HostCtl::Network::Ipv4Address gateway, bool fromDhcp) override;
+  void SetIpv6TarnDefaultGateway(const HostCtl::Network::Ipv6Address& gateway) override;
 };
 
 }  // namespace TarnCtl::Network

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+#include "linux/network_writer.h"
+
+#include "hostctl/lib/exception.h"
+
+namespace HostLinux {
+
+namespace {
+
+[[noreturn]] void refuse(const char* operation) {
+  throw HostCtl::Lib::HostCtlException(operation, "network", "not possible on this host");
+}
+
+}  // namespace
+
+void LinuxNetworkWriter::WriteIpv6Enabled(bool) {
+  refuse("WriteIpv6Enabled");
+}
+
+void LinuxNetworkWriter::WriteIpConfig(const std::string&, const HostCtl::Network::IpConfig&) {
+  refuse("WriteIpConfig");
+}
+
+void LinuxNetworkWriter::RenewLease(const std::string&, HostCtl::Network::LeaseRenewal) {
+  refuse("RenewLease");
+}
+
+void LinuxNetworkWriter::ReleaseLease(const std::string&) {
+  refuse("ReleaseLease");
+}
+
+void LinuxNetworkWriter::SetNicUp(const std::string&, bool) {
+  refuse("SetNicUp");
+}
+
+void LinuxNetworkWriter::WriteMacAddress(const std::string&, const std::string&) {
+  refuse("WriteMacAddress");
+}
+
+void LinuxNetworkWriter::WriteIpv4Gateway(HostCtl::Network::Ipv4Address) {
+  refuse("WriteIpv4Gateway");
+}
+
+void LinuxNetworkWriter::WriteIpv6Gateway(const HostCtl::Network::Ipv6Address&) {
+  refuse("WriteIpv6Gateway");
+}
+
+void LinuxNetworkWriter::WriteDns(const HostSeam::DnsChange&) {
+  refuse("WriteDns");
+}
+
+void LinuxNetworkWriter::AddUplink(const std::string&, const std::string&) {
+  refuse("AddUplink");
+}
+
+void LinuxNetworkWriter::RemoveUplink(const std::string&, const std::string&) {
+  refuse("RemoveUplink");
+}
+
+void LinuxNetworkWriter::WriteActiveUplinks(const HostSeam::PortGroupName&,
+                                            const std::vector<std::string>&) {
+  refuse("WriteActiveUplinks");
+}
+
+void LinuxNetworkWriter::WriteVlanId(const HostSeam::PortGroupName&, std::int16_t) {
+  refuse("WriteVlanId");
+}
+
+}  // namespace HostLinux
