@@ -106,6 +106,12 @@ std::unique_ptr<TarnNic> findManagementInterface() {
   }
 }
 
+std::unique_ptr<TarnNic> requireManagementInterface() {
+  auto interface = findManagementInterface();
+  if (!interface) logError("Could not get a suitable management interface");
+  return interface;
+}
+
 bool isOnDistributedSwitch() {
   const auto interface = findManagementInterface();
   if (!interface) {

@@ -17,6 +17,8 @@ namespace Kiva {
 
 /// The management interface as it is now, or null when the host has none or cannot say.
 std::unique_ptr<HostCtl::Network::TarnNic> findManagementInterface();
+/// The same for who needs one: that there is none is logged.
+std::unique_ptr<HostCtl::Network::TarnNic> requireManagementInterface();
 
 /// True when the management interface is a port of a distributed switch, which the console does not
 /// configure.

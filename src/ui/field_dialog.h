@@ -4,6 +4,7 @@
 #include <string>
 
 #include "ui/dialog.h"
+#include "ui/footer.h"
 #include "ui/input_item.h"
 #include "ui/item_list.h"
 
@@ -20,6 +21,7 @@ class FieldDialog : public Dialog {
   struct Look {
     TextId title, text;
     int width, height, topHeight;
+    const char* footer = kOkCancelFooter;
   };
   FieldDialog(Frame& owner, const Look& look);
 
@@ -29,12 +31,17 @@ class FieldDialog : public Dialog {
   virtual bool Takes(int key) const = 0;
   /// Acts on what the fields hold; false leaves the dialog open.
   virtual bool Accept() = 0;
+  /// A key for the focused row.
+  virtual void PressKey(int key);
+  /// Tells the operator why Accept refuses a field, which has the focus afterwards; false.
+  bool Refuse(const InputItem& field, TextId title, TextId text);
+  ItemList& Rows() const { return *rows_; }
 
  private:
   void Handle(int key);
 
   const Look look_;
-  ItemList* fields_ = nullptr;
+  ItemList* rows_ = nullptr;
 };
 
 }  // namespace Kiva
