@@ -37,7 +37,7 @@ PnicRecord only(const std::string& name) {
 
 std::string cut(const std::string& text, int columns) {
   constexpr std::string_view kCut = "(...)";
-  if (columnCount(text) <= columns) return text;
+  if (columnCount(text) <= std::max(columns, 0)) return text;
   return std::string(firstColumns(text, columns - columnCount(kCut))).append(kCut);
 }
 
@@ -80,12 +80,10 @@ std::string adapterHeading() {
 
 // One blank at least stands before the status.
 std::string adapterLine(const PnicRecord& pnic) {
-  std::string label = hardwareLabel(pnic);
-  if (!pnic.macAddress.empty()) {
-    const std::string mac = " (" + plainText(pnic.macAddress) + ")";
-    label = cut(label, kLabelColumns - 1 - columnCount(mac)) + mac;
-  }
-  return row(plainText(pnic.name), label, linkStatus(pnic));
+  constexpr int kRoom = kLabelColumns - 1;
+  const std::string mac = pnic.macAddress.empty() ? "" : " (" + plainText(pnic.macAddress) + ")";
+  const std::string label = cut(hardwareLabel(pnic), kRoom - columnCount(mac)) + mac;
+  return row(plainText(pnic.name), std::string(firstColumns(label, kRoom)), linkStatus(pnic));
 }
 
 }  // namespace Kiva
