@@ -28,7 +28,6 @@ DNSConfigurationDialog::DNSConfigurationDialog(Frame& owner, const PendingNetwor
                            .width = 76,
                            .height = 15,
                            .topHeight = 6}),
-      accepted_{pending.primaryDns, pending.alternateDns, pending.hostname},
       automatic_(AddChoice(TextId::kObtainDnsAutomatically, isAutomatic(pending))),
       manual_(AddChoice(TextId::kUseFollowingDns, !isAutomatic(pending))),
       primary_(AddFieldOf(manual_, Text(TextId::kPrimaryDnsServer), kFieldWidth,
@@ -44,17 +43,21 @@ bool DNSConfigurationDialog::Takes(int key) const {
 }
 
 bool DNSConfigurationDialog::Accept() {
-  if (DnsFromDhcp()) return true;
-  if (!IsValid(primary_) || !IsValid(alternate_)) return false;
-  accepted_ = {parseIpAddress(primary_.Value()), parseIpAddress(alternate_.Value()),
-               hostname_.Value()};
-  return true;
+  return DnsFromDhcp() || (IsValid(primary_) && IsValid(alternate_));
 }
 
 bool DNSConfigurationDialog::IsValid(const InputItem& server) {
   using enum TextId;
   if (server.Value().empty() || parseIpAddress(server.Value())) return true;
   return Refuse(server, kInvalidDnsServerAddress, kReenterDnsServerAddress);
+}
+
+std::optional<IpAddress> DNSConfigurationDialog::PrimaryServer() const {
+  return parseIpAddress(primary_.Value());
+}
+
+std::optional<IpAddress> DNSConfigurationDialog::AlternateServer() const {
+  return parseIpAddress(alternate_.Value());
 }
 
 }  // namespace Kiva

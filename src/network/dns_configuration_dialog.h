@@ -15,21 +15,16 @@ class DNSConfigurationDialog : public ChoiceDialog {
   DNSConfigurationDialog(Frame& owner, const PendingNetwork& pending);
 
   bool DnsFromDhcp() const { return automatic_.IsSelected(); }
-  /// What the operator accepted last; as it was pending where DHCP is to say. Absent: not set.
-  std::optional<HostCtl::Network::IpAddress> PrimaryServer() const { return accepted_.primary; }
-  std::optional<HostCtl::Network::IpAddress> AlternateServer() const { return accepted_.alternate; }
-  std::string Hostname() const { return accepted_.hostname; }
+  /// What the fields hold, which counts only where DHCP is not to say. Absent: not set.
+  std::optional<HostCtl::Network::IpAddress> PrimaryServer() const;
+  std::optional<HostCtl::Network::IpAddress> AlternateServer() const;
+  std::string Hostname() const { return hostname_.Value(); }
 
  private:
-  struct Values {
-    std::optional<HostCtl::Network::IpAddress> primary, alternate;
-    std::string hostname;
-  };
   bool Takes(int key) const override;
   bool Accept() override;
   bool IsValid(const InputItem& server);
 
-  Values accepted_;
   RadioItem& automatic_;
   RadioItem& manual_;
   InputItem& primary_;
