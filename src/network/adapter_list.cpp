@@ -20,6 +20,8 @@ namespace {
 
 constexpr int kNameColumns = 13;
 constexpr int kLabelColumns = 30;
+/// "Disconnected".
+constexpr int kStatusColumns = 12;
 
 std::string cell(int columns, const std::string& text) {
   return "{align:padding:" + std::to_string(columns) + "}" + text + "{/align}";
@@ -38,7 +40,7 @@ PnicRecord only(const std::string& name) {
 std::string cut(const std::string& text, int columns) {
   constexpr std::string_view kCut = "(...)";
   if (columnCount(text) <= columns) return text;
-  return std::string(firstColumns(text, columns - columnCount(kCut))).append(kCut);
+  return std::string(firstColumns(text, std::max(0, columns - columnCount(kCut)))).append(kCut);
 }
 
 }  // namespace
@@ -86,6 +88,18 @@ std::string adapterLine(const PnicRecord& pnic) {
     label = cut(label, kLabelColumns - 1 - columnCount(mac)) + mac;
   }
   return row(plainText(pnic.name), label, linkStatus(pnic));
+}
+
+std::string adapterSummary(const Pnics& pnics, int columns) {
+  int nameColumns = 0;
+  for (const PnicRecord& pnic : pnics)
+    nameColumns = std::max(nameColumns, columnCount(plainText(pnic.name)) + 1);
+  const int labelColumns = std::max(0, columns - nameColumns - kStatusColumns);
+  std::string text;
+  for (const PnicRecord& pnic : pnics)
+    text += (text.empty() ? "" : "\n") + cell(nameColumns, plainText(pnic.name)) +
+            cell(labelColumns, cut(hardwareLabel(pnic), labelColumns - 1)) + linkStatus(pnic);
+  return text;
 }
 
 }  // namespace Kiva
