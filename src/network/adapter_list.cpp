@@ -20,6 +20,8 @@ namespace {
 
 constexpr int kNameColumns = 13;
 constexpr int kLabelColumns = 30;
+/// "Disconnected".
+constexpr int kStatusColumns = 12;
 
 std::string cell(int columns, const std::string& text) {
   return "{align:padding:" + std::to_string(columns) + "}" + text + "{/align}";
@@ -84,6 +86,18 @@ std::string adapterLine(const PnicRecord& pnic) {
   const std::string mac = pnic.macAddress.empty() ? "" : " (" + plainText(pnic.macAddress) + ")";
   const std::string label = cut(hardwareLabel(pnic), kRoom - columnCount(mac)) + mac;
   return row(plainText(pnic.name), std::string(firstColumns(label, kRoom)), linkStatus(pnic));
+}
+
+std::string adapterSummary(const Pnics& pnics, int columns) {
+  int nameColumns = 0;
+  for (const PnicRecord& pnic : pnics)
+    nameColumns = std::max(nameColumns, columnCount(plainText(pnic.name)) + 1);
+  const int labelColumns = std::max(0, columns - nameColumns - kStatusColumns);
+  std::string text;
+  for (const PnicRecord& pnic : pnics)
+    text += (text.empty() ? "" : "\n") + cell(nameColumns, plainText(pnic.name)) +
+            cell(labelColumns, cut(hardwareLabel(pnic), labelColumns - 1)) + linkStatus(pnic);
+  return text;
 }
 
 }  // namespace Kiva

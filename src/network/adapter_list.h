@@ -29,4 +29,7 @@ std::string linkStatus(const HostCtl::Network::PnicRecord& pnic);
 std::string adapterHeading();
 std::string adapterLine(const HostCtl::Network::PnicRecord& pnic);
 
+/// Name, hardware label and link status of each, one a row of `columns`.
+std::string adapterSummary(const Pnics& pnics, int columns);
+
 }  // namespace Kiva
