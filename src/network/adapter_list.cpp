@@ -39,8 +39,8 @@ PnicRecord only(const std::string& name) {
 
 std::string cut(const std::string& text, int columns) {
   constexpr std::string_view kCut = "(...)";
-  if (columnCount(text) <= columns) return text;
-  return std::string(firstColumns(text, std::max(0, columns - columnCount(kCut)))).append(kCut);
+  if (columnCount(text) <= std::max(columns, 0)) return text;
+  return std::string(firstColumns(text, columns - columnCount(kCut))).append(kCut);
 }
 
 }  // namespace
@@ -82,12 +82,10 @@ std::string adapterHeading() {
 
 // One blank at least stands before the status.
 std::string adapterLine(const PnicRecord& pnic) {
-  std::string label = hardwareLabel(pnic);
-  if (!pnic.macAddress.empty()) {
-    const std::string mac = " (" + plainText(pnic.macAddress) + ")";
-    label = cut(label, kLabelColumns - 1 - columnCount(mac)) + mac;
-  }
-  return row(plainText(pnic.name), label, linkStatus(pnic));
+  constexpr int kRoom = kLabelColumns - 1;
+  const std::string mac = pnic.macAddress.empty() ? "" : " (" + plainText(pnic.macAddress) + ")";
+  const std::string label = cut(hardwareLabel(pnic), kRoom - columnCount(mac)) + mac;
+  return row(plainText(pnic.name), std::string(firstColumns(label, kRoom)), linkStatus(pnic));
 }
 
 std::string adapterSummary(const Pnics& pnics, int columns) {

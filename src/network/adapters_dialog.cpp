@@ -31,7 +31,8 @@ AdaptersDialog::AdaptersDialog(Frame& owner, const TarnNic& interface,
       switchName_(getSwitchName(interface)) {
   Window& content = *Content();
   const int width = content.Width();
-  heading_ = &content.Make<TextArea>(Rect{kMarkColumns, 0, width - kMarkColumns, 1}, kParentColor);
+  content.Make<TextArea>(Rect{kMarkColumns, 0, width - kMarkColumns, 1}, kParentColor,
+                         adapterHeading());
   items_ = &content.Make<ItemList>(Rect{0, 1, width, content.Height() - 1});
 }
 
@@ -39,7 +40,6 @@ void AdaptersDialog::LayOut() {
   SetTitle(Text(TextId::kNetworkAdaptersTitle));
   SetText(Text(TextId::kSelectAdapters));
   SetFooter(kDetailsToggleFooter);
-  heading_->SetText(adapterHeading());
   for (std::size_t i = 0; i < pnics_.size(); ++i)
     checks_.push_back(
         &items_->Append(std::make_unique<CheckItem>(adapterLine(pnics_[i]), i < selected_.size())));

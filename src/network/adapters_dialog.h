@@ -34,7 +34,6 @@ class AdaptersDialog : public Dialog {
   const Pnics pnics_;
   /// The management port group's.
   const std::string switchName_;
-  TextArea* heading_ = nullptr;
   ItemList* items_ = nullptr;
   /// One an adapter.
   std::vector<CheckItem*> checks_;

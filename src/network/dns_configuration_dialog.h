@@ -1,44 +1,35 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <array>
 #include <optional>
 #include <string>
 
+#include "network/choice_dialog.h"
 #include "network/pending_network.h"
-#include "ui/dialog.h"
-#include "ui/input_item.h"
-#include "ui/item_list.h"
 
 namespace Kiva {
 
-/// Asks where the name servers and the host's name come from. Result 1 with valid servers, 0 after
-/// Escape.
-class DNSConfigurationDialog : public Dialog {
+/// Asks whether DHCP or the operator names the host and its name servers.
+class DNSConfigurationDialog : public ChoiceDialog {
  public:
   DNSConfigurationDialog(Frame& owner, const PendingNetwork& pending);
-  int Foreground() override;
 
-  bool DnsFromDhcp() const { return automatic_->IsSelected(); }
-  /// What was accepted; absent where a field was left empty.
+  bool DnsFromDhcp() const { return automatic_.IsSelected(); }
+  /// What the fields hold, which counts only where DHCP is not to say. Absent: not set.
   std::optional<HostCtl::Network::IpAddress> PrimaryServer() const;
   std::optional<HostCtl::Network::IpAddress> AlternateServer() const;
-  std::string Hostname() const { return hostname_->Value(); }
+  std::string Hostname() const { return hostname_.Value(); }
 
  private:
-  InputItem& AddField(TextId label, const std::string& value);
-  void Mark(RadioItem& choice);
-  void Handle(int key);
-  void Press(int key);
-  bool Accept();
+  bool Takes(int key) const override;
+  bool Accept() override;
   bool IsValid(const InputItem& server);
 
-  ItemList* items_ = nullptr;
-  RadioItem* automatic_ = nullptr;
-  RadioItem* manual_ = nullptr;
-  InputItem* primary_ = nullptr;
-  InputItem* alternate_ = nullptr;
-  InputItem* hostname_ = nullptr;
+  RadioItem& automatic_;
+  RadioItem& manual_;
+  InputItem& primary_;
+  InputItem& alternate_;
+  InputItem& hostname_;
 };
 
 }  // namespace Kiva

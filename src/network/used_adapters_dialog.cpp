@@ -9,13 +9,13 @@ namespace Kiva {
 
 UsedAdaptersDialog::UsedAdaptersDialog(Frame& owner) : Dialog(owner, 70, 11, 6) {
   Window& content = *Content();
-  question_ = &content.Make<TextArea>(Rect{0, 0, content.Width(), 1}, kParentColor);
+  content.Make<TextArea>(Rect{0, 0, content.Width(), 1}, kParentColor,
+                         Text(TextId::kRemoveAdaptersFromConnections));
 }
 
 int UsedAdaptersDialog::Foreground() {
   SetTitle(Text(TextId::kNetworkAdaptersWarning));
   SetText(Text(TextId::kSelectedAdaptersAreUsed));
-  question_->SetText(Text(TextId::kRemoveAdaptersFromConnections));
   SetFooter(kOkCancelFooter);
   for (;;) {
     const int key = getKey(*this);

@@ -11,9 +11,6 @@ class UsedAdaptersDialog : public Dialog {
  public:
   explicit UsedAdaptersDialog(Frame& owner);
   int Foreground() override;
-
- private:
-  TextArea* question_ = nullptr;
 };
 
 }  // namespace Kiva

@@ -32,8 +32,7 @@ bool VlanDialog::Takes(int key) const {
 
 bool VlanDialog::Accept() {
   const auto vlanId = parseVlanId(field_.Value());
-  if (!vlanId)
-    return showMessage(*this, TextId::kInvalidVlanId, Text(TextId::kReenterVlanId)), false;
+  if (!vlanId) return Refuse(field_, TextId::kInvalidVlanId, TextId::kReenterVlanId);
   if (*vlanId == kAllVlans)
     showMessage(*this, TextId::kWarning, Text(TextId::kYouEnteredVlanId4095));
   vlanId_ = *vlanId;
