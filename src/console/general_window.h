@@ -38,6 +38,7 @@ class GeneralWindow : public MenuWindow<GeneralWindow> {
   void EnterPassword();
   void EnterLockdown();
   void EnterRestartNetwork();
+  void EnterTestNetwork();
   void EnterKeyboard();
   void EnterTroubleshooting();
   void EnterReset();
