@@ -2,6 +2,7 @@
 #include "linux/pnics.h"
 
 #include <algorithm>
+#include <filesystem>
 
 #include "linux/text.h"
 
@@ -32,6 +33,10 @@ int speed(const Files& files, const std::string& name) {
   return static_cast<int>(std::clamp<std::int64_t>(megabits, 0, 10'000'000));
 }
 
+std::string masterOf(const Files& files, const std::string& name) {
+  return std::filesystem::path(files.RealPath(kClass + name + "/master")).filename();
+}
+
 PnicRecord readPnic(const Files& files, const std::string& name) {
   PnicRecord pnic;
   pnic.driver = files.LinkName(kClass + name + "/device/driver");
@@ -39,18 +44,27 @@ PnicRecord readPnic(const Files& files, const std::string& name) {
   pnic.macAddress = files.ReadLine(kClass + name + "/address");
   pnic.linkUp = files.ReadLine(kClass + name + "/carrier") == "1";
   pnic.speed = pnic.linkUp ? speed(files, name) : 0;
-  pnic.switchName = files.LinkName(kClass + name + "/master");
+  pnic.switchName = masterOf(files, name);
   return pnic;
 }
 
 }  // namespace
 
+std::vector<std::string> physicalNics(const Files& files) {
+  auto names = files.List("/sys/class/net");
+  std::erase_if(names, [&](const auto& name) { return !files.Exists(kClass + name + "/device"); });
+  return names;
+}
+
+std::string pnicName(std::size_t index) {
+  return "pnic" + std::to_string(index);
+}
+
 std::vector<PnicRecord> readPnics(const Files& files) {
   std::vector<PnicRecord> pnics;
-  for (const auto& name : files.List("/sys/class/net")) {
-    if (!files.Exists(kClass + name + "/device")) continue;
+  for (const auto& name : physicalNics(files)) {
     pnics.push_back(readPnic(files, name));
-    pnics.back().name = "pnic" + std::to_string(pnics.size() - 1);
+    pnics.back().name = pnicName(pnics.size() - 1);
   }
   return pnics;
 }
@@ -58,8 +72,7 @@ std::vector<PnicRecord> readPnics(const Files& files) {
 ConnectionPoint readConnection(const Files& files, const std::string& name) {
   if (name == kManagementNic)
     return {ConnecteeType::StandardPortGroup, "vSwitch0", "Management Network"};
-  if (files.LinkName(kClass + name + "/master") == "ovs-system")
-    return {ConnecteeType::DistributedPort, {}, {}};
+  if (masterOf(files, name) == "ovs-system") return {ConnecteeType::DistributedPort, {}, {}};
   return {ConnecteeType::Opaque, {}, {}};
 }
 
