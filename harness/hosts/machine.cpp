@@ -23,7 +23,8 @@ constexpr int kNoNamespaces = 77;
 bool enterNamespaces() {
   const uid_t user = geteuid();
   const gid_t group = getegid();
-  const int own = CLONE_NEWNET | CLONE_NEWNS | CLONE_NEWPID | (user == 0 ? 0 : CLONE_NEWUSER);
+  const int own =
+      CLONE_NEWNET | CLONE_NEWNS | CLONE_NEWPID | CLONE_NEWUTS | (user == 0 ? 0 : CLONE_NEWUSER);
   if (unshare(own) != 0) return false;
   if (user != 0) {
     std::ofstream("/proc/self/setgroups") << "deny";

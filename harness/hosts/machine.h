@@ -16,10 +16,11 @@ struct Ended {
 
 Ended ended(const std::string& script);
 
-/// Runs `body` in a child with network, mounts and processes of its own, so that a test can change
-/// them like a whole machine's; everything that it started ends with it. An ordinary user gets them
-/// together with a user namespace, where the kernel allows that. Skips the calling test when the
-/// machine has no namespaces for us, and fails it when an expectation in `body` failed.
+/// Runs `body` in a child with network, mounts, processes and host name of its own, so that a test
+/// can change them like a whole machine's; everything that it started ends with it. An ordinary
+/// user gets them together with a user namespace, where the kernel allows that. Skips the calling
+/// test when the machine has no namespaces for us, and fails it when an expectation in `body`
+/// failed.
 void inNamespaces(const std::function<void()>& body);
 
 /// Runs a shell script; true when it succeeded.

@@ -2,6 +2,7 @@
 #include "linux/pnics.h"
 
 #include <algorithm>
+#include <filesystem>
 
 #include "linux/text.h"
 
@@ -32,6 +33,10 @@ int speed(const Files& files, const std::string& name) {
   return static_cast<int>(std::clamp<std::int64_t>(megabits, 0, 10'000'000));
 }
 
+std::string masterOf(const Files& files, const std::string& name) {
+  return std::filesystem::path(files.RealPath(kClass + name + "/master")).filename();
+}
+
 PnicRecord readPnic(const Files& files, const std::string& name) {
   PnicRecord pnic;
   pnic.driver = files.LinkName(kClass + name + "/device/driver");
@@ -39,7 +44,7 @@ PnicRecord readPnic(const Files& files, const std::string& name) {
   pnic.macAddress = files.ReadLine(kClass + name + "/address");
   pnic.linkUp = files.ReadLine(kClass + name + "/carrier") == "1";
   pnic.speed = pnic.linkUp ? speed(files, name) : 0;
-  pnic.switchName = files.LinkName(kClass + name + "/master");
+  pnic.switchName = masterOf(files, name);
   return pnic;
 }
 
@@ -58,8 +63,7 @@ std::vector<PnicRecord> readPnics(const Files& files) {
 ConnectionPoint readConnection(const Files& files, const std::string& name) {
   if (name == kManagementNic)
     return {ConnecteeType::StandardPortGroup, "vSwitch0", "Management Network"};
-  if (files.LinkName(kClass + name + "/master") == "ovs-system")
-    return {ConnecteeType::DistributedPort, {}, {}};
+  if (masterOf(files, name) == "ovs-system") return {ConnecteeType::DistributedPort, {}, {}};
   return {ConnecteeType::Opaque, {}, {}};
 }
 

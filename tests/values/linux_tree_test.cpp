@@ -86,7 +86,8 @@ TEST_F(LinuxTree, PhysicalNicsAndConnections) {
   Write(net + "eth10/carrier", "0\n");
   Write(net + "br0/carrier", "1\n");
   Link(net + "eth2/master", "../br0");
-  Link(net + "vm7/master", "../../ovs-system");
+  Write(net + "ovs-system/type", "1\n");
+  Link(net + "vm7/master", "../ovs-system");
   const std::vector<HostCtl::Network::PnicRecord> expected = {
       {"pnic0", "eth2 (ixgbe, PCI 8086:10FB)", "ixgbe", "00:11:22:33:44:55", true, 10000, "br0"},
       {"pnic1", "eth10 (ixgbe, PCI 8086:10FB)", "ixgbe", "00:11:22:33:44:55", false, 0, ""}};
