@@ -4,6 +4,7 @@
 #include "linux/hardware.h"
 #include "linux/kernel_nics.h"
 #include "linux/keyboard_layouts.h"
+#include "linux/network/switches.h"
 #include "linux/network_file.h"
 #include "linux/os_version.h"
 #include "linux/pnics.h"
@@ -47,11 +48,11 @@ std::vector<HostSeam::KernelNic> LinuxDriver::ReadKernelNics() {
 }
 
 std::vector<HostCtl::Network::PnicRecord> LinuxDriver::ReadPnics() {
-  return readPnics(files_);
+  return readPnics(files_, readLinks("ReadPnics"));
 }
 
 std::vector<HostSeam::SwitchRecord> LinuxDriver::ReadSwitches() {
-  return {};
+  return readSwitches(files_);
 }
 
 bool LinuxDriver::ReadIpv6Enabled() {

@@ -2,6 +2,7 @@
 #include "linux/network_writer.h"
 
 #include "hostctl/lib/exception.h"
+#include "linux/network/switches.h"
 
 namespace HostLinux {
 
@@ -33,8 +34,8 @@ void LinuxNetworkWriter::SetNicUp(const std::string&, bool) {
   refuse("SetNicUp");
 }
 
-void LinuxNetworkWriter::WriteMacAddress(const std::string&, const std::string&) {
-  refuse("WriteMacAddress");
+void LinuxNetworkWriter::WriteMacAddress(const std::string& nic, const std::string& macAddress) {
+  writeMacAddress(files_, nic, macAddress);
 }
 
 void LinuxNetworkWriter::WriteIpv4Gateway(HostCtl::Network::Ipv4Address) {
@@ -49,21 +50,22 @@ void LinuxNetworkWriter::WriteDns(const HostSeam::DnsChange&) {
   refuse("WriteDns");
 }
 
-void LinuxNetworkWriter::AddUplink(const std::string&, const std::string&) {
-  refuse("AddUplink");
+void LinuxNetworkWriter::AddUplink(const std::string& switchName, const std::string& pnic) {
+  addUplink(files_, switchName, pnic);
 }
 
-void LinuxNetworkWriter::RemoveUplink(const std::string&, const std::string&) {
-  refuse("RemoveUplink");
+void LinuxNetworkWriter::RemoveUplink(const std::string& switchName, const std::string& pnic) {
+  removeUplink(files_, switchName, pnic);
 }
 
-void LinuxNetworkWriter::WriteActiveUplinks(const HostSeam::PortGroupName&,
-                                            const std::vector<std::string>&) {
-  refuse("WriteActiveUplinks");
+void LinuxNetworkWriter::WriteActiveUplinks(const HostSeam::PortGroupName& portGroup,
+                                            const std::vector<std::string>& pnics) {
+  writeActiveUplinks(files_, portGroup, pnics);
 }
 
-void LinuxNetworkWriter::WriteVlanId(const HostSeam::PortGroupName&, std::int16_t) {
-  refuse("WriteVlanId");
+void LinuxNetworkWriter::WriteVlanId(const HostSeam::PortGroupName& portGroup,
+                                     std::int16_t vlanId) {
+  writeVlanId(files_, portGroup, vlanId);
 }
 
 }  // namespace HostLinux

@@ -50,12 +50,21 @@ PnicRecord readPnic(const Files& files, const std::string& name) {
 
 }  // namespace
 
+std::vector<std::string> physicalNics(const Files& files) {
+  auto names = files.List("/sys/class/net");
+  std::erase_if(names, [&](const auto& name) { return !files.Exists(kClass + name + "/device"); });
+  return names;
+}
+
+std::string pnicName(std::size_t index) {
+  return "pnic" + std::to_string(index);
+}
+
 std::vector<PnicRecord> readPnics(const Files& files) {
   std::vector<PnicRecord> pnics;
-  for (const auto& name : files.List("/sys/class/net")) {
-    if (!files.Exists(kClass + name + "/device")) continue;
+  for (const auto& name : physicalNics(files)) {
     pnics.push_back(readPnic(files, name));
-    pnics.back().name = "pnic" + std::to_string(pnics.size() - 1);
+    pnics.back().name = pnicName(pnics.size() - 1);
   }
   return pnics;
 }

@@ -8,6 +8,11 @@
 
 namespace HostLinux {
 
+/// The kernel's names of the physical NICs, in natural order; the console calls them pnic0, pnic1,
+/// ….
+std::vector<std::string> physicalNics(const Files& files);
+std::string pnicName(std::size_t index);
+
 /// The physical NICs: the network interfaces that hang on a device, named pnic0, pnic1, … in the
 /// order of the kernel's own names, which their descriptions begin with. A NIC without a link has
 /// speed 0; its switch is the bridge that it is a port of.

@@ -69,7 +69,7 @@ TEST(LinuxIniFile, ChangesAsLittleAsItCan) {
        [](IniFile& f) {
          f.RemoveSections("R", [](const IniSection& one) { return one.Get("A") == "2"; });
        },
-       "[R]\nA=1\n[R]\nA=3\n"}};
+       "[R]\nA=1\n#c\n[R]\nA=3\n"}};
   for (const auto& [before, change, after] : cases) {
     IniFile file(before);
     change(file);

@@ -62,11 +62,18 @@ IniSection::IniSection(std::string name) : name_(std::move(name)) {
   lines_.push_back({heading.Text() + "\n", "", ""});
 }
 
-/// Where a new assignment goes: behind the last one, before what separates the next section.
+/// Where a new assignment goes: behind the last one, else behind the heading.
 std::size_t IniSection::End() const {
   const auto last = std::find_if(lines_.rbegin(), lines_.rend(),
-                                 [](const Line& line) { return !trim(line.text).empty(); });
-  return static_cast<std::size_t>(lines_.rend() - last);
+                                 [](const Line& line) { return !line.key.empty(); });
+  return std::max<std::size_t>(1, static_cast<std::size_t>(lines_.rend() - last));
+}
+
+/// Those behind the last assignment, which tell more of what follows than of this section.
+std::vector<IniSection::Line> IniSection::Comments() const {
+  const auto isComment = [](const Line& line) { return HostLinux::isComment(line.text); };
+  const auto end = lines_.begin() + static_cast<std::ptrdiff_t>(End());
+  return {std::find_if(end, lines_.end(), isComment), lines_.end()};
 }
 
 std::optional<std::string> IniSection::Get(std::string_view key) const {
@@ -100,7 +107,7 @@ void IniSection::SetAll(std::string_view key, const std::vector<std::string>& va
 void IniSection::Add(std::string_view key, const IniValue& value) {
   const IniValue line(std::string(key) + "=" + value.Text());
   const std::size_t end = End();
-  if (end > 0 && !lines_[end - 1].text.ends_with('\n')) lines_[end - 1].text += '\n';
+  if (!lines_[end - 1].text.ends_with('\n')) lines_[end - 1].text += '\n';
   lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(end),
                 {line.Text() + "\n", std::string(key), value.Text()});
 }
@@ -185,11 +192,14 @@ IniSection& IniFile::AddSection(const std::string& name) {
 
 void IniFile::RemoveSections(std::string_view name,
                              const std::function<bool(const IniSection&)>& unwanted) {
-  sections_.erase(std::remove_if(sections_.begin() + 1, sections_.end(),
-                                 [&](const IniSection& section) {
-                                   return section.name_ == name && unwanted(section);
-                                 }),
-                  sections_.end());
+  for (std::size_t i = sections_.size() - 1; i > 0; --i) {
+    IniSection& section = sections_[i];
+    if (section.name_ != name || !unwanted(section)) continue;
+    const auto behind = section.Comments();
+    auto& before = sections_[i - 1].lines_;
+    before.insert(before.end(), behind.begin(), behind.end());
+    sections_.erase(sections_.begin() + static_cast<std::ptrdiff_t>(i));
+  }
 }
 
 std::string IniFile::Text() const {

@@ -53,6 +53,7 @@ class IniSection {
 
   IniSection() = default;
   std::size_t End() const;
+  std::vector<Line> Comments() const;
 
   std::string name_;
   std::vector<Line> lines_;
@@ -80,7 +81,7 @@ class IniFile {
   std::vector<IniSection*> Sections(std::string_view name);
   std::vector<const IniSection*> Sections(std::string_view name) const;
   IniSection& AddSection(const std::string& name);
-  /// Removes those sections of that name that `unwanted` says, comments in them included.
+  /// Removes those sections of that name that `unwanted` says, but for comments at their end.
   void RemoveSections(std::string_view name,
                       const std::function<bool(const IniSection&)>& unwanted);
 

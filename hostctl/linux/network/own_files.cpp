@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "hostctl/lib/exception.h"
+#include "linux/folder_lock.h"
 #include "linux/network/networkd_bus.h"
 #include "linux/network_file.h"
 #include "linux/replace_file.h"
@@ -70,6 +71,12 @@ IniFile OwnFiles::Read(const std::string& name) const {
 
 bool OwnFiles::Exists(const std::string& name) const {
   return files_.Exists(pathOf(name));
+}
+
+HostCtl::Lib::Descriptor OwnFiles::Lock() const {
+  const std::string folder = files_.Path(kNetworkFolder);
+  makeFolder(folder);
+  return lockFolder(folder);
 }
 
 void OwnFiles::Write(const FileChange& change) const {

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "hostctl/lib/descriptor.h"
 #include "linux/files.h"
 #include "linux/network/ini_file.h"
 
@@ -39,6 +40,10 @@ class OwnFiles {
   /// A file that is not there is empty.
   IniFile Read(const std::string& name) const;
   bool Exists(const std::string& name) const;
+
+  /// Keeps others from changing the network: whoever reads files to write them anew holds this from
+  /// before the reading. Throws std::system_error.
+  HostCtl::Lib::Descriptor Lock() const;
 
   /// Writes those of `changes` that differ from what is there and has them taken over; false when
   /// none differs, and then nothing was touched. Devices are written before what refers to them and
