@@ -14,8 +14,8 @@ TEST(NetworkConsole, ShowsTheLeaseOfThisMachine) {
     const NetworkLab lab;
     lab.Configure("eth0.network", "[Match]\nName=eth0\n[Network]\nDHCP=yes\n");
     lab.StartNetworkd();
-    lab.StartHostnamed();
-    lab.Serve("dhcp4 ra dns");
+    lab.Serve("dhcp4");
+    ASSERT_TRUE(waitUntil([] { return shell("ip addr show eth0 | grep -q 10.9.0.50"); }));
     LabConsole console(lab);
     console.WaitFor("https://10.9.0.50/ (DHCP)");
     console.LogIn();
