@@ -4,8 +4,8 @@
 #include "console/log_viewer.h"
 #include "console/support_pages.h"
 #include "core/keys.h"
-#include "core/log.h"
 #include "network/management_interface.h"
+#include "network/network_window.h"
 #include "system/change_password_dialog.h"
 #include "system/keyboard_dialog.h"
 #include "system/lockdown.h"
@@ -22,12 +22,6 @@ namespace {
 constexpr const char* kLogOut =
     "{align:right}{color:white}<Esc>{/color}{color:light-grey} Log Out{/color}{/align}";
 
-bool managementInterfaceUsable() {
-  if (findManagementInterface()) return true;
-  logError("Could not get a suitable management interface");
-  return false;
-}
-
 }  // namespace
 
 GeneralWindow::GeneralWindow(Frame& owner)
@@ -36,7 +30,7 @@ GeneralWindow::GeneralWindow(Frame& owner)
           {.title = TextId::kSystemCustomization, .leftFooter = kSelectFooter, .wayOut = kLogOut}),
       lockdownEnabled_(isLockdownEnabled()),
       lockdownSelectable_(lockdownEnabled_ || isLockdownPossible()),
-      networkUsable_(managementInterfaceUsable()),
+      networkUsable_(requireManagementInterface() != nullptr),
       supportPages_(supportPages()) {
   AddEntries(Entries());
 }
@@ -82,8 +76,14 @@ void GeneralWindow::EnterLockdown() {
   Show();
 }
 
+void GeneralWindow::EnterNetwork() {
+  NetworkWindow window(*this);
+  runWindow(window);
+  Show();
+}
+
 void GeneralWindow::EnterRestartNetwork() {
-  if (managementInterfaceUsable()) return;
+  if (requireManagementInterface()) return;
   showMessage(*this, TextId::kRestartManagementNetworkError,
               Text(TextId::kManagementNetworkInterfaceNotFound));
 }

@@ -37,6 +37,7 @@ class GeneralWindow : public MenuWindow<GeneralWindow> {
 
   void EnterPassword();
   void EnterLockdown();
+  void EnterNetwork();
   void EnterRestartNetwork();
   void EnterKeyboard();
   void EnterTroubleshooting();
