@@ -7,9 +7,11 @@ namespace {
 
 using Harness::Launch;
 
-Launch kivaIn(const NetworkLab& lab) {
+Launch kivaIn(const NetworkLab& lab, LabConsole::Escape escape) {
   lab.InstallTools(matrixModule());
-  return {{KIVA_BUILD_DIR "/bin/kiva"}, "xterm-256color", {{"ESCDELAY", "25"}}};
+  return {{KIVA_BUILD_DIR "/bin/kiva"},
+          "xterm-256color",
+          {{"ESCDELAY", std::to_string(static_cast<int>(escape))}}};
 }
 
 }  // namespace
@@ -19,7 +21,8 @@ std::string LabConsole::Obstacle() {
   return NetworkLab::Obstacle();
 }
 
-LabConsole::LabConsole(const NetworkLab& lab) : Terminal(kivaIn(lab), {24, 80}) {
+LabConsole::LabConsole(const NetworkLab& lab, Escape escape)
+    : Terminal(kivaIn(lab, escape), {24, 80}) {
   WaitFor("Shut Down/Restart");
 }
 
