@@ -42,6 +42,7 @@ std::vector<HostSeam::KernelNic> LinuxDriver::ReadKernelNics() {
   for (auto& nic : nics) {
     refine(nic, reported);
     nic.connection = readConnection(files_, nic.name);
+    nic.macAddress = files_.ReadLine("/sys/class/net/" + nic.name + "/address");
   }
   return nics;
 }
