@@ -6,6 +6,8 @@
 #include "core/keys.h"
 #include "network/management_interface.h"
 #include "network/network_window.h"
+#include "network/restart_network_dialog.h"
+#include "network/test_dialog.h"
 #include "system/change_password_dialog.h"
 #include "system/keyboard_dialog.h"
 #include "system/lockdown.h"
@@ -21,6 +23,15 @@ namespace {
 
 constexpr const char* kLogOut =
     "{align:right}{color:white}<Esc>{/color}{color:light-grey} Log Out{/color}{/align}";
+
+// An interface that was there when the menu opened may be gone.
+template <typename NetworkDialog>
+void runOnInterface(Frame& owner, TextId titleWhenGone, const char* textWhenGone) {
+  const auto interface = requireManagementInterface();
+  if (!interface) return showMessage(owner, titleWhenGone, textWhenGone);
+  NetworkDialog dialog(owner, *interface);
+  runWindow(dialog);
+}
 
 }  // namespace
 
@@ -83,9 +94,13 @@ void GeneralWindow::EnterNetwork() {
 }
 
 void GeneralWindow::EnterRestartNetwork() {
-  if (requireManagementInterface()) return;
-  showMessage(*this, TextId::kRestartManagementNetworkError,
-              Text(TextId::kManagementNetworkInterfaceNotFound));
+  runOnInterface<RestartNetworkDialog>(*this, TextId::kRestartManagementNetworkError,
+                                       Text(TextId::kManagementNetworkInterfaceNotFound));
+}
+
+void GeneralWindow::EnterTestNetwork() {
+  runOnInterface<TestDialog>(*this, TextId::kTestManagementNetworkTitle,
+                             Text(TextId::kManagementNetworkInterfaceNotFound));
 }
 
 void GeneralWindow::EnterKeyboard() {

@@ -39,6 +39,7 @@ class GeneralWindow : public MenuWindow<GeneralWindow> {
   void EnterLockdown();
   void EnterNetwork();
   void EnterRestartNetwork();
+  void EnterTestNetwork();
   void EnterKeyboard();
   void EnterTroubleshooting();
   void EnterReset();
