@@ -11,32 +11,24 @@ using namespace Harness;
 
 namespace {
 
-constexpr const char* kForm = "Resolve Hostname";
-constexpr const char* kRun = "Testing Management Network";
-constexpr const char* kEntry = "10.20.30.40\thalo-01.example.test halo-01\n";
+const std::string kName = "halo-01.example.test", kPing = "run\t/bin/sh sh -c /bin/tarnping -c 3 ";
+const Lines kResolved = {"hostctl\tRemoveEntryByHostName " + kName, "resolve\t" + kName};
 
-std::string pinged(const std::string& address) {
-  return "run\t/bin/sh sh -c /bin/tarnping -c 3 " + address;
-}
-
-const Lines kResolved = {"hostctl\tRemoveEntryByHostName halo-01.example.test",
-                         "resolve\thalo-01.example.test"};
-const Json kHangingPing = rehearsed({{"/bin/tarnping", {{"status", 0}, {"seconds", 20}}}});
-
-void openForm(Demo& demo) {
+void openForm(Demo& demo, const Json& changes = Json::object()) {
   logIn(demo);
   demo.Press("Down", 4);
-  demo.Do({"Enter", std::string("wait:") + kForm});
-  demo.NewLines();
+  demo.host.Change(changes);
+  demo.Do({"Enter", "wait:Resolve Hostname"});
 }
 
-/// Replaces what the fields hold, from the first one on.
+/// Puts these into the fields in place of what the form offers.
 void fill(Demo& demo, const Lines& values) {
-  for (std::size_t i = 0; i < values.size(); ++i) {
-    demo.Press("Delete", i == 0 ? 1 : 1);
-    demo.Type(values[i]);
-    demo.Press("Down");
-  }
+  for (const std::string& value : values) demo.Do({"Delete", "type:" + value, "Down"});
+}
+
+void startRun(Demo& demo, const std::string& until) {
+  demo.Send("\r");
+  demo.WaitForPassing(until);
 }
 
 std::string hostsOf(const Demo& demo) {
@@ -46,35 +38,138 @@ std::string hostsOf(const Demo& demo) {
 TEST(NetworkTestForm, TakesAddressesAndANameAndNothingElse) {
   Demo demo;
   openForm(demo);
-  EXPECT_EQ(missingFrom(demo.Look(),
-                        {"Ping Address #1:        [ 10.20.30.1 ", "#2:        [ 2001:db8:20::1 ",
-                         "#3:        [ 10.20.30.2 ", "Resolve Hostname        [ halo-01.example.test",
-                         "<Up/Down> Select", "<Enter> OK  <Esc> Cancel"}),
-            Lines{});
-  fill(demo, {"g1%.;2:aF` z$", "", "", "a b\t{c};%é"});
-  EXPECT_EQ(missingFrom(demo.Look(), {"[ 1.2:aF  ", "#2:        [    ", "[ ab;%"}), Lines{});
-  demo.Press("Up", 5);
-  const char* invalid[] = {"1.2.3",    "1.2.3.4.5", "256.1.1.1", "1::2::3", "::fffff",
-                           ".",        "1.2.3.",    "1:2:3:4:5:6:7:8:9", "::1.2.3",
-                           "1111111111111111111111111111111111111111111111111111111111111111111"};
-  for (const char* address : invalid) {
-    SCOPED_TRACE(address);
-    demo.Press("Down");
-    demo.Type(address);
-    demo.Press("Up");
-    demo.Press("Enter");
-    EXPECT_EQ(missingFrom(demo.Look(), {"Invalid IP address", "Invalid IP or IPv6 address."}),
-              Lines{});
-    demo.Press("Enter");
-    const Screen screen = demo.WaitFor("#2:        [ " + std::string(address).substr(0, 45));
-    EXPECT_EQ(screen.cursor.row, screen.Find("#2:").value().row);
-    EXPECT_TRUE(screen.cursorVisible);
-    demo.Press("Home");
-    demo.Press("Delete", 70);
+  demo.NewLines();
+  fill(demo, {"g1%;0.z0 $.`0.5", "", "", "a b\t(c);%"});
+  const Lines taken = {"Ping Address #1:        [ 10.0.0.5  ", "#2:        [    ", "[ ab(c);%  "};
+  EXPECT_EQ(missingFrom(demo.Look(), taken), Lines{});
+  demo.Press("Up", 4);
+  for (const std::string address : {"1.2.3", "256.1.1.1", "::fffff", ".", "1:2:3:4:5:6:7:8:9"}) {
+    demo.Do(
+        {"Down", "type:" + address, "Up", "Enter", "wait:Invalid IP or IPv6 address.", "Enter"});
+    const Screen screen = demo.WaitFor("#2:        [ " + address + "  ");
+    EXPECT_EQ(screen.cursor.row, screen.Find("#2:").value().row) << address;
+    demo.Press("Backspace", static_cast<int>(address.size()));
     demo.Press("Up");
   }
   EXPECT_EQ(demo.NewLines(), Lines{});
   demo.Do({"Esc", "gone:Resolve Hostname"});
+}
+
+TEST(NetworkTestForm, OffersWhatTheHostTells) {
+  const std::pair<const char*, Lines> cases[] = {
+      {"nothing",
+       {"#1:        [ 10.20.30.1 ", "#2:        [ 2001:db8:20::1 ", "#3:        [ 10.20.30.2 ",
+        "[ " + kName}},
+      {"IsTarnIpv6Enabled", {"#2:        [ 10.20.30.2 ", "#3:        [   "}},
+      {"RoutingInfo", {"#1:        [ 10.20.30.2 ", "#2:        [ 2001:db8:20::53 "}},
+      {"GetTarnDefaultGateway", {"#1:        [ 2001:db8:20::1 ", "#2:        [ 10.20.30.2 "}},
+      {"DnsConfig.Refresh",
+       {"#2:        [ 2001:db8:20::1 ", "#3:        [    ", "Hostname        [    "}},
+      {"GetDomain", {"Hostname        [ halo-01   "}}};
+  for (const auto& [fault, fields] : cases) {
+    Demo demo;
+    openForm(demo, failing(fault, "no answer"));
+    EXPECT_EQ(missingFrom(demo.Look(), fields), Lines{}) << fault;
+    EXPECT_EQ(demo.HasLine("log.err", "no answer"), fault != std::string("nothing"));
+  }
+}
+
+TEST(NetworkTestRun, TriesWhatIsFilledInAndTellsWhatCameOfIt) {
+  Demo demo;
+  openForm(demo);
+  demo.NewLines();
+  const std::string before = hostsOf(demo);
+  demo.Do({"Enter", "wait:<Enter> OK"});
+  Screen screen = demo.Look();
+  const int end = screen.Find("<Enter> OK").value().column + 10;
+  for (const char* line : {"Pinging address #1 (10.20.30.1).", "#2 (2001:db8:20::1).",
+                           "#3 (10.20.30.2).", "Resolving hostname (halo-01.example.test)."})
+    EXPECT_EQ(screen.At(screen.Find(line).value().row, end - 1).text, ".") << line;
+  EXPECT_EQ(
+      demo.NewLines(),
+      Lines({kPing + "10.20.30.1", kPing + "2001:db8:20::1", kPing + "10.20.30.2"}) + kResolved);
+  EXPECT_EQ(hostsOf(demo), before);
+  demo.Do({"Esc", "Down", "type: x", "wait:<Enter> OK", "Enter", "gone:Testing"});
+
+  const std::string longest = "fe80:1111:2222:3333:4444:5555:255.255.255.255";
+  fill(demo, {"", longest, "", "localhost{b}"});
+  demo.Do({"Enter", "wait:<Enter> OK"});
+  screen = demo.Look();
+  EXPECT_EQ(missingFrom(screen, {"address #2 (" + longest + "%tarn0).", "name (localhost(b))."}),
+            Lines{});
+  EXPECT_FALSE(screen.Shows("Pinging address #1"));
+  EXPECT_EQ(screen.Find("Failed.").value().row, screen.Find("#2").value().row + 1);
+  EXPECT_EQ(demo.NewLines(),
+            Lines({kPing + longest + "%tarn0", "hostctl\tRemoveEntryByHostName localhost{b}",
+                   "resolve\tlocalhost{b}"}));
+}
+
+TEST(NetworkTestRun, CountsWhatCannotBeRunAsFailed) {
+  const Json cases[] = {rehearsed({{"/bin/tarnping", {{"status", 2}}}}),
+                        rehearsed({{"/bin/tarnping", kDies}}),
+                        rehearsed({{"/bin/sh", kGone}}),
+                        failing("TarnCtl_Exec", "none"),
+                        failing("RemoveEntryByHostName", "none"),
+                        {{"resolvable", Json::array()}}};
+  for (const Json& changes : cases) {
+    Demo demo(changes);
+    openForm(demo);
+    const std::string before = hostsOf(demo);
+    demo.Do({"Enter", "wait:<Enter> OK"});
+    const bool pings = changes != cases[4] && changes != cases[5];
+    const Screen screen = demo.Look();
+    EXPECT_EQ(screen.Find("Failed.").value().row,
+              screen.Find(pings ? "#1" : "Resolving").value().row);
+    EXPECT_TRUE(screen.Shows("  OK. ")) << changes;
+    EXPECT_EQ(hostsOf(demo), before);
+  }
+}
+
+TEST(NetworkTestRun, EndsWithEscapeWhateverHangs) {
+  Demo demo(rehearsed({{"/bin/tarnping", {{"status", 0}, {"seconds", 20}}}}));
+  openForm(demo);
+  for (int i = 0; i < 2; ++i) {
+    startRun(demo, "Pinging address #1");
+    demo.Send("x\r");
+    const auto pressed = std::chrono::steady_clock::now();
+    demo.Send("\033");
+    demo.WaitForGone("Testing");
+    EXPECT_LT(std::chrono::steady_clock::now() - pressed, std::chrono::milliseconds(700));
+  }
+  startRun(demo, "Pinging address #1");
+  EXPECT_EQ(demo.Stop(), 0);
+}
+
+TEST(NetworkTestRun, WaitsForAnAbandonedResolution) {
+  Demo demo(Json{{"resolutionSeconds", 2}});
+  openForm(demo);
+  const std::string before = hostsOf(demo);
+  fill(demo, {"", "", ""});
+  demo.NewLines();
+  for (int i = 0; i < 2; ++i) {
+    startRun(demo, "Resolving hostname");
+    demo.WaitForLine("resolve", kName);
+    EXPECT_EQ(hostsOf(demo).find(kName), std::string::npos);
+    demo.Do({"Esc", "gone:Testing"});
+  }
+  startRun(demo, " OK. ");
+  EXPECT_EQ(demo.NewLines(), kResolved + kResolved) << "the second never began";
+  EXPECT_EQ(hostsOf(demo), before);
+}
+
+TEST(NetworkTestRun, ThatIsKilledIsMendedAtTheNextStart) {
+  Demo demo(Json{{"resolutionSeconds", 30}});
+  const std::string before = hostsOf(demo);
+  openForm(demo);
+  demo.Send("\r");
+  demo.WaitForLine("resolve", kName);
+  const auto start = [&] { Terminal(demo.host.Demo(), Size{24, 80}).WaitFor(kWelcome); };
+  start();
+  EXPECT_NE(hostsOf(demo), before) << "one console leaves the other its test";
+  demo.EndBy(SIGKILL);
+  start();
+  EXPECT_EQ(hostsOf(demo), before);
+  EXPECT_TRUE(demo.HasLine("log.info", "Putting /etc/hosts back from /etc/hosts.backup"));
 }
 
 }  // namespace
