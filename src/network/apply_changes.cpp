@@ -173,7 +173,6 @@ bool applyChanges(Frame& owner, TarnNic& interface, PendingNetwork& pending,
   pending.ipConfig.SetDhcpDns(plan.dnsFromDhcp);
   Pass pass(owner, interface, repaint);
   for (const auto& step : plan.steps) pass.CarryOut(step);
-  discardTypeAhead();
   return true;
 }
 
