@@ -5,7 +5,6 @@
 
 #include "harness/hosts/recording_platform.h"
 #include "hostctl/lib/exception.h"
-#include "network/management_interface.h"
 #include "ui/keyword_table.h"
 
 namespace {
@@ -89,7 +88,6 @@ TEST_F(HostFactsTest, HostThatFails) {
       {"UpdateManagementInterface", "ip", "0.0.0.0", {}},
       {"GetIpConfig", "ip", "0.0.0.0", {}},
       {"GetVersion", "haloproduct", "", {}},
-      {"GetVersion", "haloversion", "", {}},
       {"GetServiceTag", "servicetag", "N/A", {}},
       {"GetBiosData", "assettag", "N/A", {"log.3 Get asset tag" + failed}},
       {"GetHost", "BIOSversion", "N/A", {"log.3 Get BIOS" + failed}},
@@ -107,20 +105,6 @@ TEST_F(HostFactsTest, HostThatFails) {
     driver->failing = operation;
     EXPECT_THROW(Value(keyword), HostCtl::Lib::HostCtlException) << keyword;
   }
-}
-
-TEST_F(HostFactsTest, DistributedSwitch) {
-  using enum HostCtl::Network::ConnecteeType;
-  for (const auto type : {StandardPortGroup, DistributedPort, Opaque, Unknown}) {
-    driver->nics[0].connection.type = type;
-    EXPECT_EQ(Kiva::isOnDistributedSwitch(), type == DistributedPort) << static_cast<int>(type);
-  }
-  driver->failing = "GetConnectionPoint";
-  EXPECT_FALSE(Kiva::isOnDistributedSwitch());
-  driver->failing = "GetManagementInterface";
-  EXPECT_FALSE(Kiva::isOnDistributedSwitch());
-  EXPECT_EQ(platform->Lines(), (Lines{"log.3 Could not determine if a DVS was in use: out of order",
-                                      "log.3 Could not locate the management interface"}));
 }
 
 }  // namespace

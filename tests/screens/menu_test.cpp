@@ -85,17 +85,6 @@ TEST(Menu, SkipsWhatTheHostDoesNotOffer) {
   }
 }
 
-TEST(Menu, ToldOfAnInterfaceThatVanishedWhenRestartingIt) {
-  Demo demo;
-  openEntry(demo, 3);
-  demo.host.Change({{"network", {{"kernelNics", Json::array()}}}});
-  demo.NewLines();
-  demo.Do({"Enter", "wait:Restart Management Network: Error"});
-  EXPECT_TRUE(demo.Look().Shows("Management network interface cannot be found."));
-  EXPECT_EQ(demo.NewLines(), Lines{"log.err\tCould not get a suitable management interface"});
-  demo.Do({"Enter", "wait:<Enter> Restart"});
-}
-
 TEST(Menu, PagesThroughTheSupportInformation) {
   Demo demo;
   openEntry(demo, 8);

@@ -74,7 +74,6 @@ TEST(Power, DoesWhatTheKeysSayAndNothingElse) {
       {kRestore, {{script, slow}}, {allAtOnce, "Esc", "F11"}, {kReset}, restored},
       {kRestore, {{script, fails}}, {"F11"}, {kReset}, {kMenuAgain}},
       {kRestore, {{script, kDies}}, {"F11"}, {kReset, kKilled}, {kMenuAgain}},
-      {kRestore, none, {"F11"}, {kReset}, {kMenuAgain}},
       {kRestore, dead, {"F11", "Enter"}, {kReset, kSh + "reboot -f", kKilled}, {kMenuAgain}},
   };
   for (const auto& [operation, tools, steps, lines, shows] : cases) {

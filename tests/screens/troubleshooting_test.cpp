@@ -98,7 +98,7 @@ TEST(Troubleshooting, ShellTimeoutsAreStoredWhereTheyChanged) {
        0,
        {kSet + "InteractiveTimeOut -i 0", "log.info\tDisabled shell interactive timeout"}},
       {{"type:1441", "Down", "Up", "Down", "type:4294967297", "Enter"}, 2, {}},
-      {{"type:99999999999", "Down", "type:31", "Enter"},
+      {{"type:99999999999999999999", "Down", "type:31", "Enter"},
        1,
        {kSet + "InteractiveTimeOut -i 1860",
         "log.info\tModified shell interactive timeout to 31 minutes"}}};

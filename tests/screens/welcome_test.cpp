@@ -114,10 +114,10 @@ TEST(WelcomeScreen, AlertsTheHostOnceThatItHasNoAdapter) {
 TEST(WelcomeScreen, GivesWayToTheAdministratorsMessage) {
   Demo demo(Json{{"welcomeMessage",
                   "{color:yellow}Call "
-                  "{align:center}{hostname}{/align}\n{serial-number}{memory}{CPLDversion}"}});
+                  "{align:center}{hostname}{/align}\n{serial-number}{memory}{PLSAversion}"}});
   const Screen screen = demo.Look();
   EXPECT_EQ(screen.Find("Call "), (Position{2, 2}));
-  EXPECT_EQ(missingFrom(screen, {"halo-01.example.test", "LKF-T24-00731128 GBN/A"}), Lines{});
+  EXPECT_EQ(missingFrom(screen, {"halo-01.example.test", "LKF-T24-00731128 GB12.4.0.6"}), Lines{});
   EXPECT_EQ(screen.ColoursAt(2, 2), (Colours{3, 0}));
   EXPECT_FALSE(screen.Shows("<F2>"));
   demo.host.Change({{"welcomeMessage", ""}});
