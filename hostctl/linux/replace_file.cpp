@@ -40,7 +40,20 @@ void putInPlace(const Descriptor& file, const std::string& from, const std::stri
   syncFolder(fs::path(path).parent_path());
 }
 
+void writeInto(const std::string& path, std::string_view text) {
+  const Descriptor file(open(path.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC));
+  if (!file) fail(path);
+  writeWhole(file, text, path);
+  if (fsync(file.Get()) != 0) fail(path);
+}
+
 }  // namespace
+
+void makeReadableFolder(const std::string& folder) {
+  using enum fs::perms;
+  if (fs::create_directories(folder))
+    fs::permissions(folder, owner_all | group_read | group_exec | others_read | others_exec);
+}
 
 void syncFolder(const std::string& folder) {
   const Descriptor opened(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
@@ -65,6 +78,13 @@ void replaceFile(const std::string& path, std::string_view text, mode_t mode) {
     unlink(beside.c_str());
     throw;
   }
+}
+
+void replaceFileOrText(const std::string& path, std::string_view text) try {
+  replaceFile(path, text);
+} catch (const std::system_error& error) {
+  if (error.code() != std::errc::device_or_resource_busy) throw;
+  writeInto(path, text);
 }
 
 }  // namespace HostLinux
