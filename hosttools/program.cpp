@@ -14,7 +14,6 @@ namespace {
 
 constexpr std::size_t kLongestOutput = 4096;
 constexpr int kTimeOver = 124;
-constexpr int kNoTool = 127;
 /// For a path without a tool, where only a rehearsed answer is looked up.
 constexpr int kOtherSeconds = 60;
 
@@ -74,7 +73,7 @@ int run(Host& host, std::string_view program, std::vector<std::string> arguments
     return runBounded(host, *tool, std::move(arguments));
   if (arguments.empty()) {
     writeOutput("expected the path of a tool and its arguments, or --help\n", stderr);
-    return kNoTool;
+    return kNoSuchTool;
   }
   if (arguments.front() == "--help") return printAll(tools);
   const std::string path = arguments.front();

@@ -25,17 +25,6 @@ struct Account {
   bool expired = false;
 };
 
-struct PortGroup {
-  std::string name;
-  int vlanId = 0;
-};
-
-struct StandardSwitch {
-  std::string name;
-  std::vector<std::string> uplinks;
-  std::vector<PortGroup> portGroups;
-};
-
 /// A virtual machine; one with an autostart number is managed by the host's autostart.
 struct Machine {
   std::string name;
@@ -66,7 +55,7 @@ struct HostState {
 
   bool ipv6Enabled = false;
   std::vector<HostCtl::Network::PnicRecord> pnics;
-  std::vector<StandardSwitch> switches;
+  std::vector<HostSeam::SwitchRecord> switches;
   std::vector<HostSeam::KernelNic> kernelNics;
   HostSeam::DnsRecord dns;
   HostSeam::RoutingRecord routing;
@@ -94,6 +83,9 @@ struct HostState {
   std::map<std::string, bool> features;
   /// Addresses that answer a ping.
   std::vector<std::string> reachable;
+  /// Names that the name servers know, and how long they take to answer.
+  std::vector<std::string> resolvable;
+  int resolutionSeconds = 0;
   std::string systemAlert;
   int eventLibraryStatus = 0;
   std::map<std::string, std::string> faults;

@@ -18,8 +18,7 @@ void useSampleHost(const std::filesystem::path& directory) try {
   for (const char* folder : {"root/var/run/corvo", "root/var/log"})
     std::filesystem::create_directories(home / folder);
   ensurePamService(home / "pam.d", platform->GetStore().File());
-  Store& store = platform->GetStore();
-  if (store.State().power != Power::On) setPower(store, Power::On);
+  startHost(platform->GetStore());
   auto driver = std::make_unique<SampleDriver>(platform->GetStore(), platform->GetJournal());
   HostSeam::useHost(std::move(platform), std::move(driver));
 } catch (const std::system_error& error) {

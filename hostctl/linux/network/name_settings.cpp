@@ -68,6 +68,13 @@ std::vector<IpAddress> leasedServers(const Files& files, const std::string& inte
   return servers;
 }
 
+void writeText(const std::string& path, const std::string& text) {
+  if (fs::exists(path))
+    changeFile(path, text);
+  else
+    replaceFile(path, text);
+}
+
 /// The management interface's own file, and what the change makes of it and of resolv.conf.
 class ResolverChange {
  public:
@@ -89,7 +96,7 @@ class ResolverChange {
       refuseForeign(files_, kOperation, interface_);
     if (!IsOurs() && !hasFile_ && differs_)
       throw HostCtlException(kOperation, kResolverFile, "belongs to somebody else");
-    if (writes) replaceFileOrText(files_.Path(kResolverFile), text_);
+    if (writes) writeText(files_.Path(kResolverFile), text_);
     try {
       if (changesFile) own_.Change(kOperation, interface_, {{name_, file_.Text()}});
     } catch (const HostCtlException&) {
@@ -122,7 +129,7 @@ class ResolverChange {
 
   void PutBack() const try {
     if (old_)
-      replaceFileOrText(files_.Path(kResolverFile), *old_);
+      writeText(files_.Path(kResolverFile), *old_);
     else
       fs::remove(files_.Path(kResolverFile));
   } catch (const std::system_error& error) {
@@ -145,7 +152,7 @@ void renameInHosts(const Files& files, const std::string& from, const std::strin
   if (!old) return;
   const std::string hosts = withRenamedHost(*old, from, to);
   if (hosts != *old)
-    replaceFileOrText(files.Path(kHostsFile), hosts);
+    writeText(files.Path(kHostsFile), hosts);
   else if (old->find(kOwnEntry) != std::string::npos)
     syslog(LOG_USER | LOG_INFO, "%s of %s is left as it is", kOwnEntry.data(), kHostsFile);
 } catch (const std::system_error& error) {

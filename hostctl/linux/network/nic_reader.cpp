@@ -36,6 +36,7 @@ std::vector<HostSeam::KernelNic> readKernelNics(const Files& files, const std::s
     refine(nic, reported);
     addConfigured(own, nic);
     nic.connection = readConnection(files, nic.name);
+    nic.macAddress = files.ReadLine("/sys/class/net/" + nic.name + "/address");
   }
   return nics;
 }

@@ -46,6 +46,12 @@ std::string ownFileName(const std::string& subject, const std::string& kind) {
   return std::string(kOwnNetworkFiles) + subject + "." + kind;
 }
 
+void makeReadableFolder(const std::string& folder) {
+  using enum fs::perms;
+  if (fs::create_directories(folder))
+    fs::permissions(folder, owner_all | group_read | group_exec | others_read | others_exec);
+}
+
 std::vector<std::string> OwnFiles::List() const {
   auto names = files_.List(kNetworkFolder);
   std::erase_if(names, [](const std::string& name) {

@@ -12,15 +12,24 @@ namespace HostLinux {
 
 using HostCtl::Lib::HostCtlException;
 
+namespace {
+
+using Clock = std::chrono::steady_clock;
+constexpr std::chrono::seconds kCarrierWithin{3};
+
+}  // namespace
+
 void waitInForce(const std::string& operation, const std::string& interface,
                  const std::string& what, const IsInForce& isInForce) {
+  const auto start = Clock::now();
   const auto isSo = [&] {
     const NetworkTables tables = readNetworkTables(operation);
     const auto link = std::find_if(tables.links.begin(), tables.links.end(),
                                    [&](const LinkRow& one) { return one.name == interface; });
     if (link == tables.links.end())
       throw HostCtlException(operation, interface, "there is no such interface");
-    return !link->carrier || isInForce(tables, *link);
+    const bool unplugged = !link->carrier && Clock::now() - start > kCarrierWithin;
+    return unplugged || isInForce(tables, *link);
   };
   if (!waitFor(kInForceWithin, isSo))
     throw HostCtlException(operation, interface,

@@ -15,7 +15,8 @@ namespace HostLinux {
 using IsInForce = std::function<bool(const NetworkTables&, const LinkRow&)>;
 
 /// Waits until `isInForce`, for ten seconds at most; then HostCtlException of `operation` says that
-/// `what` did not come. Nobody waits for a link without a carrier, where nothing comes into force.
+/// `what` did not come. On a link that has no carrier after three of them nothing comes into force
+/// before its cable is plugged in; nobody waits for that.
 void waitInForce(const std::string& operation, const std::string& interface,
                  const std::string& what, const IsInForce& isInForce);
 
