@@ -4,6 +4,8 @@
 #include "linux/hardware.h"
 #include "linux/kernel_nics.h"
 #include "linux/keyboard_layouts.h"
+#include "linux/network/connections.h"
+#include "linux/network/switch_files.h"
 #include "linux/network/switches.h"
 #include "linux/network_file.h"
 #include "linux/os_version.h"
@@ -39,10 +41,12 @@ std::vector<HostSeam::KernelNic> LinuxDriver::ReadKernelNics() {
   NetworkTables tables = readNetworkTables("ReadKernelNics");
   for (auto& link : tables.links) link.asksForDhcpv4 = interfaceAsksForDhcpv4(files_, link.index);
   const auto& reported = networkd_.Read(files_, NetworkdReporter::Clock::now());
+  const Switches switches = readSwitchFiles(OwnFiles(files_));
+  const auto& ovs = ovs_.Read(files_, OvsDatabase::Clock::now());
   auto nics = kernelNicsFrom(tables);
   for (auto& nic : nics) {
     refine(nic, reported);
-    nic.connection = readConnection(files_, nic.name);
+    nic.connection = connectionOf(nic.name, switches, ovs, files_);
   }
   return nics;
 }
