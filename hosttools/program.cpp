@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosttools/program.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -12,9 +13,7 @@ namespace HostTools {
 
 namespace {
 
-constexpr std::size_t kLongestOutput = 4096;
 constexpr int kTimeOver = 124;
-constexpr int kNoTool = 127;
 /// For a path without a tool, where only a rehearsed answer is looked up.
 constexpr int kOtherSeconds = 60;
 
@@ -27,8 +26,14 @@ void giveUp(int) {
   _exit(kTimeOver);
 }
 
+/// A pipe may have nobody who empties it before the tool has ended, and may be both outputs.
+std::size_t roomIn(std::FILE* file) {
+  const int capacity = fcntl(fileno(file), F_GETPIPE_SZ);
+  return capacity < 0 ? std::string::npos : static_cast<std::size_t>(capacity) / 2;
+}
+
 void writeOutput(const std::string& text, std::FILE* file) {
-  std::fwrite(text.data(), 1, std::min(text.size(), kLongestOutput), file);
+  std::fwrite(text.data(), 1, std::min(text.size(), roomIn(file)), file);
   std::fflush(file);
 }
 
@@ -74,7 +79,7 @@ int run(Host& host, std::string_view program, std::vector<std::string> arguments
     return runBounded(host, *tool, std::move(arguments));
   if (arguments.empty()) {
     writeOutput("expected the path of a tool and its arguments, or --help\n", stderr);
-    return kNoTool;
+    return kNoSuchTool;
   }
   if (arguments.front() == "--help") return printAll(tools);
   const std::string path = arguments.front();

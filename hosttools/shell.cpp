@@ -12,7 +12,6 @@ namespace HostTools {
 
 namespace {
 
-constexpr int kNotFound = 127;
 constexpr std::string_view kShellPath = "/bin/sh";
 constexpr std::string_view kSilently = " > /dev/null 2>&1";
 
@@ -36,7 +35,7 @@ constexpr std::array<Line, 1> kLines = {{
 }};
 
 ToolAnswer notFound(const std::string& text) {
-  return {kNotFound, "", "sh: " + text + ": not found\n"};
+  return {kNoSuchTool, "", "sh: " + text + ": not found\n"};
 }
 
 /// Whether the shell would leave a word made of these as it is.
@@ -83,7 +82,7 @@ ToolAnswer shell(StandInHost& host, Commands<StandInHost> commands, const std::s
                  Arguments arguments) try {
   return runCommand(host, commands, name, arguments);
 } catch (const UsageError& error) {
-  return {kNotFound, "", name + ": " + error.what() + "\n"};
+  return {kNoSuchTool, "", name + ": " + error.what() + "\n"};
 }
 
 }  // namespace

@@ -22,8 +22,6 @@ constexpr std::array kTools = {&kHmxCmd,         &kHalocli,      &kHalocfgAdvcfg
 constexpr std::array kStandIns = {&kOpenssl,  &kSshKeygen, &kOvlcfgVswitch,
                                   &kPoweroff, &kReboot,    &kShell};
 
-constexpr int kNotFound = 127;
-
 template <typename Host>
 std::vector<std::string> pathsOf(const Tool<Host>& tool) {
   std::istringstream in{std::string(tool.paths)};
@@ -65,7 +63,7 @@ template <typename Host>
 ToolAnswer runFrom(Host& host, const Tool<Host>* tool, const std::string& path,
                    const std::vector<std::string>& vector) {
   if (auto rehearsed = host.FindRehearsal(path)) return *rehearsed;
-  if (tool == nullptr) return {kNotFound, "", path + ": no such tool\n"};
+  if (tool == nullptr) return {kNoSuchTool, "", path + ": no such tool\n"};
   return runFound(host, *tool, lastComponent(path),
                   Arguments(vector).subspan(vector.empty() ? 0 : 1));
 }

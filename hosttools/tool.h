@@ -12,6 +12,7 @@
 
 namespace HostTools {
 
+using HostSeam::kNoSuchTool;
 using HostSeam::StandInHost;
 using HostSeam::ToolAnswer;
 using HostSeam::ToolHost;

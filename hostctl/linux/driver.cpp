@@ -47,6 +47,7 @@ std::vector<HostSeam::KernelNic> LinuxDriver::ReadKernelNics() {
   for (auto& nic : nics) {
     refine(nic, reported);
     nic.connection = connectionOf(nic.name, switches, ovs, files_);
+    nic.macAddress = files_.ReadLine("/sys/class/net/" + nic.name + "/address");
   }
   return nics;
 }

@@ -5,31 +5,14 @@
 #include <nlohmann/json.hpp>
 
 #include "hostctl/lib/exception.h"
+#include "sample/json_lists.h"
+#include "sample/network_changes.h"
 
 namespace HostSample {
 
 namespace {
 
 using HostCtl::Lib::HostCtlException;
-
-Json* findNamed(Json& list, const std::string& name) {
-  const auto found = std::find_if(list.begin(), list.end(),
-                                  [&](const Json& item) { return item["name"] == name; });
-  return found == list.end() ? nullptr : &*found;
-}
-
-Json& named(Json& list, const std::string& name, const std::string& kind) {
-  if (Json* found = findNamed(list, name)) return *found;
-  throw HostCtlException("There is no " + kind + " " + name + ".");
-}
-
-bool contains(const Json& list, const std::string& name) {
-  return std::find(list.begin(), list.end(), name) != list.end();
-}
-
-Json& switchNamed(Json& host, const std::string& name) {
-  return named(host["network"]["switches"], name, "standard switch");
-}
 
 Json& keyboardWith(Json& host, const std::string& layout) {
   Json& keyboard = host["keyboard"];
@@ -50,10 +33,6 @@ void setServiceFlag(Store& store, const std::string& name, const char* flag, boo
     services[name][flag] = value;
     return true;
   });
-}
-
-void refuseDuplicate(bool exists, const std::string& kind, const std::string& name) {
-  if (exists) throw HostCtlException("There is a " + kind + " " + name + " already.");
 }
 
 }  // namespace
@@ -133,59 +112,6 @@ void changePassword(Store& store, const std::string& user, const std::string& pa
   });
 }
 
-void addSwitch(Store& store, const std::string& name) {
-  store.Change([&](Json& host) {
-    Json& switches = host["network"]["switches"];
-    refuseDuplicate(findNamed(switches, name) != nullptr, "standard switch", name);
-    switches.push_back({{"name", name}, {"uplinks", Json::array()}, {"portGroups", Json::array()}});
-    return true;
-  });
-}
-
-void addUplink(Store& store, const std::string& pnic, const std::string& switchName) {
-  store.Change([&](Json& host) {
-    Json& uplinks = switchNamed(host, switchName)["uplinks"];
-    named(host["network"]["pnics"], pnic, "physical adapter");
-    for (const Json& one : host["network"]["switches"])
-      if (contains(one["uplinks"], pnic))
-        throw HostCtlException("The physical adapter " + pnic + " is an uplink of " +
-                               one["name"].get<std::string>() + " already.");
-    uplinks.push_back(pnic);
-    return true;
-  });
-}
-
-void removeUplink(Store& store, const std::string& pnic, const std::string& switchName) {
-  store.Change([&](Json& host) {
-    Json& uplinks = switchNamed(host, switchName)["uplinks"];
-    const auto found = std::find(uplinks.begin(), uplinks.end(), pnic);
-    if (found == uplinks.end())
-      throw HostCtlException("The standard switch " + switchName + " has no uplink " + pnic + ".");
-    uplinks.erase(found);
-    return true;
-  });
-}
-
-void addPortGroup(Store& store, const std::string& name, const std::string& switchName) {
-  store.Change([&](Json& host) {
-    Json& target = switchNamed(host, switchName);
-    for (Json& one : host["network"]["switches"])
-      refuseDuplicate(findNamed(one["portGroups"], name) != nullptr, "port group", name);
-    target["portGroups"].push_back({{"name", name}, {"vlanId", 0}});
-    return true;
-  });
-}
-
-void moveKernelNic(Store& store, const std::string& name, const std::string& switchName) {
-  store.Change([&](Json& host) {
-    switchNamed(host, switchName);
-    Json& nic = named(host["network"]["kernelNics"], name, "kernel interface");
-    nic["connection"]["type"] = "standard";
-    nic["connection"]["switch"] = switchName;
-    return true;
-  });
-}
-
 void setServiceRunning(Store& store, const std::string& name, bool running) {
   setServiceFlag(store, name, "running", running);
 }
@@ -199,6 +125,15 @@ void setPower(Store& store, Power power) {
     const std::string_view before = host.value("power", nameOf(Power::On));
     if (before == nameOf(power)) return false;
     host["power"] = nameOf(power);
+    return true;
+  });
+}
+
+void startHost(Store& store) {
+  if (store.Get(&HostState::power) == Power::On) return;
+  store.Change([&](Json& host) {
+    host["power"] = nameOf(Power::On);
+    startNetwork(host["network"]);
     return true;
   });
 }

@@ -7,8 +7,9 @@
 
 namespace HostSample {
 
-/// Every change that the program makes to host.json. Each throws HostCtlException when the host as
-/// it is then does not allow it; the check and the change are one step for all users of the file.
+/// The changes that the program makes to host.json, but those of the network. Each throws
+/// HostCtlException when the host as it is then does not allow it; the check and the change are one
+/// step for all users of the file.
 
 /// Puts the JSON `text` in the place of everything but the rehearsals, which are no part of the
 /// host's configuration.
@@ -27,16 +28,12 @@ void setLockdown(Store& store, bool enabled);
 /// Also ends the expiry of the account.
 void changePassword(Store& store, const std::string& user, const std::string& password);
 
-void addSwitch(Store& store, const std::string& name);
-void addUplink(Store& store, const std::string& pnic, const std::string& switchName);
-void removeUplink(Store& store, const std::string& pnic, const std::string& switchName);
-void addPortGroup(Store& store, const std::string& name, const std::string& switchName);
-void moveKernelNic(Store& store, const std::string& name, const std::string& switchName);
-
 void setServiceRunning(Store& store, const std::string& name, bool running);
 void setServiceEnabled(Store& store, const std::string& name, bool enabled);
 
 void setPower(Store& store, Power power);
+/// Has a host that went down up again; nothing for one that is up.
+void startHost(Store& store);
 
 /// Stops the running machines that have an autostart number, or all of them.
 enum class Machines { Managed, All };

@@ -25,17 +25,6 @@ struct Account {
   bool expired = false;
 };
 
-struct PortGroup {
-  std::string name;
-  int vlanId = 0;
-};
-
-struct StandardSwitch {
-  std::string name;
-  std::vector<std::string> uplinks;
-  std::vector<PortGroup> portGroups;
-};
-
 /// A virtual machine; one with an autostart number is managed by the host's autostart.
 struct Machine {
   std::string name;
@@ -66,7 +55,7 @@ struct HostState {
 
   bool ipv6Enabled = false;
   std::vector<HostCtl::Network::PnicRecord> pnics;
-  std::vector<StandardSwitch> switches;
+  std::vector<HostSeam::SwitchRecord> switches;
   std::vector<HostSeam::KernelNic> kernelNics;
   HostSeam::DnsRecord dns;
   HostSeam::RoutingRecord routing;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <map>
 #include <string>
@@ -25,6 +26,14 @@ Value readChoice(const JsonNode& node, const Choices<Value, Size>& choices) {
     names.append(names.empty() ? "" : ", ").append(name);
   }
   node.Refuse("one of " + names);
+}
+
+/// The text that the table gives for `value`, which it has.
+template <typename Value, std::size_t Size>
+std::string_view nameOf(Value value, const Choices<Value, Size>& choices) {
+  return std::find_if(choices.begin(), choices.end(),
+                      [&](const auto& choice) { return choice.second == value; })
+      ->first;
 }
 
 /// Every item of a list, read by `read`.

@@ -3,7 +3,9 @@
 
 #include <algorithm>
 
+#include "sample/ip_state.h"
 #include "sample/json_read.h"
+#include "sample/read_address.h"
 
 namespace HostSample {
 
@@ -11,67 +13,49 @@ namespace {
 
 using namespace HostCtl::Network;
 
-enum class Ipv4Mode { None, Dhcp, Static };
-
-constexpr Choices<Ipv4Mode, 3> kIpv4Modes = {
-    {{"none", Ipv4Mode::None}, {"dhcp", Ipv4Mode::Dhcp}, {"static", Ipv4Mode::Static}}};
-
-constexpr Choices<AddressType, 4> kAddressTypes = {{{"static", AddressType::Static},
-                                                    {"dhcp", AddressType::Dhcp},
-                                                    {"autoconf", AddressType::Autoconf},
-                                                    {"other", AddressType::Other}}};
-
 constexpr Choices<ConnecteeType, 4> kConnectees = {{{"standard", ConnecteeType::StandardPortGroup},
                                                     {"distributed", ConnecteeType::DistributedPort},
                                                     {"opaque", ConnecteeType::Opaque},
                                                     {"unknown", ConnecteeType::Unknown}}};
 
-template <typename Address>
-Address readAddress(const JsonNode& node) {
-  if (const auto address = Address::FromString(node.Text())) return *address;
-  node.Refuse(std::is_same_v<Address, Ipv4Address> ? "an IPv4 address" : "an IPv6 address");
-}
-
-IpAddress readIpAddress(const JsonNode& node) {
-  if (const auto address = parseIpAddress(node.Text())) return *address;
-  node.Refuse("an IP address");
-}
-
-Ipv4Address readOptionalIpv4(const JsonNode& node, const std::string& key, Ipv4Mode mode) {
-  if (mode == Ipv4Mode::Static) return readAddress<Ipv4Address>(node[key]);
-  const auto found = node.Find(key);
-  return found ? readAddress<Ipv4Address>(*found) : Ipv4Address();
-}
-
-Ipv6Network readIpv6Network(const JsonNode& node) {
-  return {readAddress<Ipv6Address>(node["address"]),
-          static_cast<int>(node["prefix"].Number(0, 128)), readChoice(node["type"], kAddressTypes)};
-}
-
-IpConfig readIpConfig(const JsonNode& node) {
-  const JsonNode ipv4 = node["ipv4"];
-  const JsonNode ipv6 = node["ipv6"];
-  const Ipv4Mode mode = readChoice(ipv4["mode"], kIpv4Modes);
-  IpConfig config;
-  config.SetUseDhcp(mode == Ipv4Mode::Dhcp, mode == Ipv4Mode::None);
-  config.SetIpv4Address(readOptionalIpv4(ipv4, "address", mode));
-  config.SetIpv4Netmask(readOptionalIpv4(ipv4, "netmask", mode));
-  config.SetIpv4Gateway(readOptionalIpv4(ipv4, "gateway", Ipv4Mode::Dhcp));
-  config.SetUseIpv6Dhcp(ipv6["dhcp"].Flag());
-  config.SetUseIpv6RouterAdvertised(ipv6["routerAdvertisement"].Flag());
-  config.SetIpv6Networks(readList(ipv6["networks"], readIpv6Network));
-  config.SetDhcpDns(node["dnsFromDhcp"].Flag());
-  return config;
-}
-
 ConnectionPoint readConnection(const JsonNode& node) {
   return {readChoice(node["type"], kConnectees), node["switch"].Text(), node["portGroup"].Text()};
 }
 
+std::string textOr(const JsonNode& node, const std::string& key, const std::string& otherwise) {
+  const auto found = node.Find(key);
+  return found ? found->Text() : otherwise;
+}
+
+bool isUp(const JsonNode& nic) {
+  const auto up = nic.Find("up");
+  return !up || up->Flag();
+}
+
+/// What host.json says of an interface that is down is what it has when it is up again.
+IpConfig whileDown(IpConfig config) {
+  config.SetIpv4Address({});
+  config.SetIpv4Netmask({});
+  config.SetIpv6Networks({});
+  return config;
+}
+
 HostSeam::KernelNic readKernelNic(const JsonNode& node) {
-  return {node["name"].Text(),           node["management"].Flag(),
-          node["defaultRoute"].Flag(),   readIpConfig(node["configured"]),
-          readIpConfig(node["running"]), readConnection(node["connection"])};
+  readOffers(node);
+  IpConfig running = readIpConfig(node["running"]);
+  return {node["name"].Text(),
+          node["management"].Flag(),
+          node["defaultRoute"].Flag(),
+          readIpConfig(node["configured"]),
+          isUp(node) ? running : whileDown(running),
+          readConnection(node["connection"]),
+          textOr(node, "macAddress", "")};
+}
+
+void addIpv6(HostSeam::KernelNic& nic, bool enabled) {
+  if (!enabled) return nic.running.SetIpv6Networks({});
+  nic.configured.EnableIpv6();
+  nic.running.EnableIpv6();
 }
 
 PnicRecord readPnic(const JsonNode& node) {
@@ -84,17 +68,18 @@ PnicRecord readPnic(const JsonNode& node) {
           {}};
 }
 
-PortGroup readPortGroup(const JsonNode& node) {
-  return {node["name"].Text(), static_cast<int>(node["vlanId"].Number(0, 4095))};
+HostSeam::SwitchRecord readSwitch(const JsonNode& node) {
+  const auto uplinks = readList(node["uplinks"], readText);
+  const auto readPortGroup = [&](const JsonNode& group) -> HostSeam::PortGroupRecord {
+    const auto active = group.Find("activeUplinks");
+    return {group["name"].Text(), static_cast<std::int16_t>(group["vlanId"].Number(0, 4095)),
+            active ? readList(*active, readText) : uplinks};
+  };
+  return {node["name"].Text(), uplinks, readList(node["portGroups"], readPortGroup)};
 }
 
-StandardSwitch readSwitch(const JsonNode& node) {
-  return {node["name"].Text(), readList(node["uplinks"], readText),
-          readList(node["portGroups"], readPortGroup)};
-}
-
-std::string switchOf(const PnicRecord& pnic, const std::vector<StandardSwitch>& switches) {
-  for (const StandardSwitch& one : switches)
+std::string switchOf(const PnicRecord& pnic, const std::vector<HostSeam::SwitchRecord>& switches) {
+  for (const auto& one : switches)
     if (std::count(one.uplinks.begin(), one.uplinks.end(), pnic.name) > 0) return one.name;
   return {};
 }
@@ -104,17 +89,22 @@ HostSeam::DnsRecord readDns(const JsonNode& node) {
           readList(node["nameServers"], readIpAddress), readList(node["searchDomains"], readText)};
 }
 
+HostSeam::RoutingRecord readRouting(const JsonNode& node, bool ipv6Enabled) {
+  const Ipv6Address gateway = readIpv6(node["ipv6Gateway"]);
+  return {readIpv4(node["ipv4Gateway"]), ipv6Enabled ? gateway : Ipv6Address()};
+}
+
 }  // namespace
 
 void readNetworkState(const JsonNode& network, HostState& state) {
   state.ipv6Enabled = network["ipv6Enabled"].Flag();
+  if (const auto next = network.Find("ipv6EnabledAtStart")) next->Flag();
   state.pnics = readList(network["pnics"], readPnic);
   state.switches = readList(network["switches"], readSwitch);
   state.kernelNics = readList(network["kernelNics"], readKernelNic);
   state.dns = readDns(network["dns"]);
-  const JsonNode routing = network["routing"];
-  state.routing = {readAddress<Ipv4Address>(routing["ipv4Gateway"]),
-                   readAddress<Ipv6Address>(routing["ipv6Gateway"])};
+  state.routing = readRouting(network["routing"], state.ipv6Enabled);
+  for (HostSeam::KernelNic& nic : state.kernelNics) addIpv6(nic, state.ipv6Enabled);
   for (PnicRecord& pnic : state.pnics) pnic.switchName = switchOf(pnic, state.switches);
 }
 

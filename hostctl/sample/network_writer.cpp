@@ -1,69 +1,65 @@
 // SPDX-License-Identifier: MIT
 #include "sample/network_writer.h"
 
-#include "hostctl/lib/exception.h"
+#include "sample/network_changes.h"
+#include "sample/switch_changes.h"
 
 namespace HostSample {
 
-namespace {
+using namespace HostCtl::Network;
 
-[[noreturn]] void refuse(const char* operation) {
-  throw HostCtl::Lib::HostCtlException(operation, "network", "not possible on this host");
+void SampleNetworkWriter::WriteIpv6Enabled(bool enabled) {
+  setIpv6Enabled(store_, enabled);
 }
 
-}  // namespace
-
-void SampleNetworkWriter::WriteIpv6Enabled(bool) {
-  refuse("WriteIpv6Enabled");
+void SampleNetworkWriter::WriteIpConfig(const std::string& nic, const IpConfig& config) {
+  setIpConfig(store_, nic, config);
 }
 
-void SampleNetworkWriter::WriteIpConfig(const std::string&, const HostCtl::Network::IpConfig&) {
-  refuse("WriteIpConfig");
+void SampleNetworkWriter::RenewLease(const std::string& nic, LeaseRenewal what) {
+  renewLease(store_, nic, what);
 }
 
-void SampleNetworkWriter::RenewLease(const std::string&, HostCtl::Network::LeaseRenewal) {
-  refuse("RenewLease");
+void SampleNetworkWriter::ReleaseLease(const std::string& nic) {
+  releaseLease(store_, nic);
 }
 
-void SampleNetworkWriter::ReleaseLease(const std::string&) {
-  refuse("ReleaseLease");
+void SampleNetworkWriter::SetNicUp(const std::string& nic, bool up) {
+  setNicUp(store_, nic, up);
 }
 
-void SampleNetworkWriter::SetNicUp(const std::string&, bool) {
-  refuse("SetNicUp");
+void SampleNetworkWriter::WriteMacAddress(const std::string& nic, const std::string& macAddress) {
+  setMacAddress(store_, nic, macAddress);
 }
 
-void SampleNetworkWriter::WriteMacAddress(const std::string&, const std::string&) {
-  refuse("WriteMacAddress");
+void SampleNetworkWriter::WriteIpv4Gateway(Ipv4Address gateway) {
+  setIpv4Gateway(store_, gateway);
 }
 
-void SampleNetworkWriter::WriteIpv4Gateway(HostCtl::Network::Ipv4Address) {
-  refuse("WriteIpv4Gateway");
+void SampleNetworkWriter::WriteIpv6Gateway(const Ipv6Address& gateway) {
+  setIpv6Gateway(store_, gateway);
 }
 
-void SampleNetworkWriter::WriteIpv6Gateway(const HostCtl::Network::Ipv6Address&) {
-  refuse("WriteIpv6Gateway");
+void SampleNetworkWriter::WriteDns(const HostSeam::DnsChange& change) {
+  setDns(store_, change);
 }
 
-void SampleNetworkWriter::WriteDns(const HostSeam::DnsChange&) {
-  refuse("WriteDns");
+void SampleNetworkWriter::AddUplink(const std::string& switchName, const std::string& pnic) {
+  takeUplink(store_, pnic, switchName);
 }
 
-void SampleNetworkWriter::AddUplink(const std::string&, const std::string&) {
-  refuse("AddUplink");
+void SampleNetworkWriter::RemoveUplink(const std::string& switchName, const std::string& pnic) {
+  dropUplink(store_, pnic, switchName);
 }
 
-void SampleNetworkWriter::RemoveUplink(const std::string&, const std::string&) {
-  refuse("RemoveUplink");
+void SampleNetworkWriter::WriteActiveUplinks(const HostSeam::PortGroupName& portGroup,
+                                             const std::vector<std::string>& pnics) {
+  setActiveUplinks(store_, portGroup, pnics);
 }
 
-void SampleNetworkWriter::WriteActiveUplinks(const HostSeam::PortGroupName&,
-                                             const std::vector<std::string>&) {
-  refuse("WriteActiveUplinks");
-}
-
-void SampleNetworkWriter::WriteVlanId(const HostSeam::PortGroupName&, std::int16_t) {
-  refuse("WriteVlanId");
+void SampleNetworkWriter::WriteVlanId(const HostSeam::PortGroupName& portGroup,
+                                      std::int16_t vlanId) {
+  setVlanId(store_, portGroup, vlanId);
 }
 
 }  // namespace HostSample

@@ -31,18 +31,6 @@ std::string SampleDriver::ReadModuleVersion(const std::string& module) {
   return found == modules.end() ? std::string() : found->second;
 }
 
-std::vector<HostSeam::SwitchRecord> SampleDriver::ReadSwitches() {
-  std::vector<HostSeam::SwitchRecord> records;
-  for (const auto& one : store_.Get(&HostState::switches)) {
-    HostSeam::SwitchRecord record{one.name, one.uplinks, {}};
-    for (const auto& group : one.portGroups)
-      record.portGroups.push_back(
-          {group.name, static_cast<std::int16_t>(group.vlanId), one.uplinks});
-    records.push_back(std::move(record));
-  }
-  return records;
-}
-
 std::optional<HostCtl::Adv::OptionValue> SampleDriver::ReadOption(const std::string& path) {
   const auto options = store_.Get(&HostState::options);
   const auto found = options.find(path);

@@ -35,7 +35,9 @@ class SampleDriver : public HostSeam::Driver {
   std::vector<HostCtl::Network::PnicRecord> ReadPnics() override {
     return store_.Get(&HostState::pnics);
   }
-  std::vector<HostSeam::SwitchRecord> ReadSwitches() override;
+  std::vector<HostSeam::SwitchRecord> ReadSwitches() override {
+    return store_.Get(&HostState::switches);
+  }
   bool ReadIpv6Enabled() override { return store_.Get(&HostState::ipv6Enabled); }
   HostSeam::DnsRecord ReadDns() override { return store_.Get(&HostState::dns); }
   HostSeam::RoutingRecord ReadRouting() override { return store_.Get(&HostState::routing); }

@@ -11,7 +11,9 @@
 #include "sample/backup.h"
 #include "sample/changes.h"
 #include "sample/file_tools.h"
+#include "sample/network_changes.h"
 #include "sample/stop_later.h"
+#include "sample/switch_changes.h"
 
 namespace HostSample {
 
@@ -19,9 +21,6 @@ namespace {
 
 /// In the order in which they stop and start.
 constexpr std::array kAgents = {"mgmtd", "evbd"};
-
-/// What a shell answers for a program that is not there.
-constexpr int kNotFound = 127;
 
 /// As long as an operator can read that the host goes down.
 constexpr std::chrono::seconds kUntilDown{2};
@@ -39,7 +38,7 @@ using namespace HostSeam;
 std::optional<ToolAnswer> SampleToolHost::FindRehearsal(const std::string& path) {
   const auto rehearsal = findIn(store_.State().tools, path);
   if (!rehearsal) return std::nullopt;
-  if (rehearsal->missing) return ToolAnswer{kNotFound, "", path + ": not found\n"};
+  if (rehearsal->missing) return ToolAnswer{kNoSuchTool, "", path + ": not found\n"};
   sleep(static_cast<unsigned>(rehearsal->seconds));
   if (rehearsal->signal != 0) raise(rehearsal->signal);
   return rehearsal->answer;

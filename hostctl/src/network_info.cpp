@@ -19,6 +19,13 @@ std::unique_ptr<TarnNic> NetworkInfoImpl::GetManagementInterface() {
   return std::move(management_);
 }
 
+std::vector<std::unique_ptr<TarnNic>> NetworkInfoImpl::GetTarnNics() {
+  std::vector<std::unique_ptr<TarnNic>> nics;
+  for (auto& nic : enter("GetTarnNics").ReadKernelNics())
+    nics.push_back(std::make_unique<TarnNicImpl>(std::move(nic)));
+  return nics;
+}
+
 std::vector<PnicRecord> NetworkInfoImpl::GetPnics() {
   return enter("GetPnics").ReadPnics();
 }

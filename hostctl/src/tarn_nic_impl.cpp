@@ -52,6 +52,10 @@ ConnectionPoint TarnNicImpl::GetConnectionPoint() const {
   return enter("GetConnectionPoint"), nic_.connection;
 }
 
+std::string TarnNicImpl::GetMacAddress() const {
+  return enter("GetMacAddress"), nic_.macAddress;
+}
+
 void TarnNicImpl::SetIpConfig(const IpConfig& config) {
   enterChange("SetIpConfig", nic_.name, "ipv4=" + ipv4Text(config), "ipv6=" + ipv6Text(config),
               std::string("dhcpDns=") + onOff(config.GetDnsFromDhcp()))

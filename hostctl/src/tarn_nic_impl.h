@@ -19,6 +19,7 @@ class TarnNicImpl : public HostCtl::Network::TarnNic {
   HostCtl::Network::IpConfig GetConfiguredIpConfig() const override;
   HostCtl::Network::IpConfig GetIpConfig() const override;
   HostCtl::Network::ConnectionPoint GetConnectionPoint() const override;
+  std::string GetMacAddress() const override;
   void SetIpConfig(const HostCtl::Network::IpConfig& config) override;
   void RenewLease(HostCtl::Network::LeaseRenewal what) override;
   void ReleaseLease() override;

@@ -17,8 +17,6 @@ namespace Kiva {
 
 namespace {
 
-constexpr int kFieldWidth = 30;
-
 constexpr const char* kConfirmFooter =
     "{color:black}<Enter>{/color} {color:dark-grey}Confirm{/color}"
     "{align:right}{color:black}<Esc>{/color} {color:dark-grey}Cancel{/color}{/align}";
@@ -41,7 +39,8 @@ void ChangePasswordDialog::LayOut() {
 }
 
 InputItem& ChangePasswordDialog::AddField(TextId label) {
-  return items_->Append(std::make_unique<InputItem>(Text(label), kFieldWidth, Masking::kStars));
+  return items_->Append(
+      std::make_unique<InputItem>(Text(label), kAccountFieldWidth, Masking::kStars));
 }
 
 int ChangePasswordDialog::Foreground() {

@@ -7,6 +7,9 @@
 
 namespace Kiva {
 
+/// The columns of a field for a name, a password or a PIN, here and in the login.
+inline constexpr int kAccountFieldWidth = 30;
+
 /// Changes the password of the session's user, whom the old password has to vouch for, and makes
 /// the change last. The menu runs it, and the login for a password that has expired. Its result is
 /// 1 once a password was changed and 0 when the operator gave up; every refusal leaves it open.

@@ -19,8 +19,6 @@ namespace Kiva {
 
 namespace {
 
-constexpr int kFieldWidth = 30;
-
 // The stray ">" in the first colour tag is part of the look: the key stays in the footer's own
 // colour.
 constexpr const char* kPinFooter =
@@ -48,10 +46,10 @@ void LoginDialog::LayOut() {
   items_->Clear();
   AddKeyboardLabel();
   name_ = &items_->Append(std::make_unique<InputItem>(
-      Text(pin ? TextId::kLoginIdLabel : TextId::kLoginNameLabel), kFieldWidth));
+      Text(pin ? TextId::kLoginIdLabel : TextId::kLoginNameLabel), kAccountFieldWidth));
   name_->SetValue(pin ? session().smartCardUserId : "root");
   secret_ = &items_->Append(std::make_unique<InputItem>(
-      Text(pin ? TextId::kPinLabel : TextId::kPasswordLabel), kFieldWidth, Masking::kStars));
+      Text(pin ? TextId::kPinLabel : TextId::kPasswordLabel), kAccountFieldWidth, Masking::kStars));
   items_->Focus(*name_);
 }
 

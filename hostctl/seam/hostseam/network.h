@@ -18,6 +18,8 @@ struct KernelNic {
   HostCtl::Network::IpConfig configured;
   HostCtl::Network::IpConfig running;
   HostCtl::Network::ConnectionPoint connection;
+  /// The one that it uses; empty when unknown.
+  std::string macAddress;
 };
 
 /// `activeUplinks` are those of its teaming policy, the primary one first.

@@ -17,6 +17,9 @@ struct ToolAnswer {
   bool operator==(const ToolAnswer&) const = default;
 };
 
+/// The status that a shell answers for a program that is not there.
+inline constexpr int kNoSuchTool = 127;
+
 struct HostKey {
   int bits = 0;
   std::string fingerprint;

@@ -18,6 +18,8 @@ class NetworkInfo {
   /// such look; null otherwise, and when the host has none.
   virtual void UpdateManagementInterface() = 0;
   virtual std::unique_ptr<TarnNic> GetManagementInterface() = 0;
+  /// Every kernel interface, in the host's order.
+  virtual std::vector<std::unique_ptr<TarnNic>> GetTarnNics() = 0;
   virtual std::vector<PnicRecord> GetPnics() = 0;
   /// Whether IPv6 is enabled in the kernel as it runs.
   virtual bool IsTarnIpv6Enabled() = 0;

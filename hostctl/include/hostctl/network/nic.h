@@ -59,6 +59,8 @@ class TarnNic {
   /// The configuration that is in force now, addresses given by others included.
   virtual IpConfig GetIpConfig() const = 0;
   virtual ConnectionPoint GetConnectionPoint() const = 0;
+  /// The one that it uses; empty when unknown.
+  virtual std::string GetMacAddress() const = 0;
 
   /// Everything but the gateways, which belong to the routing information. Nothing is touched where
   /// the host is configured so already.

@@ -16,6 +16,7 @@ class NetworkInfoImpl : public HostCtl::Network::NetworkInfo {
  public:
   void UpdateManagementInterface() override;
   std::unique_ptr<HostCtl::Network::TarnNic> GetManagementInterface() override;
+  std::vector<std::unique_ptr<HostCtl::Network::TarnNic>> GetTarnNics() override;
   std::vector<HostCtl::Network::PnicRecord> GetPnics() override;
   bool IsTarnIpv6Enabled() override;
   void SetTarnIpv6Enabled(bool enabled) override;

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+
+#include "sample/host_state.h"
+
+namespace HostSample {
+
+// Lists of host.json whose items have a key "name", for those who change the file.
+
+/// Null when the list has none of that name.
+Json* findNamed(Json& list, const std::string& name);
+
+/// Throws HostCtlException when the list has none of that name; `kind` says what there is not.
+Json& named(Json& list, const std::string& name, const std::string& kind);
+
+/// Whether a list of texts has `text`.
+bool contains(const Json& list, const std::string& text);
+
+/// Takes `text` out of a list of texts; false when it is not there.
+bool removeFrom(Json& list, const std::string& text);
+
+}  // namespace HostSample
