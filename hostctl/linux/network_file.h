@@ -13,6 +13,11 @@ namespace HostLinux {
 inline constexpr const char* kNetworkFolder = "/etc/systemd/network";
 inline constexpr std::string_view kOwnNetworkFiles = "10-kiva-";
 
+// What networkd takes for a yes, and for a DHCP= that means one family; old spellings included.
+bool meansYes(std::string_view value);
+bool meansDhcpv4(std::string_view value);
+bool meansDhcpv6(std::string_view value);
+
 /// Whether the text of a `.network` file asks for an IPv4 address by DHCP.
 bool asksForDhcpv4(std::string_view networkFile);
 
