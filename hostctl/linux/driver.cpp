@@ -4,7 +4,9 @@
 #include "linux/hardware.h"
 #include "linux/kernel_nics.h"
 #include "linux/keyboard_layouts.h"
+#include "linux/network/connections.h"
 #include "linux/network/nic_reader.h"
+#include "linux/network/switch_files.h"
 #include "linux/network/switches.h"
 #include "linux/os_version.h"
 #include "linux/pnics.h"
@@ -36,8 +38,12 @@ std::string LinuxDriver::ReadModuleVersion(const std::string& module) {
 }
 
 std::vector<HostSeam::KernelNic> LinuxDriver::ReadKernelNics() {
-  return readKernelNics(files_, "ReadKernelNics",
-                        networkd_.Read(files_, NetworkdReporter::Clock::now()));
+  auto nics = readKernelNics(files_, "ReadKernelNics",
+                             networkd_.Read(files_, NetworkdReporter::Clock::now()));
+  const Switches switches = readSwitchFiles(OwnFiles(files_));
+  const auto& ovs = ovs_.Read(files_, OvsDatabase::Clock::now());
+  for (auto& nic : nics) nic.connection = connectionOf(nic.name, switches, ovs, files_);
+  return nics;
 }
 
 std::vector<HostCtl::Network::PnicRecord> LinuxDriver::ReadPnics() {

@@ -6,7 +6,6 @@
 #include "linux/network/ip_file.h"
 #include "linux/network/own_files.h"
 #include "linux/network_file.h"
-#include "linux/pnics.h"
 
 namespace HostLinux {
 
@@ -35,7 +34,6 @@ std::vector<HostSeam::KernelNic> readKernelNics(const Files& files, const std::s
   for (auto& nic : nics) {
     refine(nic, reported);
     addConfigured(own, nic);
-    nic.connection = readConnection(files, nic.name);
     nic.macAddress = files.ReadLine("/sys/class/net/" + nic.name + "/address");
   }
   return nics;

@@ -13,7 +13,8 @@ namespace HostLinux {
 
 /// The kernel's interfaces with their running configuration, refined by what networkd reported. For
 /// one that has a file of ours the configured one is what stands there; for the others it is taken
-/// to be the one that runs. Throws HostCtlException of `operation`.
+/// to be the one that runs. Whoever reads the switches adds
+/// what they are connected to. Throws HostCtlException of `operation`.
 std::vector<HostSeam::KernelNic> readKernelNics(const Files& files, const std::string& operation,
                                                 const std::vector<ReportedAddress>& reported);
 
