@@ -66,7 +66,7 @@ void writeIpConfig(const Files& files, const std::string& interface, const IpCon
   const bool released = takeReleaseBack(files, interface);
   const auto check = [&] { waitForStaticAddresses(kOperation, interface, ipConfigIn(file)); };
   const bool changed = own.Change(kOperation, interface, {{name, file.Text()}},
-                                  reloadAndCheck(kOperation, interface, check));
+                                  reloadAndCheck(files, kOperation, interface, check));
   if (released && !changed) reloadNetworkd(kOperation, interface);
 } catch (const std::system_error& error) {
   throw HostCtlException(kOperation, interface, error.what());

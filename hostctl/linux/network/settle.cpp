@@ -2,9 +2,11 @@
 #include "linux/network/settle.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <utility>
 
 #include "hostctl/lib/exception.h"
+#include "linux/network/foreign.h"
 #include "linux/network/networkd_bus.h"
 #include "linux/network/wait.h"
 
@@ -16,6 +18,14 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 constexpr std::chrono::seconds kCarrierWithin{3};
+constexpr std::chrono::seconds kBegunWithin{1};
+
+/// When networkd last wrote down how the interface is.
+std::filesystem::file_time_type lastSaid(const Files& files, const std::string& interface) {
+  const std::string index = std::to_string(indexOf(files, interface));
+  std::error_code error;
+  return std::filesystem::last_write_time(files.Path("/run/systemd/netif/links/" + index), error);
+}
 
 }  // namespace
 
@@ -36,10 +46,12 @@ void waitInForce(const std::string& operation, const std::string& interface,
                            "systemd-networkd did not set " + what + " within 10 seconds");
 }
 
-OwnFiles::TakeOver reloadAndCheck(const std::string& operation, const std::string& interface,
-                                  std::function<void()> check) {
-  return [=]() mutable {
+OwnFiles::TakeOver reloadAndCheck(const Files& files, const std::string& operation,
+                                  const std::string& interface, std::function<void()> check) {
+  return [=, &files]() mutable {
+    const auto before = lastSaid(files, interface);
     reloadNetworkd(operation, interface);
+    waitFor(kBegunWithin, [&] { return lastSaid(files, interface) != before; });
     if (const auto once = std::exchange(check, nullptr)) once();
   };
 }
