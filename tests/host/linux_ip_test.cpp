@@ -210,7 +210,7 @@ TEST_F(LinuxIp, LeasesAreRenewedAndGivenBack) {
   inNamespaces([] {
     const NetworkLab lab;
     lab.StartNetworkd();
-    lab.Serve("dhcp4 dhcp6");
+    lab.Serve("dhcp4 dhcp6 ra");
     LinuxDriver driver;
     auto& network = driver.Network();
     IpConfig config = Dhcp();
