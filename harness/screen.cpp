@@ -57,6 +57,18 @@ std::string Screen::Dump() const {
   return out.str();
 }
 
+std::string focusedText(const Screen& screen) {
+  constexpr Colours kFocus{7, 0};
+  std::string text;
+  const auto [rows, columns] = screen.GetSize();
+  for (int i = 0; i < rows * columns; ++i)
+    if (screen.ColoursAt(i / columns, i % columns) == kFocus)
+      text += screen.At(i / columns, i % columns).text;
+  const std::size_t start = text.find_first_not_of(' ');
+  return start == std::string::npos ? ""
+                                    : text.substr(start, text.find_last_not_of(' ') + 1 - start);
+}
+
 void PrintTo(const Screen& screen, std::ostream* out) {
   *out << "\n" << screen.Dump();
 }

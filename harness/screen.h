@@ -80,6 +80,9 @@ class Screen {
   std::vector<Cell> cells_;
 };
 
+/// The text in the colours of the focus, white on black, without the blanks around it.
+std::string focusedText(const Screen& screen);
+
 /// How a failed comparison of screens prints them.
 void PrintTo(const Screen& screen, std::ostream* out);
 

@@ -40,6 +40,10 @@ void NetworkLab::Configure(const std::string& name, const std::string& text) con
   std::ofstream("/etc/systemd/network/" + name) << text;
 }
 
+void NetworkLab::InstallTools(const std::string& matrixModule) const {
+  Verb("install " KIVA_SOURCE_DIR "/packaging " KIVA_BUILD_DIR " " + matrixModule);
+}
+
 void NetworkLab::Serve(const std::string& services, const std::string& lease) const {
   setenv("LEASE", lease.c_str(), 1);
   Verb("serve " + services);

@@ -27,6 +27,9 @@ class NetworkLab {
   void Configure(const std::string& name, const std::string& text) const;
   void StartNetworkd() const { Verb("networkd"); }
   void StartHostnamed() const { Verb("hostnamed"); }
+  /// Puts in the host tools of the build, the defaults of the package, and a login at the console
+  /// as root with the password "secret", through a PAM module that asks a file.
+  void InstallTools(const std::string& matrixModule) const;
   /// Starts the machine's network as a restart of the machine would: devices, addresses and what
   /// networkd kept in /run are gone, and it starts with what stands in files. hostnamed is gone.
   void StartAfresh() const { Verb("afresh"); }

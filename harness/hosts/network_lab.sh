@@ -102,6 +102,18 @@ networkd() {
 
 hostnamed() { run hostnamed.pid /lib/systemd/systemd-hostnamed; }
 
+# The host tools and the defaults of the package, and a login as root with the password "secret": install
+# PACKAGING BUILD PAM-MODULE, the folder of the package's parts, that of the build and what asks a file.
+install() {
+  tar -C "$2/packaging/links" -c bin sbin | tar -C / -x --keep-directory-symlink --no-overwrite-dir
+  mkdir -p /usr/lib/kiva /run/corvo
+  ln -sf "$2/bin/kiva-tools" /usr/lib/kiva/kiva-tools
+  cp -r "$1/etc/corvo" /etc/corvo
+  : >/run/corvo/show-kiva-login
+  echo root:secret:kiva >/run/lab/passwords
+  for kind in auth account; do echo "$kind required $3 passdb=/run/lab/passwords"; done >/etc/pam.d/kiva
+}
+
 # What a restart of the machine leaves of its network: what stands in files.
 afresh() {
   stop networkd.pid

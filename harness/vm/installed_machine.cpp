@@ -20,19 +20,6 @@ using Harness::Screen;
 constexpr const char* kPlain = "plain";
 constexpr const char* kInstalled = "installed";
 
-/// The text of all cells in the colours of the focus.
-std::string focused(const Screen& screen) {
-  constexpr Harness::Colours kFocus{7, 0};  // white on black
-  std::string text;
-  const auto [rows, columns] = screen.GetSize();
-  for (int i = 0; i < rows * columns; ++i)
-    if (screen.ColoursAt(i / columns, i % columns) == kFocus)
-      text += screen.At(i / columns, i % columns).text;
-  const std::size_t start = text.find_first_not_of(' ');
-  return start == std::string::npos ? ""
-                                    : text.substr(start, text.find_last_not_of(' ') + 1 - start);
-}
-
 fs::path folder() {
   const char* path = std::getenv("KIVA_VM");
   if (!path) throw std::runtime_error("script/test-vm makes a machine and runs these tests");
@@ -93,21 +80,11 @@ void InstalledMachine::LogIn(const std::string& key, const std::string& password
 }
 
 void InstalledMachine::Focus(const std::string& entry) {
-  constexpr int kMostEntries = 300;
-  Screen screen = machine_->WaitFor(entry);
-  for (int i = 0; i < kMostEntries; ++i) {
-    if (focused(screen) == entry) return;
-    machine_->Press("Down");
-    const std::string before = focused(screen);
-    screen = machine_->WaitUntil([&](const Screen& now) { return focused(now) != before; },
-                                 "the focus to leave " + before);
-  }
-  throw Harness::WaitFailed("no entry " + entry + " in\n" + screen.Dump());
+  machine_->Do({"focus:" + entry});
 }
 
 void InstalledMachine::Choose(const std::string& entry) {
-  Focus(entry);
-  machine_->Press("Enter");
+  machine_->Do({"choose:" + entry});
 }
 
 std::string InstalledMachine::Shell(const std::string& script) {

@@ -48,9 +48,16 @@ std::vector<std::string> qemu(const MachineParts& parts, const std::filesystem::
       "root=/dev/vda rw", "-drive",
       "if=virtio,format=qcow2,cache=unsafe,file=" + parts.disk.string(), "-drive",
       "if=virtio,format=raw,readonly=on,file=" + (parts.folder / "payload.tar").string(), "-netdev",
-      "user,id=net,restrict=on,hostfwd=tcp:127.0.0.1:0-:22", "-device", "virtio-net-pci,netdev=net",
-      "-qmp", "unix:" + sockets + "monitor,server=on,wait=off", "-serial",
+      "user,id=net,restrict=on,hostfwd=tcp:127.0.0.1:0-:22", "-device",
+      "virtio-net-pci,netdev=net,mac=52:54:00:00:00:00", "-qmp",
+      "unix:" + sockets + "monitor,server=on,wait=off", "-serial",
       "unix:" + sockets + "shell,server=on,wait=off"};
+  for (const char* number : {"1", "2", "3"}) {
+    const std::string name = std::string("nic") + number;
+    arguments.insert(arguments.end(),
+                     {"-netdev", "hubport,hubid=0,id=" + name, "-device",
+                      "virtio-net-pci,netdev=" + name + ",mac=52:54:00:00:00:0" + number});
+  }
   if (!parts.snapshot.empty()) arguments.insert(arguments.end(), {"-loadvm", parts.snapshot});
   return arguments;
 }

@@ -31,9 +31,11 @@ struct ShellAnswer {
 
 /// A whole PC in QEMU with a VGA text screen of 80 x 25 cells, typed at through its keyboard and
 /// looked at through its screen. On its first serial line it has to have a root shell that writes
-/// "ready" when it starts (tests/vm/make-image). Software emulation only: it is the same on every
-/// machine. It is killed when this object goes. Waits throw WaitFailed, with the screen, when their
-/// deadline is over.
+/// "ready" when it starts (tests/vm/make-image). Of its four NICs, 52:54:00:00:00:00 and so on, the
+/// first leads to this host and SSH, and the other three meet in a hub; the monitor's "set_link
+/// nic1 off" pulls the cable of one. Software emulation only: it is the same on every machine. It
+/// is killed when this object goes. Waits throw WaitFailed, with the screen, when their deadline is
+/// over.
 class Machine {
  public:
   using Milliseconds = std::chrono::milliseconds;

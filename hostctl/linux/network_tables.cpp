@@ -110,6 +110,14 @@ void takeNextHop(const nlattr* multipath, int family, DefaultRoute& route) {
   }
 }
 
+IpAddress withZone(const IpAddress& gateway, int index) {
+  const auto* address = std::get_if<Ipv6Address>(&gateway);
+  char name[IF_NAMESIZE];
+  if (!address || !address->IsLinkLocal()) return gateway;
+  if (!if_indextoname(static_cast<unsigned>(index), name)) return gateway;
+  return Ipv6Address(address->GetBytes(), name);
+}
+
 int takeRoute(const nlmsghdr* message, void* into) {
   const auto* header = static_cast<const rtmsg*>(mnl_nlmsg_get_payload(message));
   const bool known = header->rtm_family == AF_INET || header->rtm_family == AF_INET6;
@@ -121,6 +129,7 @@ int takeRoute(const nlmsghdr* message, void* into) {
                      addressOf(header->rtm_family, attributes[RTA_GATEWAY]),
                      numberOf(attributes[RTA_PRIORITY], 0)};
   if (attributes[RTA_MULTIPATH]) takeNextHop(attributes[RTA_MULTIPATH], header->rtm_family, route);
+  route.gateway = withZone(route.gateway, route.index);
   static_cast<NetworkTables*>(into)->defaultRoutes.push_back(route);
   return MNL_CB_OK;
 }

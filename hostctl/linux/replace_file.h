@@ -1,22 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <sys/types.h>
-
-#include <string>
-#include <string_view>
+#include "hostctl/lib/whole_file.h"
 
 namespace HostLinux {
 
-/// Puts `text` in the place of the file at `path`, which is at every moment the old or the new one;
-/// the folders above it are made where they are missing. The text is on the disk when this returns.
-/// Throws std::system_error, whose text names the path, with the old file as it was.
-void replaceFile(const std::string& path, std::string_view text, mode_t mode = 0644);
-
-/// Does the same with a file that is written already, at `from` on the same disk.
-void publishFile(const std::string& from, const std::string& path, mode_t mode);
-
-/// Has the names in a folder on the disk.
-void syncFolder(const std::string& folder);
+// How this machine's own files are written.
+using HostCtl::Lib::changeFile;
+using HostCtl::Lib::publishFile;
+using HostCtl::Lib::replaceFile;
+using HostCtl::Lib::syncFolder;
 
 }  // namespace HostLinux

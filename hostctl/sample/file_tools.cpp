@@ -50,23 +50,6 @@ FileLock::FileLock(const std::filesystem::path& path)
     if (errno != EINTR) fail(path);
 }
 
-std::string readAll(const Descriptor& file, const std::filesystem::path& path) {
-  std::string content;
-  char block[16384];
-  while (true) {
-    const ssize_t count = read(file.Get(), block, sizeof block);
-    if (count == 0) return content;
-    if (count > 0) content.append(block, static_cast<std::size_t>(count));
-    if (count < 0 && errno != EINTR) fail(path);
-  }
-}
-
-std::string readFile(const std::filesystem::path& path) {
-  const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
-  if (!file) fail(path);
-  return readAll(file, path);
-}
-
 void createFile(const std::filesystem::path& path, std::string_view content) {
   const Descriptor file = openForWriting(path);
   writeAll(file, content, path);

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "hostctl/lib/descriptor.h"
+#include "hostctl/lib/whole_file.h"
 
 namespace HostSample {
 
@@ -19,11 +20,8 @@ class FileLock {
   HostCtl::Lib::Descriptor file_;
 };
 
-/// Everything that is left to read of an open file.
-std::string readAll(const HostCtl::Lib::Descriptor& file, const std::filesystem::path& path);
-
-/// The whole file at `path`.
-std::string readFile(const std::filesystem::path& path);
+using HostCtl::Lib::readAll;
+using HostCtl::Lib::readFile;
 
 /// Writes a file that nobody reads yet; nothing waits for the disk.
 void createFile(const std::filesystem::path& path, std::string_view content);

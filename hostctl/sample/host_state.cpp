@@ -141,6 +141,10 @@ void readRehearsals(const JsonNode& top, HostState& state) {
     state.features = readMap(*features, [](const JsonNode& feature) { return feature.Flag(); });
   if (const auto reachable = top.Find("reachable"))
     state.reachable = readList(*reachable, readText);
+  if (const auto resolvable = top.Find("resolvable"))
+    state.resolvable = readList(*resolvable, readText);
+  if (const auto seconds = top.Find("resolutionSeconds"))
+    state.resolutionSeconds = readSmall(*seconds, 0, 86400);
   if (const auto alert = top.Find("systemAlert")) state.systemAlert = alert->Text();
   if (const auto status = top.Find("eventLibraryStatus"))
     state.eventLibraryStatus = readSmall(*status, -0x7fffffff, 0x7fffffff);

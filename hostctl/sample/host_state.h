@@ -83,6 +83,9 @@ struct HostState {
   std::map<std::string, bool> features;
   /// Addresses that answer a ping.
   std::vector<std::string> reachable;
+  /// Names that the name servers know, and how long they take to answer.
+  std::vector<std::string> resolvable;
+  int resolutionSeconds = 0;
   std::string systemAlert;
   int eventLibraryStatus = 0;
   std::map<std::string, std::string> faults;

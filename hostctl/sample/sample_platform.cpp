@@ -4,12 +4,27 @@
 #include <syslog.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <system_error>
+
+#include "hostctl/network/hosts_file.h"
 #include "sample/file_tools.h"
 #include "sample/journal_line.h"
 
 namespace HostSample {
 
 using HostCtl::Lib::Program;
+
+namespace {
+
+bool isInHostsFile(const std::string& file, const std::string& name) try {
+  const std::string text = readFile(file);
+  return HostCtl::Network::withoutHostName(text, name) != text;
+} catch (const std::system_error&) {
+  return false;
+}
+
+}  // namespace
 
 SamplePlatform::SamplePlatform(std::filesystem::path directory)
     : directory_(std::move(directory)),
@@ -20,8 +35,12 @@ std::string SamplePlatform::HostPath(std::string_view path) const {
   return (directory_ / "root").string().append(path);
 }
 
-bool SamplePlatform::ResolveName(const std::string&) {
-  return false;
+bool SamplePlatform::ResolveName(const std::string& name) {
+  journal_.Append("resolve", name);
+  sleep(static_cast<unsigned>(store_.GetLastGood(&HostState::resolutionSeconds)));
+  if (isInHostsFile(HostPath("/etc/hosts"), name)) return true;
+  const auto resolvable = store_.GetLastGood(&HostState::resolvable);
+  return std::find(resolvable.begin(), resolvable.end(), name) != resolvable.end();
 }
 
 Program SamplePlatform::ChildProgram(const Program& program) {

@@ -14,6 +14,7 @@
 #include "core/terminal.h"
 #include "hostctl/lib/exception.h"
 #include "hostctl/lib/platform.h"
+#include "network/hosts_backup.h"
 
 namespace Kiva {
 
@@ -57,6 +58,7 @@ int runConsole(const ConsoleOptions& options) {
   startSignalThread();
   reloadIdleTimeout();
   prepareTerminal();
+  repairHostsFile();
   startScreen();
   registerHostFacts();
   runWelcomeWindow();

@@ -4,8 +4,10 @@
 #include "console/log_viewer.h"
 #include "console/support_pages.h"
 #include "core/keys.h"
-#include "core/log.h"
 #include "network/management_interface.h"
+#include "network/network_window.h"
+#include "network/restart_network_dialog.h"
+#include "network/test_dialog.h"
 #include "system/change_password_dialog.h"
 #include "system/keyboard_dialog.h"
 #include "system/lockdown.h"
@@ -22,10 +24,13 @@ namespace {
 constexpr const char* kLogOut =
     "{align:right}{color:white}<Esc>{/color}{color:light-grey} Log Out{/color}{/align}";
 
-bool managementInterfaceUsable() {
-  if (findManagementInterface()) return true;
-  logError("Could not get a suitable management interface");
-  return false;
+// An interface that was there when the menu opened may be gone.
+template <typename NetworkDialog>
+void runOnInterface(Frame& owner, TextId titleWhenGone, const char* textWhenGone) {
+  const auto interface = requireManagementInterface();
+  if (!interface) return showMessage(owner, titleWhenGone, textWhenGone);
+  NetworkDialog dialog(owner, *interface);
+  runWindow(dialog);
 }
 
 }  // namespace
@@ -36,7 +41,7 @@ GeneralWindow::GeneralWindow(Frame& owner)
           {.title = TextId::kSystemCustomization, .leftFooter = kSelectFooter, .wayOut = kLogOut}),
       lockdownEnabled_(isLockdownEnabled()),
       lockdownSelectable_(lockdownEnabled_ || isLockdownPossible()),
-      networkUsable_(managementInterfaceUsable()),
+      networkUsable_(requireManagementInterface() != nullptr),
       supportPages_(supportPages()) {
   AddEntries(Entries());
 }
@@ -82,10 +87,20 @@ void GeneralWindow::EnterLockdown() {
   Show();
 }
 
+void GeneralWindow::EnterNetwork() {
+  NetworkWindow window(*this);
+  runWindow(window);
+  Show();
+}
+
 void GeneralWindow::EnterRestartNetwork() {
-  if (managementInterfaceUsable()) return;
-  showMessage(*this, TextId::kRestartManagementNetworkError,
-              Text(TextId::kManagementNetworkInterfaceNotFound));
+  runOnInterface<RestartNetworkDialog>(*this, TextId::kRestartManagementNetworkError,
+                                       Text(TextId::kManagementNetworkInterfaceNotFound));
+}
+
+void GeneralWindow::EnterTestNetwork() {
+  runOnInterface<TestDialog>(*this, TextId::kTestManagementNetworkTitle,
+                             Text(TextId::kManagementNetworkInterfaceNotFound));
 }
 
 void GeneralWindow::EnterKeyboard() {

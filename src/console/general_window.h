@@ -37,7 +37,9 @@ class GeneralWindow : public MenuWindow<GeneralWindow> {
 
   void EnterPassword();
   void EnterLockdown();
+  void EnterNetwork();
   void EnterRestartNetwork();
+  void EnterTestNetwork();
   void EnterKeyboard();
   void EnterTroubleshooting();
   void EnterReset();

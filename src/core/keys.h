@@ -47,6 +47,14 @@ constexpr bool isByte(int key) {
   return isPrintable(key) || (key >= 128 && key <= 255);
 }
 
+/// What fields for numbers and for names take.
+constexpr bool isDigit(int key) {
+  return key >= '0' && key <= '9';
+}
+constexpr bool isLetter(int key) {
+  return (key >= 'a' && key <= 'z') || (key >= 'A' && key <= 'Z');
+}
+
 }  // namespace Kiva::Key
 
 namespace Kiva {

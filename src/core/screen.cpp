@@ -18,13 +18,13 @@ namespace Kiva {
 
 namespace {
 
-constexpr int kConsoleEscapeDelay = 25;
+constexpr int kQuickEscapeDelay = 25;
 
 // On a Linux console a key's bytes come whole, so Escape need not wait for more; elsewhere an
 // operator may type Escape and then a digit by hand, and the default second stays.
 void setEscapeDelay() {
   const char* term = std::getenv("TERM");
-  if (term && std::strcmp(term, "linux") == 0) set_escdelay(kConsoleEscapeDelay);
+  if (term && std::strcmp(term, "linux") == 0) set_escdelay(kQuickEscapeDelay);
 }
 
 // Ctrl-S at the machine would stop the screen, and the program with it, until somebody thinks of
@@ -105,6 +105,14 @@ void resumeScreen() {
 
 void discardTypeAhead() {
   flushinp();
+}
+
+QuickEscape::QuickEscape() : before_(get_escdelay()) {
+  set_escdelay(kQuickEscapeDelay);
+}
+
+QuickEscape::~QuickEscape() {
+  set_escdelay(before_);
 }
 
 int screenColumns() {

@@ -27,6 +27,19 @@ void resumeScreen();
 /// Drops the keys that were typed and not read yet.
 void discardTypeAhead();
 
+/// While it lives, a lone Escape is told from a key's sequence within 25 milliseconds on every
+/// terminal: for screens that have no other key, and whose Escape shall be seen at once.
+class QuickEscape {
+ public:
+  QuickEscape();
+  ~QuickEscape();
+  QuickEscape(const QuickEscape&) = delete;
+  QuickEscape& operator=(const QuickEscape&) = delete;
+
+ private:
+  const int before_;
+};
+
 int screenColumns();
 int screenLines();
 

@@ -20,78 +20,114 @@ using HostCtl::Network::VirtualSwitch;
 
 namespace {
 
-/// The standard switch of an interface and its port group there.
+/// The standard switch of an interface, its port group there, and the host's other switches.
 struct Attachment {
   std::unique_ptr<VirtualSwitch> standardSwitch;
   std::unique_ptr<PortGroup> portGroup;
+  std::vector<std::unique_ptr<VirtualSwitch>> others;
+};
+
+/// The one failure that callers see, because another kind of switch is nothing that went wrong.
+struct UnsupportedSwitch : HostCtlException {
+  UnsupportedSwitch() : HostCtlException("Unsupported vSwitch type") {}
 };
 
 template <typename Named>
-std::unique_ptr<Named> takeNamed(std::vector<std::unique_ptr<Named>> all, const std::string& name) {
+std::unique_ptr<Named> takeNamed(std::vector<std::unique_ptr<Named>>& all, const char* kind,
+                                 const std::string& name) {
   const auto found =
       std::find_if(all.begin(), all.end(), [&](const auto& one) { return one->GetName() == name; });
-  if (found == all.end()) throw HostCtlException("There is no " + name + ".");
-  return std::move(*found);
+  if (found == all.end()) throw HostCtlException(kind, name, "it does not exist");
+  auto taken = std::move(*found);
+  all.erase(found);
+  return taken;
 }
 
-void requireStandardSwitch(const ConnectionPoint& connection) {
-  constexpr const char* kUnsupported = "Unsupported vSwitch type";
-  if (connection.type == ConnecteeType::StandardPortGroup) return;
-  logError("%s", kUnsupported);
-  throw HostCtlException(kUnsupported);
-}
-
-Attachment attachmentOf(const ConnectionPoint& connection) {
+Attachment attachmentOf(const TarnNic& interface) {
+  const ConnectionPoint connection = interface.GetConnectionPoint();
+  if (connection.type != ConnecteeType::StandardPortGroup) throw UnsupportedSwitch();
   TarnCtl::Network::VirtualSwitchInfoImpl switches;
   Attachment found;
-  found.standardSwitch = takeNamed(switches.GetVirtualSwitches(), connection.switchName);
-  found.portGroup = takeNamed(found.standardSwitch->GetPortGroups(), connection.portGroup);
+  found.others = switches.GetVirtualSwitches();
+  found.standardSwitch = takeNamed(found.others, "Virtual switch", connection.switchName);
+  auto groups = found.standardSwitch->GetPortGroups();
+  found.portGroup = takeNamed(groups, "Port group", connection.portGroup);
   return found;
 }
 
-// Runs `action` on the interface's port group; `report` logs the host's failure. Only the wrong
-// kind of switch leaves as an exception.
-template <typename Action, typename Report>
-bool onPortGroup(const TarnNic& interface, const Action& action, const Report& report) {
-  ConnectionPoint connection;
-  try {
-    connection = interface.GetConnectionPoint();
-  } catch (const HostCtlException& e) {
-    return report(e), false;
-  }
-  requireStandardSwitch(connection);
-  try {
-    action(attachmentOf(connection));
-    return true;
-  } catch (const HostCtlException& e) {
-    return report(e), false;
-  }
+std::string troubleIn(const std::string& what, const HostCtlException& e) {
+  return what + " failed: " + e.what();
 }
 
 template <typename Action>
-bool teaming(const char* format, const Action& action) {
+bool logged(const std::string& what, const Action& action) try {
+  action();
+  return true;
+} catch (const UnsupportedSwitch& e) {
+  logError("%s", e.what());
+  throw;
+} catch (const HostCtlException& e) {
+  logError("%s", troubleIn(what, e).c_str());
+  return false;
+}
+
+constexpr const char* kGettingVlanId = "Getting VlanID";
+constexpr const char* kGettingUplinks = "Getting uplinks";
+
+std::int16_t vlanIdOf(const TarnNic& interface) {
+  return attachmentOf(interface).portGroup->GetVlanId();
+}
+
+std::vector<std::string> uplinksOf(const TarnNic& interface) {
+  return attachmentOf(interface).portGroup->GetNicTeamingPolicy().GetActiveUplinks();
+}
+
+template <typename Value>
+Answer<Value> answerOf(const TarnNic& interface, const char* what, Value (*read)(const TarnNic&)) {
   try {
-    action();
-    return true;
+    return {read(interface)};
+  } catch (const UnsupportedSwitch& e) {
+    return {{}, e.what()};
   } catch (const HostCtlException& e) {
-    logError("%s", (format + std::string(e.what())).c_str());
-    return false;
+    return {{}, troubleIn(what, e)};
   }
 }
 
+void setUplinks(PortGroup& portGroup, std::vector<std::string> order, std::size_t active) {
+  NicTeamingPolicy policy(std::move(order));
+  policy.SetMaxActiveUplinks(static_cast<int>(active));
+  portGroup.SetNicTeamingPolicy(policy);
+}
+
+// Behind the active adapters stand those that only wait.
 void makeActive(PortGroup& portGroup, const std::string& pnic) {
-  auto order = portGroup.GetNicTeamingPolicy().GetActiveUplinks();
-  if (std::find(order.begin(), order.end(), pnic) == order.end()) order.push_back(pnic);
-  portGroup.SetNicTeamingPolicy(NicTeamingPolicy(std::move(order)));
+  const NicTeamingPolicy policy = portGroup.GetNicTeamingPolicy();
+  auto active = policy.GetActiveUplinks();
+  if (std::find(active.begin(), active.end(), pnic) != active.end()) return;
+  auto waiting = policy.GetUplinkOrder();
+  waiting.erase(waiting.begin(), waiting.begin() + static_cast<std::ptrdiff_t>(active.size()));
+  std::erase(waiting, pnic);
+  active.push_back(pnic);
+  const std::size_t number = active.size();
+  active.insert(active.end(), waiting.begin(), waiting.end());
+  setUplinks(portGroup, std::move(active), number);
 }
 
 void makeInactive(PortGroup& portGroup, const std::string& pnic) {
-  auto order = portGroup.GetNicTeamingPolicy().GetActiveUplinks();
+  const NicTeamingPolicy policy = portGroup.GetNicTeamingPolicy();
+  auto active = policy.GetActiveUplinks();
+  auto order = policy.GetUplinkOrder();
+  std::erase(active, pnic);
   std::erase(order, pnic);
-  const int remaining = static_cast<int>(order.size());
-  NicTeamingPolicy policy(std::move(order));
-  policy.SetMaxActiveUplinks(remaining);
-  portGroup.SetNicTeamingPolicy(policy);
+  setUplinks(portGroup, std::move(order), active.size());
+}
+
+void logTaking(const std::string& pnic, const Attachment& at) {
+  for (const auto& other : at.others) {
+    const auto uplinks = other->GetUplinks();
+    if (std::find(uplinks.begin(), uplinks.end(), pnic) != uplinks.end())
+      logInfo("Taking %s from %s", pnic.c_str(), other->GetName().c_str());
+  }
 }
 
 }  // namespace
@@ -104,6 +140,12 @@ std::unique_ptr<TarnNic> findManagementInterface() {
   } catch (const HostCtlException&) {
     return nullptr;
   }
+}
+
+std::unique_ptr<TarnNic> requireManagementInterface() {
+  auto interface = findManagementInterface();
+  if (!interface) logError("Could not get a suitable management interface");
+  return interface;
 }
 
 bool isOnDistributedSwitch() {
@@ -140,59 +182,53 @@ std::string getSwitchName(const TarnNic& interface) try {
 }
 
 bool getVlanId(const TarnNic& interface, std::int16_t& vlanId) {
-  return onPortGroup(
-      interface, [&](const Attachment& at) { vlanId = at.portGroup->GetVlanId(); },
-      [](const auto& e) { logError("Getting VlanID failed: %s", e.what()); });
+  vlanId = 0;
+  return logged(kGettingVlanId, [&] { vlanId = vlanIdOf(interface); });
 }
 
 bool setVlanId(const TarnNic& interface, std::int16_t vlanId) {
-  return onPortGroup(
-      interface, [&](const Attachment& at) { at.portGroup->SetVlanId(vlanId); },
-      [](const auto& e) { logError("Setting VlanID failed: %s", e.what()); });
+  return logged("Setting VlanID", [&] { attachmentOf(interface).portGroup->SetVlanId(vlanId); });
 }
 
 bool getMaxActiveUplinks(const TarnNic& interface, int& number) {
-  return onPortGroup(
-      interface,
-      [&](const Attachment& at) {
-        number = at.portGroup->GetNicTeamingPolicy().GetMaxActiveUplinks();
-      },
-      [](const auto& e) { logError("Getting max number of active uplinks failed: %s", e.what()); });
+  return logged("Getting max number of active uplinks", [&] {
+    number = attachmentOf(interface).portGroup->GetNicTeamingPolicy().GetMaxActiveUplinks();
+  });
 }
 
 bool getUplinks(const TarnNic& interface, std::vector<std::string>& uplinks) {
-  return onPortGroup(
-      interface,
-      [&](const Attachment& at) {
-        uplinks = at.portGroup->GetNicTeamingPolicy().GetActiveUplinks();
-      },
-      [](const auto& e) { logError("Getting uplinks failed: %s", e.what()); });
+  uplinks.clear();
+  return logged(kGettingUplinks, [&] { uplinks = uplinksOf(interface); });
+}
+
+Answer<std::int16_t> readVlanId(const TarnNic& interface) {
+  return answerOf(interface, kGettingVlanId, vlanIdOf);
+}
+
+Answer<std::vector<std::string>> readUplinks(const TarnNic& interface) {
+  return answerOf(interface, kGettingUplinks, uplinksOf);
 }
 
 bool addUplink(const TarnNic& interface, const std::string& pnic) {
   bool active = false;
-  const bool added = onPortGroup(
-      interface,
-      [&](const Attachment& at) {
-        at.standardSwitch->AddUplink(pnic);
-        active = teaming("VS: add uplink to teaming policy failed: ",
-                         [&] { makeActive(*at.portGroup, pnic); });
-      },
-      [&](const auto& e) { logError("Adding uplink %s failed: %s", pnic.c_str(), e.what()); });
-  return added && active;
+  logged("Adding uplink " + pnic, [&] {
+    const Attachment at = attachmentOf(interface);
+    logTaking(pnic, at);
+    at.standardSwitch->AddUplink(pnic);
+    active = logged("VS: add uplink to teaming policy", [&] { makeActive(*at.portGroup, pnic); });
+  });
+  return active;
 }
 
 bool removeUplink(const TarnNic& interface, const std::string& pnic) {
   bool inactive = false;
-  const bool removed = onPortGroup(
-      interface,
-      [&](const Attachment& at) {
-        at.standardSwitch->RemoveUplink(pnic);
-        inactive = teaming("VS: remove uplink from teaming policy failed: ",
-                           [&] { makeInactive(*at.portGroup, pnic); });
-      },
-      [&](const auto& e) { logError("Removing uplink %s failed: %s", pnic.c_str(), e.what()); });
-  return removed && inactive;
+  logged("Removing uplink " + pnic, [&] {
+    const Attachment at = attachmentOf(interface);
+    at.standardSwitch->RemoveUplink(pnic);
+    inactive =
+        logged("VS: remove uplink from teaming policy", [&] { makeInactive(*at.portGroup, pnic); });
+  });
+  return inactive;
 }
 
 }  // namespace Kiva

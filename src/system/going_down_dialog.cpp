@@ -3,6 +3,7 @@
 
 #include "core/key_wait.h"
 #include "core/screen.h"
+#include "system/audit_events.h"
 
 namespace Kiva {
 
@@ -25,5 +26,17 @@ ShutdownConfirmDialog::ShutdownConfirmDialog(Frame& owner, VmStop machines)
 RebootConfirmDialog::RebootConfirmDialog(Frame& owner, VmStop machines)
     : GoingDownDialog(owner, {TextId::kRestartHost, TextId::kRestartInProgress, "reboot"},
                       machines) {}
+
+void shutDownHost(Frame& owner, VmStop machines) {
+  announceOperation("evb.user.kiva.shutdown.host", "Shutting down host");
+  ShutdownConfirmDialog dialog(owner, machines);
+  runWindow(dialog);
+}
+
+void rebootHost(Frame& owner, VmStop machines) {
+  announceOperation("evb.user.kiva.reboot.host", "Rebooting host");
+  RebootConfirmDialog dialog(owner, machines);
+  runWindow(dialog);
+}
 
 }  // namespace Kiva

@@ -39,4 +39,9 @@ class RebootConfirmDialog : public GoingDownDialog {
   RebootConfirmDialog(Frame& owner, VmStop machines);
 };
 
+/// Each notes in the log and as an event that the operator takes the host down, and runs its dialog
+/// over `owner`. They return only where the host's command could not be started.
+void shutDownHost(Frame& owner, VmStop machines);
+void rebootHost(Frame& owner, VmStop machines);
+
 }  // namespace Kiva

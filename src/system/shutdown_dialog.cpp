@@ -3,7 +3,6 @@
 
 #include "core/key_wait.h"
 #include "core/keys.h"
-#include "system/audit_events.h"
 #include "system/going_down_dialog.h"
 
 namespace Kiva {
@@ -14,22 +13,6 @@ constexpr const char* kFooter =
     "{color:black}<F2>{/color} {color:dark-grey}Shut Down{/color}  "
     "{color:black}<F11>{/color} {color:dark-grey}Restart{/color}"
     "{align:right}{color:black}<Esc>{/color} {color:dark-grey}Cancel{/color}{/align}";
-
-template <typename GoingDown>
-void run(Frame& owner, VmStop machines) {
-  GoingDown dialog(owner, machines);
-  runWindow(dialog);
-}
-
-constexpr struct {
-  int key;
-  const char* event;
-  const char* message;
-  void (*run)(Frame& owner, VmStop machines);
-} kWays[] = {
-    {Key::kF2, "evb.user.kiva.shutdown.host", "Shutting down host", run<ShutdownConfirmDialog>},
-    {Key::kF11, "evb.user.kiva.reboot.host", "Rebooting host", run<RebootConfirmDialog>},
-};
 
 }  // namespace
 
@@ -56,11 +39,9 @@ void ShutdownDialog::Handle(int key) {
     forced_.Toggle();
     DrawChoice();
   }
-  for (const auto& way : kWays) {
-    if (key != way.key) continue;
-    announceOperation(way.event, way.message);
-    way.run(*this, forced_.IsChecked() ? VmStop::Terminate : VmStop::Graceful);
-  }
+  const VmStop machines = forced_.IsChecked() ? VmStop::Terminate : VmStop::Graceful;
+  if (key == Key::kF2) shutDownHost(*this, machines);
+  if (key == Key::kF11) rebootHost(*this, machines);
 }
 
 void ShutdownDialog::DrawChoice() {

@@ -2,12 +2,9 @@
 #include "system/timeout_dialog.h"
 
 #include "core/idle_timeout.h"
-#include "core/key_wait.h"
-#include "core/keys.h"
 #include "core/log.h"
 #include "hostctl/lib/exception.h"
 #include "system/timeout_value.h"
-#include "ui/footer.h"
 #include "ui/markup_text.h"
 #include "ui/message_dialog.h"
 
@@ -18,46 +15,12 @@ namespace {
 constexpr int kWidth = 70;
 constexpr int kFieldWidth = 10;
 
-constexpr bool isDigit(int key) {
-  return key >= '0' && key <= '9';
-}
-
 }  // namespace
 
-TimeoutDialog::TimeoutDialog(Frame& owner, const Look& look)
-    : Dialog(owner, kWidth, look.height, look.topHeight), look_(look) {
-  Window& content = *Content();
-  fields_ = &content.Make<ItemList>(Rect{0, 0, content.Width(), content.Height()});
-}
-
-InputItem& TimeoutDialog::AddField(TextId label, std::int64_t minutes) {
-  InputItem& field = fields_->Append(std::make_unique<InputItem>(Text(label), kFieldWidth));
+InputItem& TimeoutDialog::AddMinutes(TextId label, std::int64_t minutes) {
+  InputItem& field = AddField(label, kFieldWidth);
   field.SetValue(std::to_string(minutes));
   return field;
-}
-
-int TimeoutDialog::Foreground() {
-  SetTitle(Text(look_.title));
-  SetText(Text(look_.text));
-  SetFooter(kOkCancelFooter);
-  fields_->FocusStart();
-  for (;;) {
-    const int key = getKey(*this);
-    if (key == Key::kEscape) return 0;
-    if (key == Key::kEnter) return Apply(), 1;
-    Handle(key);
-  }
-}
-
-void TimeoutDialog::Handle(int key) {
-  if (key == Key::kUp) {
-    fields_->MoveUp();
-  } else if (key == Key::kDown) {
-    fields_->MoveDown();
-  } else if (isDigit(key) || Key::isEditing(key)) {
-    fields_->Focused()->PressKey(key);
-    fields_->Draw();
-  }
 }
 
 std::optional<std::int64_t> TimeoutDialog::ChangedMinutes(const InputItem& field,
@@ -74,6 +37,7 @@ std::optional<std::int64_t> TimeoutDialog::ChangedMinutes(const InputItem& field
 ShellTimeoutDialog::ShellTimeoutDialog(Frame& owner)
     : TimeoutDialog(owner, {.title = TextId::kSetShellTimeouts,
                             .text = TextId::kSetShellTimeoutMinutes,
+                            .width = kWidth,
                             .height = 21,
                             .topHeight = 15}),
       shellFields_{MakeField(TextId::kAvailabilityTimeout, kShellAvailabilityTimeout),
@@ -81,7 +45,7 @@ ShellTimeoutDialog::ShellTimeoutDialog(Frame& owner)
 
 ShellTimeoutDialog::Field ShellTimeoutDialog::MakeField(TextId label, const ShellTimeout& timeout) {
   const std::int64_t minutes = readShellTimeout(timeout);
-  return {timeout, minutes, AddField(label, minutes)};
+  return {timeout, minutes, AddMinutes(label, minutes)};
 }
 
 // A value that somebody else made larger than the console allows may stay.
@@ -96,10 +60,11 @@ void ShellTimeoutDialog::Apply() {
 KivaTimeoutDialog::KivaTimeoutDialog(Frame& owner)
     : TimeoutDialog(owner, {.title = TextId::kSetKivaIdleTimeout,
                             .text = TextId::kSetKivaIdleMinutes,
+                            .width = kWidth,
                             .height = 14,
                             .topHeight = 9}),
       seconds_(readIdleTimeout()),
-      input_(AddField(TextId::kKivaIdleTimeout, seconds_ / kSecondsPerMinute)) {}
+      input_(AddMinutes(TextId::kKivaIdleTimeout, seconds_ / kSecondsPerMinute)) {}
 
 void KivaTimeoutDialog::Apply() {
   const auto minutes = ChangedMinutes(input_, seconds_, kSecondsPerMinute);

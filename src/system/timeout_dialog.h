@@ -5,28 +5,20 @@
 #include <cstdint>
 #include <optional>
 
+#include "core/keys.h"
 #include "system/shell_timeouts.h"
-#include "ui/dialog.h"
-#include "ui/input_item.h"
-#include "ui/item_list.h"
+#include "ui/field_dialog.h"
 
 namespace Kiva {
 
 /// Asks for time-outs in minutes, one field each, and applies them on Enter (1); Escape leaves them
 /// as they are (0). The dialogs below say which and how.
-class TimeoutDialog : public Dialog {
- public:
-  int Foreground() override;
-
+class TimeoutDialog : public FieldDialog {
  protected:
-  struct Look {
-    TextId title, text;
-    int height, topHeight;
-  };
-  TimeoutDialog(Frame& owner, const Look& look);
+  TimeoutDialog(Frame& owner, const Look& look) : FieldDialog(owner, look) {}
 
   /// Adds a field below the others that shows `minutes`.
-  InputItem& AddField(TextId label, std::int64_t minutes);
+  InputItem& AddMinutes(TextId label, std::int64_t minutes);
   /// Acts on what the fields hold now.
   virtual void Apply() = 0;
   /// The minutes to store instead of `stored`, in units of which `perMinute` are a minute; nothing
@@ -35,10 +27,8 @@ class TimeoutDialog : public Dialog {
                                              std::int64_t perMinute);
 
  private:
-  void Handle(int key);
-
-  const Look look_;
-  ItemList* fields_ = nullptr;
+  bool Takes(int key) const override { return Key::isDigit(key); }
+  bool Accept() override { return Apply(), true; }
 };
 
 /// The time-outs of the host's shells.

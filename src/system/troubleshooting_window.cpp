@@ -11,8 +11,6 @@ namespace Kiva {
 namespace {
 
 constexpr const char* kRestart = "{color:white}<Enter>{/color}{color:light-grey} Restart{/color}";
-constexpr const char* kExit =
-    "{align:right}{color:white}<Esc>{/color}{color:light-grey} Exit{/color}{/align}";
 
 }  // namespace
 

@@ -15,12 +15,21 @@ inline constexpr const char* kSelectFooter =
 /// What Enter does, at the start of a menu's right footer.
 inline constexpr const char* kChange =
     "{color:white}<Enter>{/color}{color:light-grey} Change{/color}";
+/// What Escape does in the windows that a menu opens, at the end of a right footer.
+inline constexpr const char* kExit =
+    "{align:right}{color:white}<Esc>{/color}{color:light-grey} Exit{/color}{/align}";
 /// For lists and menus of dialogs' kind, at the start of the footer.
 inline constexpr const char* kSelect =
     "{color:black}<Up/Down>{/color} {color:dark-grey}Select{/color}";
 /// For lists of check items or choices, at the start of the footer.
 inline constexpr const char* kToggle =
     "{color:black}<Space>{/color} {color:dark-grey}Toggle Selected{/color}";
+/// For choices of which Space marks one.
+inline constexpr const char* kMarkFooter =
+    "{color:black}<Up/Down>{/color} {color:dark-grey}Select{/color}  "
+    "{color:black}<Space>{/color} {color:dark-grey}Mark Selected{/color}"
+    "{align:right}{color:black}<Enter>{/color} {color:dark-grey}OK{/color}  "
+    "{color:black}<Esc>{/color} {color:dark-grey}Cancel{/color}{/align}";
 /// Where Enter is too easily pressed by mistake.
 inline constexpr const char* kF11CancelFooter =
     "{align:right}{color:black}<F11>{/color} {color:dark-grey}OK{/color}  "

@@ -15,8 +15,10 @@ class InputItem : public Item {
   /// `fieldWidth` in columns; -1 takes about half the row.
   InputItem(std::string label, int fieldWidth, Masking masking = Masking::kNone);
 
-  /// Puts a value in, selected: the next typed character replaces it.
-  void SetValue(const std::string& value) { editor_.SetValue(value); }
+  /// Puts a value in; when it is selected, the next typed character replaces it.
+  void SetValue(const std::string& value, Selection selection = Selection::kWhole) {
+    editor_.SetValue(value, selection);
+  }
   const std::string& Value() const { return editor_.Value(); }
 
   void Draw(TextArea& row) override;

@@ -37,8 +37,8 @@ struct MenuLook {
 };
 
 /// A full-screen window that is a table of entries: the list on the left, what the selected entry
-/// is about on the right. Enter does what the entry's row says, Escape ends the window. W derives
-/// from it and hands its table to AddEntries once it is complete itself.
+/// is about on the right. Enter does what the entry's row says, Escape ends the window unless W
+/// objects. W derives from it and hands its table to AddEntries once it is complete itself.
 template <typename W>
 class MenuWindow : public RootWindow {
  public:
@@ -48,8 +48,10 @@ class MenuWindow : public RootWindow {
     Show();
     for (;;) {
       const int key = getKey(*this);
-      if (key == Key::kEscape) return 1;
-      Handle(key);
+      if (key != Key::kEscape)
+        Handle(key);
+      else if (MayClose())
+        return 1;
     }
   }
 
@@ -93,6 +95,8 @@ class MenuWindow : public RootWindow {
 
   /// The selection is about to leave its entry.
   virtual void Leave() {}
+  /// Whether Escape ends the window.
+  virtual bool MayClose() { return true; }
   /// A key that means nothing to the menu itself.
   virtual void HandleOther(int) {}
 

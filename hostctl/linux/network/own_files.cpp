@@ -38,18 +38,18 @@ int rank(const FileChange& change) {
   return isDevice(change) ? 3 : 2;
 }
 
-void makeFolder(const std::string& folder) {
-  if (fs::create_directories(folder))
-    fs::permissions(folder, fs::perms::owner_all | fs::perms::group_read | fs::perms::group_exec |
-                                fs::perms::others_read | fs::perms::others_exec);
-}
-
 }  // namespace
 
 std::string ownFileName(const std::string& subject, const std::string& kind) {
   if (!isPlainName(subject) || subject.size() > kLongestInterface)
     throw HostCtlException("write a network file", subject, "not the name of an interface");
   return std::string(kOwnNetworkFiles) + subject + "." + kind;
+}
+
+void makeReadableFolder(const std::string& folder) {
+  using enum fs::perms;
+  if (fs::create_directories(folder))
+    fs::permissions(folder, owner_all | group_read | group_exec | others_read | others_exec);
 }
 
 std::vector<std::string> OwnFiles::List() const {
@@ -75,7 +75,7 @@ bool OwnFiles::Exists(const std::string& name) const {
 
 HostCtl::Lib::Descriptor OwnFiles::Lock() const {
   const std::string folder = files_.Path(kNetworkFolder);
-  makeFolder(folder);
+  makeReadableFolder(folder);
   return lockFolder(folder);
 }
 
@@ -104,7 +104,7 @@ bool OwnFiles::Change(const std::string& operation, const std::string& object,
                    [](const FileChange& a, const FileChange& b) { return rank(a) < rank(b); });
   std::vector<FileChange> old;
   try {
-    makeFolder(files_.Path(kNetworkFolder));
+    makeReadableFolder(files_.Path(kNetworkFolder));
     for (const auto& change : changes) {
       FileChange before{change.name, Text(change.name)};
       Write(change);

@@ -24,6 +24,9 @@ struct FileChange {
 /// HostCtlException for a subject that is no interface's name.
 std::string ownFileName(const std::string& subject, const std::string& kind);
 
+/// Makes the folder where it is missing, for networkd to read whatever the umask.
+void makeReadableFolder(const std::string& folder);
+
 /// Kiva's own files in networkd's folder, which are all that Kiva keeps about the network.
 /// Everything that changes the network writes them through Change; files of others are never
 /// touched.

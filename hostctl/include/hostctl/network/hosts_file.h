@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace HostCtl::Network {
+
+/// The host's own table of names, which name resolution asks before any server. Throws
+/// HostCtlException when the host fails.
+class HostsFile {
+ public:
+  virtual ~HostsFile() = default;
+  /// Takes a name, first or alias and whatever its case, out of every entry; an entry that has no
+  /// other is gone. Everything else in the file stays byte for byte.
+  virtual void RemoveEntryByHostName(const std::string& name) = 0;
+};
+
+/// That change on the text of a hosts file. The comment behind an entry stays.
+std::string withoutHostName(std::string_view text, std::string_view name);
+
+}  // namespace HostCtl::Network

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "network/adapter_list.h"
+#include "ui/dialog.h"
+#include "ui/item_list.h"
+
+namespace Kiva {
+
+/// Lets the operator choose the physical adapters that carry the management network, and asks
+/// before it takes one that another switch uses. Result 1 with a choice, 0 after Escape.
+class AdaptersDialog : public Dialog {
+ public:
+  /// `selected` starts checked, at the top of the list and in this order.
+  AdaptersDialog(Frame& owner, const HostCtl::Network::TarnNic& interface,
+                 std::vector<std::string> selected);
+  int Foreground() override;
+
+  /// The checked adapters in the order of the list: the primary one first.
+  const std::vector<std::string>& Selected() const { return selected_; }
+
+ private:
+  void LayOut();
+  void Handle(int key);
+  void ShowDetails();
+  bool Accept();
+  bool MayTakeUsed();
+  bool IsUsedElsewhere(const HostCtl::Network::PnicRecord& pnic) const;
+
+  std::vector<std::string> selected_;
+  const Pnics pnics_;
+  /// The management port group's.
+  const std::string switchName_;
+  ItemList* items_ = nullptr;
+  /// One an adapter.
+  std::vector<CheckItem*> checks_;
+};
+
+}  // namespace Kiva

@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: MIT
+#include "network/do_restart_network_dialog.h"
+
+#include <algorithm>
+
+#include "core/key_wait.h"
+#include "core/keys.h"
+#include "core/log.h"
+#include "core/screen.h"
+#include "hostctl/lib/exception.h"
+#include "network/management_interface.h"
+#include "system/audit_events.h"
+#include "ui/footer.h"
+#include "ui/message_dialog.h"
+
+namespace Kiva {
+
+using HostCtl::Lib::HostCtlException;
+using HostCtl::Network::IpConfig;
+using HostCtl::Network::TarnNic;
+
+namespace {
+
+constexpr std::size_t kShownNetworks = 2;
+constexpr std::size_t kAllThatFit = 3;
+
+// A host that does not tell is taken for one without static addresses: none is shown.
+template <typename Read>
+IpConfig configFrom(const Read& read) try {
+  return read();
+} catch (const HostCtlException& exception) {
+  logError("%s", exception.what());
+  return {};
+}
+
+}  // namespace
+
+std::string restartedAddresses(const IpConfig& running, bool ipv4Static, const std::string& label) {
+  const std::string begin = "   " + label;
+  std::string lines;
+  if (ipv4Static) lines = begin + " " + running.GetIpv4Address().GetStringAddress() + "\n";
+  auto networks = running.GetIpv6Networks();
+  std::erase_if(networks, [](const auto& network) { return network.address.IsLinkLocal(); });
+  const std::size_t shown = networks.size() == kAllThatFit ? kAllThatFit : kShownNetworks;
+  for (std::size_t i = 0; i < std::min(shown, networks.size()); ++i)
+    lines += begin + networks[i].ToString() + "\n";
+  if (networks.size() > shown) lines += "   ...\n";
+  return lines.empty() ? lines : "\n" + lines;
+}
+
+DoRestartNetworkDialog::DoRestartNetworkDialog(Frame& owner, TarnNic& interface)
+    : Dialog(owner, 70, 16, 5), interface_(interface) {
+  Window& content = *Content();
+  progress_ = &content.Make<TextArea>(Rect{0, 0, content.Width(), content.Height()}, kParentColor);
+}
+
+int DoRestartNetworkDialog::Foreground() {
+  Restart();
+  SetFooter(kOkFooter);
+  if (failed_) ReportFailure();
+  discardTypeAhead();
+  while (getKey(*this) != Key::kEnter) {
+  }
+  return 1;
+}
+
+void DoRestartNetworkDialog::Restart() {
+  const IpConfig configured = configFrom([&] { return interface_.GetConfiguredIpConfig(); });
+  announceOperation("evb.user.kiva.network.restart", "Restarting " + interface_.GetInterfaceName());
+  SetTitle(Text(TextId::kRestartManagementNetworkTitle));
+  SetText(Text(TextId::kPleaseWaitNetworkRestarts));
+  Append(std::string(Text(TextId::kStoppingManagementNetwork)) + " ");
+  Append(std::string(Outcome([&] { interface_.ReleaseLease(), interface_.Disable(); })) + "\n");
+  Append(std::string(Text(TextId::kStartingManagementNetwork)) + " ");
+  const char* started = Outcome([&] { interface_.Enable(); });
+  const IpConfig running =
+      configFrom([&] { return interface_.Refresh(), interface_.GetIpConfig(); });
+  Append(restartedAddresses(running, configured.GetIpv4UseStatic(), Text(TextId::kIpAddressIs)));
+  Append(started);
+}
+
+// The operator sees the step before it is taken: none of them waits for a key.
+void DoRestartNetworkDialog::Append(const std::string& text) {
+  progress_->AppendText(text);
+  updateScreen();
+}
+
+const char* DoRestartNetworkDialog::Outcome(const std::function<void()>& step) try {
+  step();
+  return Text(TextId::kDone);
+} catch (const HostCtlException& exception) {
+  logError("%s", exception.what());
+  failed_ = true;
+  return Text(TextId::kFailed);
+}
+
+void DoRestartNetworkDialog::ReportFailure() {
+  const bool gone = !findManagementInterface();
+  showMessage(*this, TextId::kRestartManagementNetworkError,
+              Text(gone ? TextId::kManagementNetworkInterfaceNotFound
+                        : TextId::kManagementNetworkOperationFailed));
+}
+
+}  // namespace Kiva

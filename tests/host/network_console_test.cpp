@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+// The console of a machine of its own, whose management network an operator tests and changes.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <fstream>
+
+#include "harness/hosts/lab_console.h"
+#include "linux/files.h"
+
+using namespace HostLinux;
+using Harness::Screen;
+using Clock = std::chrono::steady_clock;
+
+namespace {
+
+class NetworkConsole : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (const std::string why = LabConsole::Obstacle(); !why.empty()) GTEST_SKIP() << why;
+  }
+};
+
+constexpr const char* kHosts = "127.0.0.1 localhost\n10.9.0.5 machine.lab.example machine\n";
+
+// A machine set up by hand whose hosts file knows its own name.
+void setUpByHand(const NetworkLab& lab) {
+  lab.Configure("eth0.network",
+                "[Match]\nName=eth0\n[Network]\nAddress=10.9.0.5/24\nGateway=10.9.0.1\n"
+                "Address=fd00:9::5/64\n");
+  lab.StartNetworkd();
+  std::ofstream("/etc/hosts") << kHosts;
+  std::ofstream("/etc/resolv.conf")
+      << "search lab.example\nnameserver 10.9.0.1\noptions timeout:2 attempts:1\n";
+}
+
+bool isRunning(const Screen& screen) {
+  return screen.Shows("Testing Management Network") && screen.Shows("<Esc> Cancel");
+}
+
+// "OK. Failed. ": what the test says of each line, once all of it is there.
+std::string results(LabConsole& console) {
+  const Screen screen = console.WaitUntil(
+      [](const Screen& now) { return now.Shows("Testing Management") && !isRunning(now); },
+      "the end of the test");
+  std::string words;
+  for (int row = 0; row < screen.GetSize().rows; ++row)
+    for (const char* word : {" OK. ", " Failed. "})
+      if (screen.Row(row).find(word) != std::string::npos) words += word + 1;
+  return words;
+}
+
+TEST_F(NetworkConsole, TestsTheNetwork) {
+  inNamespaces([] {
+    const NetworkLab lab;
+    setUpByHand(lab);
+    LabConsole console(lab);
+    console.LogIn();
+    console.Do({"choose:Test Management Network", "wait:machine.lab.example"});
+    const struct {
+      const char* services;
+      std::vector<std::string> addresses;
+      const char* results;
+    } cases[] = {{"dns", {"10.99.0.1", "fd00:9::1"}, "OK. OK. OK. "},
+                 {"refuse", {"10.9.0.200", "fd00:9::200"}, "Failed. Failed. Failed. "},
+                 {"", {"10.9.0.1", ""}, "OK. Failed. "}};
+    for (const auto& one : cases) {
+      lab.Serve(one.services);
+      for (const std::string& address : one.addresses) {
+        console.Press("Backspace", 12);
+        console.Do({"type:" + address, "Down"});
+      }
+      console.Press("Enter");
+      EXPECT_EQ(results(console), one.results) << one.services << console.Look().Dump();
+      EXPECT_EQ(Files().Read("/etc/hosts"), kHosts);
+      console.Do({"Enter", "Up", "Up"});
+    }
+  });
+}
+
+// The fastest of some: any one of them may have had to wait for other work of this machine.
+std::chrono::milliseconds escapeFrom(LabConsole& console, const std::string& hanging) {
+  auto fastest = Clock::duration::max();
+  for (int i = 0; i < 5; ++i) {
+    console.Press("Enter");
+    console.WaitForPassing(hanging);
+    const auto start = Clock::now();
+    console.Send(Harness::keyBytes("Esc"));
+    console.WaitUntil([](const Screen& now) { return !isRunning(now); }, "the end of the test");
+    fastest = std::min(fastest, Clock::now() - start);
+  }
+  return duration_cast<std::chrono::milliseconds>(fastest);
+}
+
+TEST_F(NetworkConsole, CanBeInterruptedWhileNobodyAnswers) {
+  inNamespaces([] {
+    const NetworkLab lab;
+    setUpByHand(lab);
+    LabConsole console(lab, LabConsole::Escape::Usual);
+    console.LogIn();
+    console.Do({"choose:Test Management Network", "wait:machine.lab.example"});
+    lab.AnswerPings(false);
+    lab.Serve("hang");
+    EXPECT_LT(escapeFrom(console, "Pinging address #1").count(), 50);
+    console.Press("Backspace", 12);
+    console.Press("Down");
+    console.Press("Backspace", 12);
+    EXPECT_LT(escapeFrom(console, "Resolving hostname").count(), 50);
+    EXPECT_TRUE(waitUntil([] { return Files().Read("/etc/hosts") == kHosts; }));
+  });
+}
+
+}  // namespace
