@@ -94,13 +94,27 @@ machine() {
   start_bus
 }
 
+# Until the bus knows the name, ten seconds at most.
+await() {
+  bus="org.freedesktop.DBus /org/freedesktop/DBus org.freedesktop.DBus"
+  for i in $(seq 500); do
+    busctl call $bus GetNameOwner s "$1" >/dev/null 2>&1 && return 0
+    sleep 0.02
+  done
+  return 1
+}
+
 networkd() {
   mkdir -p /run/systemd/netif/links /run/systemd/netif/leases /run/systemd/netif/lldp
   chown -R systemd-network: /run/systemd/netif
   run networkd.pid /lib/systemd/systemd-networkd
+  await org.freedesktop.network1
 }
 
-hostnamed() { run hostnamed.pid /lib/systemd/systemd-hostnamed; }
+hostnamed() {
+  run hostnamed.pid /lib/systemd/systemd-hostnamed
+  await org.freedesktop.hostname1
+}
 
 # The host tools and the defaults of the package, and a login as root with the password "secret": install
 # PACKAGING BUILD PAM-MODULE, the folder of the package's parts, that of the build and what asks a file.
@@ -118,7 +132,7 @@ install() {
 afresh() {
   stop networkd.pid
   stop hostnamed.pid
-  rm -rf /run/systemd/netif
+  rm -rf /run/systemd/netif /run/systemd/network
   for link in $(ls /sys/class/net); do
     case $link in
       lo) ;;

@@ -34,10 +34,13 @@ bool asksForDhcpv4(std::string_view networkFile) {
   return meansDhcpv4(IniFile(networkFile).Get("Network", "DHCP").value_or(""));
 }
 
-bool interfaceAsksForDhcpv4(const Files& files, int index) {
+std::string networkFileOf(const Files& files, int index) {
   const auto state = files.Read("/run/systemd/netif/links/" + std::to_string(index));
-  if (!state) return false;
-  const std::string name = valueOf(parseAssignments(*state), "NETWORK_FILE");
+  return valueOf(parseAssignments(state.value_or("")), "NETWORK_FILE");
+}
+
+bool interfaceAsksForDhcpv4(const Files& files, int index) {
+  const std::string name = networkFileOf(files, index);
   return !name.empty() && asksForDhcpv4(files.Read(name).value_or(""));
 }
 

@@ -21,7 +21,11 @@ bool meansDhcpv6(std::string_view value);
 /// Whether the text of a `.network` file asks for an IPv4 address by DHCP.
 bool asksForDhcpv4(std::string_view networkFile);
 
-/// The same for an interface by its index: networkd's state names the `.network` file in force.
+/// The `.network` file that networkd says is in force for an interface, by its index; empty for
+/// none.
+std::string networkFileOf(const Files& files, int index);
+
+/// Whether the file in force for an interface asks for an IPv4 address by DHCP.
 /// Read from files alone, so that the first screen can say that the host waits for its lease
 /// without waiting for networkd. Drop-ins of the file are not looked at.
 bool interfaceAsksForDhcpv4(const Files& files, int index);

@@ -9,9 +9,10 @@
 
 namespace HostLinux {
 
-/// A link. That its configuration asks for DHCP is no matter of the kernel's; who knows adds it.
-/// `master` is the index of the bridge or bond that it is a port of, or 0. The hardware addresses
-/// are the one in use and the adapter's own; each is empty where the link or the kernel has none.
+/// A link. What its configuration asks for, and whether IPv6 is on for it, the kernel's tables do
+/// not tell; who knows adds it. `master` is the index of the bridge or bond that it is a port of,
+/// or 0; `primary` is that of the port which a bond prefers. The hardware addresses are the one in
+/// use and the adapter's own; each is empty where the link or the kernel has none.
 struct LinkRow {
   int index = 0;
   std::string name;
@@ -20,8 +21,10 @@ struct LinkRow {
   bool up = false;
   bool carrier = false;
   int master = 0;
+  int primary = 0;
   std::string address = {};
   std::string permanentAddress = {};
+  bool ipv6 = false;
 };
 
 /// An address of an interface. `flags` are the kernel's IFA_F_*, `scope` its RT_SCOPE_* (smaller is
@@ -37,7 +40,8 @@ struct AddressRow {
 
 inline constexpr std::uint32_t kForever = 0xffffffff;
 
-/// A default route of the main table. The gateway is the empty address on a link without one.
+/// A default route of the main table. The gateway is the empty address on a link without one, and
+/// has its link for a zone where it is a link-local one.
 struct DefaultRoute {
   int index = 0;
   HostCtl::Network::IpAddress gateway;

@@ -8,8 +8,6 @@
 
 namespace HostLinux {
 
-using HostCtl::Network::ConnecteeType;
-using HostCtl::Network::ConnectionPoint;
 using HostCtl::Network::PnicRecord;
 
 namespace {
@@ -33,10 +31,6 @@ int speed(const Files& files, const std::string& name) {
   return static_cast<int>(std::clamp<std::int64_t>(megabits, 0, 10'000'000));
 }
 
-std::string masterOf(const Files& files, const std::string& name) {
-  return std::filesystem::path(files.RealPath(kClass + name + "/master")).filename();
-}
-
 PnicRecord readPnic(const Files& files, const std::string& name) {
   PnicRecord pnic;
   pnic.driver = files.LinkName(kClass + name + "/device/driver");
@@ -49,6 +43,10 @@ PnicRecord readPnic(const Files& files, const std::string& name) {
 }
 
 }  // namespace
+
+std::string masterOf(const Files& files, const std::string& name) {
+  return std::filesystem::path(files.RealPath(kClass + name + "/master")).filename();
+}
 
 std::vector<std::string> physicalNics(const Files& files) {
   auto names = files.List("/sys/class/net");
@@ -67,13 +65,6 @@ std::vector<PnicRecord> readPnics(const Files& files) {
     pnics.back().name = pnicName(pnics.size() - 1);
   }
   return pnics;
-}
-
-ConnectionPoint readConnection(const Files& files, const std::string& name) {
-  if (name == kManagementNic)
-    return {ConnecteeType::StandardPortGroup, "vSwitch0", "Management Network"};
-  if (masterOf(files, name) == "ovs-system") return {ConnecteeType::DistributedPort, {}, {}};
-  return {ConnecteeType::Opaque, {}, {}};
 }
 
 }  // namespace HostLinux

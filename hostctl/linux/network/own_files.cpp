@@ -38,18 +38,18 @@ int rank(const FileChange& change) {
   return isDevice(change) ? 3 : 2;
 }
 
-void makeFolder(const std::string& folder) {
-  if (fs::create_directories(folder))
-    fs::permissions(folder, fs::perms::owner_all | fs::perms::group_read | fs::perms::group_exec |
-                                fs::perms::others_read | fs::perms::others_exec);
-}
-
 }  // namespace
 
 std::string ownFileName(const std::string& subject, const std::string& kind) {
   if (!isPlainName(subject) || subject.size() > kLongestInterface)
     throw HostCtlException("write a network file", subject, "not the name of an interface");
   return std::string(kOwnNetworkFiles) + subject + "." + kind;
+}
+
+void makeReadableFolder(const std::string& folder) {
+  using enum fs::perms;
+  if (fs::create_directories(folder))
+    fs::permissions(folder, owner_all | group_read | group_exec | others_read | others_exec);
 }
 
 std::vector<std::string> OwnFiles::List() const {
@@ -75,7 +75,7 @@ bool OwnFiles::Exists(const std::string& name) const {
 
 HostCtl::Lib::Descriptor OwnFiles::Lock() const {
   const std::string folder = files_.Path(kNetworkFolder);
-  makeFolder(folder);
+  makeReadableFolder(folder);
   return lockFolder(folder);
 }
 
@@ -91,7 +91,7 @@ void OwnFiles::Write(const FileChange& change) const {
 
 void OwnFiles::PutBack(const std::vector<FileChange>& old, const TakeOver& takeOver) const try {
   std::for_each(old.rbegin(), old.rend(), [&](const FileChange& change) { Write(change); });
-  takeOver();
+  if (takeOver) takeOver();
 } catch (const std::exception& error) {
   syslog(LOG_USER | LOG_ERR, "The network's old files could not be put back: %s", error.what());
 }
@@ -103,19 +103,21 @@ bool OwnFiles::Change(const std::string& operation, const std::string& object,
   std::stable_sort(changes.begin(), changes.end(),
                    [](const FileChange& a, const FileChange& b) { return rank(a) < rank(b); });
   std::vector<FileChange> old;
+  TakeOver again;
   try {
-    makeFolder(files_.Path(kNetworkFolder));
+    makeReadableFolder(files_.Path(kNetworkFolder));
     for (const auto& change : changes) {
       FileChange before{change.name, Text(change.name)};
       Write(change);
       old.push_back(std::move(before));
     }
+    again = takeOver;
     takeOver();
   } catch (const HostCtlException&) {
-    PutBack(old, takeOver);
+    PutBack(old, again);
     throw;
   } catch (const std::system_error& error) {
-    PutBack(old, takeOver);
+    PutBack(old, again);
     throw HostCtlException(operation, object, error.what());
   }
   return true;

@@ -24,6 +24,9 @@ struct FileChange {
 /// HostCtlException for a subject that is no interface's name.
 std::string ownFileName(const std::string& subject, const std::string& kind);
 
+/// Makes the folder where it is missing, for networkd to read whatever the umask.
+void makeReadableFolder(const std::string& folder);
+
 /// Kiva's own files in networkd's folder, which are all that Kiva keeps about the network.
 /// Everything that changes the network writes them through Change; files of others are never
 /// touched.
@@ -49,7 +52,8 @@ class OwnFiles {
   /// none differs, and then nothing was touched. Devices are written before what refers to them and
   /// go after it, otherwise the order is the caller's: wherever the power is cut, what networkd
   /// finds refers to devices that there are. When writing or the take-over fails, the old files are
-  /// put back and taken over, and HostCtlException of `operation` and `object` says why.
+  /// put back, taken over where the new ones were, and HostCtlException of `operation` and
+  /// `object` says why.
   bool Change(const std::string& operation, const std::string& object,
               std::vector<FileChange> changes, const TakeOver& takeOver) const;
   /// The same with networkd's own reload.

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#include "linux/network/settle.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <utility>
+
+#include "hostctl/lib/exception.h"
+#include "linux/network/foreign.h"
+#include "linux/network/networkd_bus.h"
+#include "linux/network/wait.h"
+#include "linux/text.h"
+
+namespace HostLinux {
+
+using HostCtl::Lib::HostCtlException;
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+constexpr std::chrono::seconds kCarrierWithin{3};
+constexpr std::chrono::seconds kBegunWithin{1};
+constexpr std::chrono::seconds kFinishedWithin{2};
+
+/// Where networkd writes down how the interface is.
+std::string statePath(const Files& files, const std::string& interface) {
+  return "/run/systemd/netif/links/" + std::to_string(indexOf(files, interface));
+}
+
+std::filesystem::file_time_type lastSaid(const Files& files, const std::string& interface) {
+  std::error_code error;
+  return std::filesystem::last_write_time(files.Path(statePath(files, interface)), error);
+}
+
+}  // namespace
+
+void waitInForce(const std::string& operation, const std::string& interface,
+                 const std::string& what, const IsInForce& isInForce) {
+  const auto start = Clock::now();
+  const auto isSo = [&] {
+    const NetworkTables tables = readNetworkTables(operation);
+    const auto link = std::find_if(tables.links.begin(), tables.links.end(),
+                                   [&](const LinkRow& one) { return one.name == interface; });
+    if (link == tables.links.end())
+      throw HostCtlException(operation, interface, "there is no such interface");
+    const bool unplugged = !link->carrier && Clock::now() - start > kCarrierWithin;
+    return unplugged || isInForce(tables, *link);
+  };
+  if (!waitFor(kInForceWithin, isSo))
+    throw HostCtlException(operation, interface,
+                           "systemd-networkd did not set " + what + " within 10 seconds");
+}
+
+void reloadFor(const Files& files, const std::string& operation, const std::string& interface) {
+  const auto before = lastSaid(files, interface);
+  reloadNetworkd(operation, interface);
+  waitFor(kBegunWithin, [&] { return lastSaid(files, interface) != before; });
+}
+
+void letNetworkdFinish(const Files& files, const std::string& interface) {
+  waitFor(kFinishedWithin, [&] {
+    const auto state = files.Read(statePath(files, interface));
+    return !state || valueOf(parseAssignments(*state), "ADMIN_STATE") == "configured";
+  });
+}
+
+OwnFiles::TakeOver reloadAndCheck(const Files& files, const std::string& operation,
+                                  const std::string& interface, std::function<void()> check) {
+  return [=, &files]() mutable {
+    reloadFor(files, operation, interface);
+    if (const auto once = std::exchange(check, nullptr)) once();
+  };
+}
+
+}  // namespace HostLinux
