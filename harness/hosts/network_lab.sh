@@ -72,6 +72,15 @@ start_bus() {
   until [ -S /run/dbus/system_bus_socket ]; do sleep 0.01; done
 }
 
+wait_for_name() {
+  question="org.freedesktop.DBus / org.freedesktop.DBus NameHasOwner s $1"
+  for _ in $(seq 500); do
+    [ "$(busctl call $question)" != "b true" ] || return 0
+    sleep 0.02
+  done
+  return 1
+}
+
 machine() {
   mount -t tmpfs -o mode=755 tmpfs /run
   mkdir -p /run/lab/sys /run/systemd/system
@@ -98,9 +107,13 @@ networkd() {
   mkdir -p /run/systemd/netif/links /run/systemd/netif/leases /run/systemd/netif/lldp
   chown -R systemd-network: /run/systemd/netif
   run networkd.pid /lib/systemd/systemd-networkd
+  wait_for_name org.freedesktop.network1
 }
 
-hostnamed() { run hostnamed.pid /lib/systemd/systemd-hostnamed; }
+hostnamed() {
+  run hostnamed.pid /lib/systemd/systemd-hostnamed
+  wait_for_name org.freedesktop.hostname1
+}
 
 # The host tools and the defaults of the package, and a login as root with the password "secret": install
 # PACKAGING BUILD PAM-MODULE, the folder of the package's parts, that of the build and what asks a file.

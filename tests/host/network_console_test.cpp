@@ -4,12 +4,14 @@
 
 #include <chrono>
 #include <fstream>
+#include <map>
 
 #include "harness/hosts/lab_console.h"
 #include "linux/files.h"
 
 using namespace HostLinux;
 using Harness::Screen;
+using Lines = std::vector<std::string>;
 using Clock = std::chrono::steady_clock;
 
 namespace {
@@ -59,7 +61,7 @@ TEST_F(NetworkConsole, TestsTheNetwork) {
     console.Do({"choose:Test Management Network", "wait:machine.lab.example"});
     const struct {
       const char* services;
-      std::vector<std::string> addresses;
+      Lines addresses;
       const char* results;
     } cases[] = {{"dns", {"10.99.0.1", "fd00:9::1"}, "OK. OK. OK. "},
                  {"refuse", {"10.9.0.200", "fd00:9::200"}, "Failed. Failed. Failed. "},
@@ -107,6 +109,51 @@ TEST_F(NetworkConsole, CanBeInterruptedWhileNobodyAnswers) {
     console.Press("Backspace", 12);
     EXPECT_LT(escapeFrom(console, "Resolving hostname").count(), 50);
     EXPECT_TRUE(waitUntil([] { return Files().Read("/etc/hosts") == kHosts; }));
+  });
+}
+
+// What is asked on the bus while something is done: lines of a monitor, between two questions of
+// our own, whose askers do not count.
+Lines callsDuring(const std::function<void()>& action) {
+  const auto mark = [](const std::string& name) {
+    const std::string call =
+        "busctl --quiet call org.freedesktop.DBus / org.freedesktop.DBus NameHasOwner s " + name;
+    return waitUntil([&] { return shell(call + " && grep -q " + name + " /run/lab/heard"); });
+  };
+  shell("dbus-monitor --system >/run/lab/heard 2>&1 & echo $! >/run/lab/listener");
+  EXPECT_TRUE(mark("begin.now"));
+  action();
+  EXPECT_TRUE(mark("end.now"));
+  shell("kill $(cat /run/lab/listener)");
+  std::ifstream heard("/run/lab/heard");
+  std::map<std::string, Lines> callsOf;
+  for (std::string line; std::getline(heard, line);)
+    if (line.starts_with("method call"))
+      callsOf[line.substr(line.find("sender="), 13)].push_back(line);
+  Lines calls;
+  for (const auto& [sender, lines] : callsOf)
+    if (lines.back().find("NameHasOwner") == std::string::npos)
+      calls.insert(calls.end(), lines.begin(), lines.end());
+  return calls;
+}
+
+TEST_F(NetworkConsole, OpensTheWindowWithFewQuestionsToTheBus) {
+  inNamespaces([] {
+    const NetworkLab lab;
+    setUpByHand(lab);
+    LabConsole console(lab);
+    console.LogIn();
+    Lines calls;
+    const auto open = [&] {
+      console.Do({"choose:Configure Management Network", "wait:Network Adapters"});
+    };
+    // An answer that came a moment ago is not asked for again.
+    EXPECT_TRUE(waitUntil([&] {
+      calls = callsDuring(open);
+      console.Do({"Esc", "wait:System Customization"});
+      return !calls.empty();
+    }));
+    EXPECT_LE(calls.size(), 3u) << testing::PrintToString(calls);
   });
 }
 
