@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "hosttools/program.h"
+#include "sample/sample_host.h"
 #include "sample/sample_tool_host.h"
 
 namespace {
@@ -39,6 +40,7 @@ int main(int argc, char** argv) try {
     return kUsage;
   }
   const bool hasConsole = words.size() > 4 && words[3] == "--console";
+  HostSample::openSampleHost(words[2]);
   HostSample::SampleToolHost host(words[2], hasConsole ? readPid(words[4]) : std::nullopt);
   return HostTools::runProgram(host, words[0], {words.begin() + (hasConsole ? 5 : 3), words.end()});
 } catch (const std::exception& error) {

@@ -3,6 +3,7 @@
 #include <exception>
 
 #include "hosttools/advanced_options.h"
+#include "hosttools/network_lists.h"
 #include "hosttools/tools.h"
 
 namespace HostTools {
@@ -55,7 +56,20 @@ ToolAnswer listOptions(ToolHost& host, const Call& call) {
   return answer;
 }
 
-constexpr std::array<Command<ToolHost>, 7> kCommands = {{
+template <std::string (*Table)()>
+ToolAnswer list(ToolHost&, const Call&) {
+  return {0, Table(), ""};
+}
+
+constexpr std::array<Command<ToolHost>, 12> kCommands = {{
+    {"network ip list", "shows the kernel interfaces, as configured and as they run", Effect::Reads,
+     list<ipTable>},
+    {"network ip route list", "shows the default gateways", Effect::Reads, list<routeTable>},
+    {"network dns list", "shows host name, domain, name servers and search domains", Effect::Reads,
+     list<dnsTable>},
+    {"network nic list", "shows the physical adapters", Effect::Reads, list<adapterTable>},
+    {"network vswitch standard list", "shows the standard switches and their port groups",
+     Effect::Reads, list<switchTable>},
     {"network vswitch standard add -v SWITCH", "makes a standard switch", Effect::Changes,
      addSwitch},
     {"network vswitch standard uplink add -u UPLINK -v SWITCH",
@@ -91,7 +105,7 @@ constexpr std::array<Command<ToolHost>, 1> kValue = {{
 
 constinit const Tool<ToolHost> kHalocli = {
     "/bin/halocli /sbin/halocli /sbin/localcli",
-    "Shows and changes the host's settings. The switches of a Linux host are refused.\n", 60,
+    "Shows and changes the host's settings. The switches of a Linux host are only shown.\n", 60,
     kCommands, halocli};
 
 constinit const Tool<ToolHost> kHalocfgAdvcfg = {"/sbin/halocfg-advcfg",

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosttools/program.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -12,7 +13,6 @@ namespace HostTools {
 
 namespace {
 
-constexpr std::size_t kLongestOutput = 4096;
 constexpr int kTimeOver = 124;
 /// For a path without a tool, where only a rehearsed answer is looked up.
 constexpr int kOtherSeconds = 60;
@@ -26,8 +26,14 @@ void giveUp(int) {
   _exit(kTimeOver);
 }
 
+/// A pipe may have nobody who empties it before the tool has ended, and may be both outputs.
+std::size_t roomIn(std::FILE* file) {
+  const int capacity = fcntl(fileno(file), F_GETPIPE_SZ);
+  return capacity < 0 ? std::string::npos : static_cast<std::size_t>(capacity) / 2;
+}
+
 void writeOutput(const std::string& text, std::FILE* file) {
-  std::fwrite(text.data(), 1, std::min(text.size(), kLongestOutput), file);
+  std::fwrite(text.data(), 1, std::min(text.size(), roomIn(file)), file);
   std::fflush(file);
 }
 

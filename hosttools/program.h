@@ -15,7 +15,8 @@ namespace HostTools {
 /// that it was called by (argv[0]): the name of a tool, through a link, means that tool, and
 /// `arguments` are the tool's own. By any other name the first argument is the path of a tool, and
 /// the tool's own follow; --help there lists all tools. The outputs are written to the program's,
-/// each cut at 4 KiB. A tool that takes longer than it may ends the program with status 124.
+/// each cut, where it is a pipe, at half of what the pipe holds. A tool that takes longer than it
+/// may ends the program with status 124.
 int runProgram(ToolHost& host, std::string_view program, const std::vector<std::string>& arguments);
 int runProgram(StandInHost& host, std::string_view program,
                const std::vector<std::string>& arguments);

@@ -42,7 +42,11 @@ int statusOf(pid_t child) {
 
 [[noreturn]] void runAsFirstProcess(const std::function<void()>& body) {
   if (mount("proc", "/proc", "proc", 0, nullptr) != 0) _exit(kNoNamespaces);
-  body();
+  try {
+    body();
+  } catch (const std::exception& error) {
+    ADD_FAILURE() << error.what();
+  }
   std::fflush(stdout);
   _exit(testing::Test::HasFailure() ? 1 : 0);
 }

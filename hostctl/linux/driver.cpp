@@ -4,7 +4,10 @@
 #include "linux/hardware.h"
 #include "linux/kernel_nics.h"
 #include "linux/keyboard_layouts.h"
-#include "linux/network_file.h"
+#include "linux/network/connections.h"
+#include "linux/network/nic_reader.h"
+#include "linux/network/switch_files.h"
+#include "linux/network/switches.h"
 #include "linux/os_version.h"
 #include "linux/pnics.h"
 #include "linux/processors.h"
@@ -35,24 +38,20 @@ std::string LinuxDriver::ReadModuleVersion(const std::string& module) {
 }
 
 std::vector<HostSeam::KernelNic> LinuxDriver::ReadKernelNics() {
-  NetworkTables tables = readNetworkTables("ReadKernelNics");
-  for (auto& link : tables.links) link.asksForDhcpv4 = interfaceAsksForDhcpv4(files_, link.index);
-  const auto& reported = networkd_.Read(files_, NetworkdReporter::Clock::now());
-  auto nics = kernelNicsFrom(tables);
-  for (auto& nic : nics) {
-    refine(nic, reported);
-    nic.connection = readConnection(files_, nic.name);
-    nic.macAddress = files_.ReadLine("/sys/class/net/" + nic.name + "/address");
-  }
+  auto nics = readKernelNics(files_, "ReadKernelNics",
+                             networkd_.Read(files_, NetworkdReporter::Clock::now()));
+  const Switches switches = readSwitchFiles(OwnFiles(files_));
+  const auto& ovs = ovs_.Read(files_, OvsDatabase::Clock::now());
+  for (auto& nic : nics) nic.connection = connectionOf(nic.name, switches, ovs, files_);
   return nics;
 }
 
 std::vector<HostCtl::Network::PnicRecord> LinuxDriver::ReadPnics() {
-  return readPnics(files_);
+  return readPnics(files_, readLinks("ReadPnics"));
 }
 
 std::vector<HostSeam::SwitchRecord> LinuxDriver::ReadSwitches() {
-  return {};
+  return readSwitches(files_);
 }
 
 bool LinuxDriver::ReadIpv6Enabled() {

@@ -3,6 +3,7 @@
 
 #include "hostseam/driver.h"
 #include "linux/files.h"
+#include "linux/network/ovsdb.h"
 #include "linux/network_writer.h"
 #include "linux/networkd_reporter.h"
 #include "linux/settings.h"
@@ -51,6 +52,7 @@ class LinuxDriver : public HostSeam::Driver {
   Files files_;
   LinuxNetworkWriter network_{files_};
   NetworkdReporter networkd_;
+  OvsDatabase ovs_;
   SmartCards smartCards_;
 };
 

@@ -98,7 +98,9 @@ IpConfig runningConfig(const NetworkTables& tables, const LinkRow& link) {
   } else if (link.asksForDhcpv4) {
     setIpv4Dhcp(config, true);
   }
+  if (link.ipv6) config.EnableIpv6();
   setIpv6Networks(config, ipv6Networks(tables.addresses, link.index));
+  config.SetIpv6Gateway(gatewayOf<Ipv6Address>(tables.defaultRoutes, link.index));
   return config;
 }
 

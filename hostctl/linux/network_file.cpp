@@ -2,41 +2,45 @@
 #include "linux/network_file.h"
 
 #include <algorithm>
-#include <iterator>
+#include <initializer_list>
 
+#include "linux/network/ini_file.h"
 #include "linux/text.h"
 
 namespace HostLinux {
 
 namespace {
 
-// The words that networkd takes for "both families" and for "IPv4", old spellings included.
-constexpr const char* kYes[] = {"yes", "true", "on", "1", "y", "t", "both", "ipv4", "v4"};
-
-bool meansDhcpv4(std::string_view value) {
-  return std::any_of(std::begin(kYes), std::end(kYes),
-                     [&](const char* yes) { return equalIgnoringCase(value, yes); });
+bool isOneOf(std::string_view value, std::initializer_list<const char*> words) {
+  return std::any_of(words.begin(), words.end(),
+                     [&](const char* word) { return equalIgnoringCase(value, word); });
 }
 
 }  // namespace
 
+bool meansYes(std::string_view value) {
+  return isOneOf(value, {"yes", "true", "on", "1", "y", "t"});
+}
+
+bool meansDhcpv4(std::string_view value) {
+  return meansYes(value) || isOneOf(value, {"both", "ipv4", "v4"});
+}
+
+bool meansDhcpv6(std::string_view value) {
+  return meansYes(value) || isOneOf(value, {"both", "ipv6", "v6"});
+}
+
 bool asksForDhcpv4(std::string_view networkFile) {
-  bool asks = false;
-  bool inNetwork = false;
-  for (std::string_view line : lines(networkFile)) {
-    line = trim(line);
-    if (line.starts_with('[')) inNetwork = line == "[Network]";
-    const auto equals = line.find('=');
-    if (inNetwork && equals != std::string_view::npos && trim(line.substr(0, equals)) == "DHCP")
-      asks = meansDhcpv4(trim(line.substr(equals + 1)));
-  }
-  return asks;
+  return meansDhcpv4(IniFile(networkFile).Get("Network", "DHCP").value_or(""));
+}
+
+std::string networkFileOf(const Files& files, int index) {
+  const auto state = files.Read("/run/systemd/netif/links/" + std::to_string(index));
+  return valueOf(parseAssignments(state.value_or("")), "NETWORK_FILE");
 }
 
 bool interfaceAsksForDhcpv4(const Files& files, int index) {
-  const auto state = files.Read("/run/systemd/netif/links/" + std::to_string(index));
-  if (!state) return false;
-  const std::string name = valueOf(parseAssignments(*state), "NETWORK_FILE");
+  const std::string name = networkFileOf(files, index);
   return !name.empty() && asksForDhcpv4(files.Read(name).value_or(""));
 }
 

@@ -13,10 +13,19 @@ namespace HostLinux {
 inline constexpr const char* kNetworkFolder = "/etc/systemd/network";
 inline constexpr std::string_view kOwnNetworkFiles = "10-kiva-";
 
+// What networkd takes for a yes, and for a DHCP= that means one family; old spellings included.
+bool meansYes(std::string_view value);
+bool meansDhcpv4(std::string_view value);
+bool meansDhcpv6(std::string_view value);
+
 /// Whether the text of a `.network` file asks for an IPv4 address by DHCP.
 bool asksForDhcpv4(std::string_view networkFile);
 
-/// The same for an interface by its index: networkd's state names the `.network` file in force.
+/// The `.network` file that networkd says is in force for an interface, by its index; empty for
+/// none.
+std::string networkFileOf(const Files& files, int index);
+
+/// Whether the file in force for an interface asks for an IPv4 address by DHCP.
 /// Read from files alone, so that the first screen can say that the host waits for its lease
 /// without waiting for networkd. Drop-ins of the file are not looked at.
 bool interfaceAsksForDhcpv4(const Files& files, int index);

@@ -1,18 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "linux/network_tables.h"
 
-#include <libmnl/libmnl.h>
 #include <linux/if_addr.h>
 #include <linux/rtnetlink.h>
 #include <net/if.h>
-#include <sys/time.h>
 
 #include <array>
 #include <cerrno>
 #include <cstring>
-#include <memory>
 
 #include "hostctl/lib/exception.h"
+#include "linux/kernel_socket.h"
+#include "linux/network/mac_address.h"
 
 namespace HostLinux {
 
@@ -22,13 +21,7 @@ using HostCtl::Network::Ipv6Address;
 
 namespace {
 
-constexpr timeval kAnswerWithin{0, 250'000};
 constexpr int kAttempts = 3;
-
-struct CloseSocket {
-  void operator()(mnl_socket* socket) const { mnl_socket_close(socket); }
-};
-using Socket = std::unique_ptr<mnl_socket, CloseSocket>;
 
 template <int Most>
 using Attributes = std::array<const nlattr*, Most + 1>;
@@ -66,13 +59,25 @@ std::uint32_t numberOf(const nlattr* attribute, std::uint32_t absent) {
   return attribute ? mnl_attr_get_u32(attribute) : absent;
 }
 
+std::string hardwareAddressOf(const nlattr* attribute) {
+  MacAddress::Bytes bytes{};
+  if (!attribute || mnl_attr_get_payload_len(attribute) != bytes.size()) return {};
+  std::memcpy(bytes.data(), mnl_attr_get_payload(attribute), bytes.size());
+  return MacAddress(bytes).ToString();
+}
+
 int takeLink(const nlmsghdr* message, void* into) {
   const auto* header = static_cast<const ifinfomsg*>(mnl_nlmsg_get_payload(message));
-  const auto attributes = attributesOf<IFLA_IFNAME>(message, sizeof *header);
-  if (attributes[IFLA_IFNAME])
-    static_cast<NetworkTables*>(into)->links.push_back(
-        {header->ifi_index, mnl_attr_get_str(attributes[IFLA_IFNAME]),
-         (header->ifi_flags & IFF_LOOPBACK) != 0, false});
+  const auto attributes = attributesOf<IFLA_PERM_ADDRESS>(message, sizeof *header);
+  if (!attributes[IFLA_IFNAME]) return MNL_CB_OK;
+  LinkRow link{header->ifi_index, mnl_attr_get_str(attributes[IFLA_IFNAME]),
+               (header->ifi_flags & IFF_LOOPBACK) != 0, false};
+  link.up = (header->ifi_flags & IFF_UP) != 0;
+  link.carrier = link.up && attributes[IFLA_CARRIER] && mnl_attr_get_u8(attributes[IFLA_CARRIER]);
+  link.master = static_cast<int>(numberOf(attributes[IFLA_MASTER], 0));
+  link.address = hardwareAddressOf(attributes[IFLA_ADDRESS]);
+  link.permanentAddress = hardwareAddressOf(attributes[IFLA_PERM_ADDRESS]);
+  static_cast<NetworkTables*>(into)->links.push_back(std::move(link));
   return MNL_CB_OK;
 }
 
@@ -105,6 +110,14 @@ void takeNextHop(const nlattr* multipath, int family, DefaultRoute& route) {
   }
 }
 
+IpAddress withZone(const IpAddress& gateway, int index) {
+  const auto* address = std::get_if<Ipv6Address>(&gateway);
+  char name[IF_NAMESIZE];
+  if (!address || !address->IsLinkLocal()) return gateway;
+  if (!if_indextoname(static_cast<unsigned>(index), name)) return gateway;
+  return Ipv6Address(address->GetBytes(), name);
+}
+
 int takeRoute(const nlmsghdr* message, void* into) {
   const auto* header = static_cast<const rtmsg*>(mnl_nlmsg_get_payload(message));
   const bool known = header->rtm_family == AF_INET || header->rtm_family == AF_INET6;
@@ -116,21 +129,13 @@ int takeRoute(const nlmsghdr* message, void* into) {
                      addressOf(header->rtm_family, attributes[RTA_GATEWAY]),
                      numberOf(attributes[RTA_PRIORITY], 0)};
   if (attributes[RTA_MULTIPATH]) takeNextHop(attributes[RTA_MULTIPATH], header->rtm_family, route);
+  route.gateway = withZone(route.gateway, route.index);
   static_cast<NetworkTables*>(into)->defaultRoutes.push_back(route);
   return MNL_CB_OK;
 }
 
 [[noreturn]] void fail(const std::string& operation, const char* table) {
   throw HostCtl::Lib::HostCtlException(operation, table, std::strerror(errno));
-}
-
-Socket openSocket(const std::string& operation) {
-  Socket socket(mnl_socket_open2(NETLINK_ROUTE, SOCK_CLOEXEC));
-  if (!socket || mnl_socket_bind(socket.get(), 0, MNL_SOCKET_AUTOPID) < 0 ||
-      setsockopt(mnl_socket_get_fd(socket.get()), SOL_SOCKET, SO_RCVTIMEO, &kAnswerWithin,
-                 sizeof kAnswerWithin) < 0)
-    fail(operation, "kernel network tables");
-  return socket;
 }
 
 int receiveDump(mnl_socket* socket, unsigned sequence, mnl_cb_t take, NetworkTables& into) {
@@ -172,7 +177,7 @@ constexpr Table kRoutes{RTM_GETROUTE, "routes", takeRoute};
 NetworkTables dump(const std::string& operation, std::initializer_list<Table> tables) {
   for (int attempt = 1;; ++attempt) {
     NetworkTables result;
-    const Socket socket = openSocket(operation);
+    const KernelSocket socket = openKernelSocket(operation);
     unsigned sequence = 0;
     const char* broken = nullptr;
     for (const Table& table : tables)
@@ -187,6 +192,10 @@ NetworkTables dump(const std::string& operation, std::initializer_list<Table> ta
 
 NetworkTables readNetworkTables(const std::string& operation) {
   return dump(operation, {kLinks, kAddresses, kRoutes});
+}
+
+std::vector<LinkRow> readLinks(const std::string& operation) {
+  return dump(operation, {kLinks}).links;
 }
 
 std::vector<DefaultRoute> readDefaultRoutes(const std::string& operation) {

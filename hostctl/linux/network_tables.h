@@ -9,12 +9,21 @@
 
 namespace HostLinux {
 
-/// A link. That its configuration asks for DHCP is no matter of the kernel's; who knows adds it.
+/// A link. What its configuration asks for, and whether IPv6 is on for it, the kernel's tables do
+/// not tell; who knows adds it.
+/// `master` is the index of the bridge or bond that it is a port of, or 0. The hardware addresses
+/// are the one in use and the adapter's own; each is empty where the link or the kernel has none.
 struct LinkRow {
   int index = 0;
   std::string name;
   bool loopback = false;
   bool asksForDhcpv4 = false;
+  bool up = false;
+  bool carrier = false;
+  int master = 0;
+  std::string address = {};
+  std::string permanentAddress = {};
+  bool ipv6 = false;
 };
 
 /// An address of an interface. `flags` are the kernel's IFA_F_*, `scope` its RT_SCOPE_* (smaller is
@@ -30,7 +39,8 @@ struct AddressRow {
 
 inline constexpr std::uint32_t kForever = 0xffffffff;
 
-/// A default route of the main table. The gateway is the empty address on a link without one.
+/// A default route of the main table. The gateway is the empty address on a link without one, and
+/// has its link for a zone where it is a link-local one.
 struct DefaultRoute {
   int index = 0;
   HostCtl::Network::IpAddress gateway;
@@ -47,6 +57,9 @@ struct NetworkTables {
 /// One dump of each table. A kernel that does not answer within 250 ms, or with an error, is an
 /// HostCtlException of `operation`.
 NetworkTables readNetworkTables(const std::string& operation);
+
+/// The links alone.
+std::vector<LinkRow> readLinks(const std::string& operation);
 
 /// The default routes alone.
 std::vector<DefaultRoute> readDefaultRoutes(const std::string& operation);

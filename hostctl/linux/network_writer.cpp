@@ -1,69 +1,67 @@
 // SPDX-License-Identifier: MIT
 #include "linux/network_writer.h"
 
-#include "hostctl/lib/exception.h"
+#include "linux/network/ip_settings.h"
+#include "linux/network/ipv6_switch.h"
+#include "linux/network/leases.h"
+#include "linux/network/name_settings.h"
+#include "linux/network/switches.h"
 
 namespace HostLinux {
 
-namespace {
-
-[[noreturn]] void refuse(const char* operation) {
-  throw HostCtl::Lib::HostCtlException(operation, "network", "not possible on this host");
+void LinuxNetworkWriter::WriteIpv6Enabled(bool enabled) {
+  writeIpv6Enabled(files_, enabled);
 }
 
-}  // namespace
-
-void LinuxNetworkWriter::WriteIpv6Enabled(bool) {
-  refuse("WriteIpv6Enabled");
+void LinuxNetworkWriter::WriteIpConfig(const std::string& nic,
+                                       const HostCtl::Network::IpConfig& config) {
+  writeIpConfig(files_, nic, config);
 }
 
-void LinuxNetworkWriter::WriteIpConfig(const std::string&, const HostCtl::Network::IpConfig&) {
-  refuse("WriteIpConfig");
+void LinuxNetworkWriter::RenewLease(const std::string& nic, HostCtl::Network::LeaseRenewal what) {
+  renewLease(files_, nic, what);
 }
 
-void LinuxNetworkWriter::RenewLease(const std::string&, HostCtl::Network::LeaseRenewal) {
-  refuse("RenewLease");
+void LinuxNetworkWriter::ReleaseLease(const std::string& nic) {
+  releaseLease(files_, nic);
 }
 
-void LinuxNetworkWriter::ReleaseLease(const std::string&) {
-  refuse("ReleaseLease");
+void LinuxNetworkWriter::SetNicUp(const std::string& nic, bool up) {
+  setNicUp(files_, nic, up);
 }
 
-void LinuxNetworkWriter::SetNicUp(const std::string&, bool) {
-  refuse("SetNicUp");
+void LinuxNetworkWriter::WriteMacAddress(const std::string& nic, const std::string& macAddress) {
+  writeMacAddress(files_, nic, macAddress);
 }
 
-void LinuxNetworkWriter::WriteMacAddress(const std::string&, const std::string&) {
-  refuse("WriteMacAddress");
+void LinuxNetworkWriter::WriteIpv4Gateway(HostCtl::Network::Ipv4Address gateway) {
+  writeGateway(files_, gateway);
 }
 
-void LinuxNetworkWriter::WriteIpv4Gateway(HostCtl::Network::Ipv4Address) {
-  refuse("WriteIpv4Gateway");
+void LinuxNetworkWriter::WriteIpv6Gateway(const HostCtl::Network::Ipv6Address& gateway) {
+  writeGateway(files_, gateway);
 }
 
-void LinuxNetworkWriter::WriteIpv6Gateway(const HostCtl::Network::Ipv6Address&) {
-  refuse("WriteIpv6Gateway");
+void LinuxNetworkWriter::WriteDns(const HostSeam::DnsChange& change) {
+  writeDns(files_, change);
 }
 
-void LinuxNetworkWriter::WriteDns(const HostSeam::DnsChange&) {
-  refuse("WriteDns");
+void LinuxNetworkWriter::AddUplink(const std::string& switchName, const std::string& pnic) {
+  addUplink(files_, switchName, pnic);
 }
 
-void LinuxNetworkWriter::AddUplink(const std::string&, const std::string&) {
-  refuse("AddUplink");
+void LinuxNetworkWriter::RemoveUplink(const std::string& switchName, const std::string& pnic) {
+  removeUplink(files_, switchName, pnic);
 }
 
-void LinuxNetworkWriter::RemoveUplink(const std::string&, const std::string&) {
-  refuse("RemoveUplink");
+void LinuxNetworkWriter::WriteActiveUplinks(const HostSeam::PortGroupName& portGroup,
+                                            const std::vector<std::string>& pnics) {
+  writeActiveUplinks(files_, portGroup, pnics);
 }
 
-void LinuxNetworkWriter::WriteActiveUplinks(const HostSeam::PortGroupName&,
-                                            const std::vector<std::string>&) {
-  refuse("WriteActiveUplinks");
-}
-
-void LinuxNetworkWriter::WriteVlanId(const HostSeam::PortGroupName&, std::int16_t) {
-  refuse("WriteVlanId");
+void LinuxNetworkWriter::WriteVlanId(const HostSeam::PortGroupName& portGroup,
+                                     std::int16_t vlanId) {
+  writeVlanId(files_, portGroup, vlanId);
 }
 
 }  // namespace HostLinux

@@ -8,8 +8,6 @@
 
 namespace HostLinux {
 
-using HostCtl::Network::ConnecteeType;
-using HostCtl::Network::ConnectionPoint;
 using HostCtl::Network::PnicRecord;
 
 namespace {
@@ -33,10 +31,6 @@ int speed(const Files& files, const std::string& name) {
   return static_cast<int>(std::clamp<std::int64_t>(megabits, 0, 10'000'000));
 }
 
-std::string masterOf(const Files& files, const std::string& name) {
-  return std::filesystem::path(files.RealPath(kClass + name + "/master")).filename();
-}
-
 PnicRecord readPnic(const Files& files, const std::string& name) {
   PnicRecord pnic;
   pnic.driver = files.LinkName(kClass + name + "/device/driver");
@@ -50,21 +44,27 @@ PnicRecord readPnic(const Files& files, const std::string& name) {
 
 }  // namespace
 
-std::vector<PnicRecord> readPnics(const Files& files) {
-  std::vector<PnicRecord> pnics;
-  for (const auto& name : files.List("/sys/class/net")) {
-    if (!files.Exists(kClass + name + "/device")) continue;
-    pnics.push_back(readPnic(files, name));
-    pnics.back().name = "pnic" + std::to_string(pnics.size() - 1);
-  }
-  return pnics;
+std::string masterOf(const Files& files, const std::string& name) {
+  return std::filesystem::path(files.RealPath(kClass + name + "/master")).filename();
 }
 
-ConnectionPoint readConnection(const Files& files, const std::string& name) {
-  if (name == kManagementNic)
-    return {ConnecteeType::StandardPortGroup, "vSwitch0", "Management Network"};
-  if (masterOf(files, name) == "ovs-system") return {ConnecteeType::DistributedPort, {}, {}};
-  return {ConnecteeType::Opaque, {}, {}};
+std::vector<std::string> physicalNics(const Files& files) {
+  auto names = files.List("/sys/class/net");
+  std::erase_if(names, [&](const auto& name) { return !files.Exists(kClass + name + "/device"); });
+  return names;
+}
+
+std::string pnicName(std::size_t index) {
+  return "pnic" + std::to_string(index);
+}
+
+std::vector<PnicRecord> readPnics(const Files& files) {
+  std::vector<PnicRecord> pnics;
+  for (const auto& name : physicalNics(files)) {
+    pnics.push_back(readPnic(files, name));
+    pnics.back().name = pnicName(pnics.size() - 1);
+  }
+  return pnics;
 }
 
 }  // namespace HostLinux

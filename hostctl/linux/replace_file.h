@@ -6,6 +6,7 @@
 namespace HostLinux {
 
 // How this machine's own files are written.
+using HostCtl::Lib::changeFile;
 using HostCtl::Lib::publishFile;
 using HostCtl::Lib::replaceFile;
 using HostCtl::Lib::syncFolder;

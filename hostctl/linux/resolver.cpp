@@ -27,15 +27,29 @@ bool asksOnlyTheLocalService(const ResolverFile& resolver) {
          resolver.nameServers[0] == parseIpAddress("127.0.0.53");
 }
 
-std::string hostname(const Files& files) {
+bool isOneOfOurs(std::string_view line) {
+  const auto said = words(withoutComment(line));
+  return !said.empty() && (said[0] == "nameserver" || said[0] == "domain" || said[0] == "search");
+}
+
+std::string resolverLines(const ResolverFile& resolver) {
+  std::string text;
+  if (!resolver.search.empty()) text = "search";
+  for (const auto& domain : resolver.search) text += " " + domain;
+  if (!text.empty()) text += "\n";
+  for (const auto& server : resolver.nameServers) text += "nameserver " + toString(server) + "\n";
+  return text;
+}
+
+}  // namespace
+
+std::string readHostname(const Files& files) {
   std::string running = files.ReadLine("/proc/sys/kernel/hostname");
   const bool says = !running.empty() && running != "(none)" && running != "localhost";
   if (says) return running;
   std::string configured = files.ReadLine("/etc/hostname");
   return configured.empty() ? running : configured;
 }
-
-}  // namespace
 
 ResolverFile parseResolverFile(std::string_view text) {
   ResolverFile result;
@@ -44,10 +58,23 @@ ResolverFile parseResolverFile(std::string_view text) {
     if (directive.size() < 2) continue;
     if (directive[0] == "domain" || directive[0] == "search") result.search = searchList(directive);
     if (directive[0] != "nameserver") continue;
-    const std::string address(directive[1].substr(0, directive[1].find('%')));
-    if (const auto parsed = parseIpAddress(address)) result.nameServers.push_back(*parsed);
+    if (const auto parsed = parseIpAddress(std::string(directive[1])))
+      result.nameServers.push_back(*parsed);
   }
   return result;
+}
+
+std::string withResolver(std::string_view text, const ResolverFile& resolver) {
+  if (parseResolverFile(text) == resolver) return std::string(text);
+  std::string result;
+  bool written = false;
+  for (const std::string_view line : lines(text)) {
+    const bool ours = isOneOfOurs(line);
+    if (ours && !written) result += resolverLines(resolver);
+    written = written || ours;
+    if (!ours) result.append(line).append("\n");
+  }
+  return written ? result : result + resolverLines(resolver);
 }
 
 HostSeam::DnsRecord dnsFrom(std::string_view hostname, ResolverFile resolver) {
@@ -66,7 +93,7 @@ HostSeam::DnsRecord readDns(const Files& files) {
   if (asksOnlyTheLocalService(resolver))
     if (const auto behind = files.Read("/run/systemd/resolve/resolv.conf"))
       resolver = parseResolverFile(*behind);
-  return dnsFrom(hostname(files), std::move(resolver));
+  return dnsFrom(readHostname(files), std::move(resolver));
 }
 
 }  // namespace HostLinux

@@ -130,8 +130,8 @@ void setPower(Store& store, Power power) {
 }
 
 void startHost(Store& store) {
+  if (store.Get(&HostState::power) == Power::On) return;
   store.Change([&](Json& host) {
-    if (host.value("power", nameOf(Power::On)) == nameOf(Power::On)) return false;
     host["power"] = nameOf(Power::On);
     startNetwork(host["network"]);
     return true;

@@ -12,6 +12,15 @@
 
 namespace HostSample {
 
+namespace {
+
+void install(std::unique_ptr<SamplePlatform> platform) {
+  auto driver = std::make_unique<SampleDriver>(platform->GetStore(), platform->GetJournal());
+  HostSeam::useHost(std::move(platform), std::move(driver));
+}
+
+}  // namespace
+
 void useSampleHost(const std::filesystem::path& directory) try {
   const std::filesystem::path home = std::filesystem::absolute(directory);
   auto platform = std::make_unique<SamplePlatform>(home);
@@ -19,8 +28,13 @@ void useSampleHost(const std::filesystem::path& directory) try {
     std::filesystem::create_directories(home / folder);
   ensurePamService(home / "pam.d", platform->GetStore().File());
   startHost(platform->GetStore());
-  auto driver = std::make_unique<SampleDriver>(platform->GetStore(), platform->GetJournal());
-  HostSeam::useHost(std::move(platform), std::move(driver));
+  install(std::move(platform));
+} catch (const std::system_error& error) {
+  throw SampleHostError(oneLine(error.what()));
+}
+
+void openSampleHost(const std::filesystem::path& directory) try {
+  install(std::make_unique<SamplePlatform>(std::filesystem::absolute(directory)));
 } catch (const std::system_error& error) {
   throw SampleHostError(oneLine(error.what()));
 }

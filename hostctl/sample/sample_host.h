@@ -19,4 +19,7 @@ class SampleHostError : public std::runtime_error {
 /// directory cannot serve as a host.
 void useSampleHost(const std::filesystem::path& directory);
 
+/// The same for the tools of a host: neither its state nor its PAM service changes.
+void openSampleHost(const std::filesystem::path& directory);
+
 }  // namespace HostSample

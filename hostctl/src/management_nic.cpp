@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "src/management_nic.h"
+#include "hostseam/management_nic.h"
 
 #include <algorithm>
 
-namespace TarnCtl::Network {
+namespace HostSeam {
 
 namespace {
-
-using HostSeam::KernelNic;
 
 bool hasGlobalAddress(const KernelNic& nic) {
   const auto& config = nic.running;
@@ -30,4 +28,4 @@ std::optional<KernelNic> chooseManagementNic(const std::vector<KernelNic>& nics)
   return std::nullopt;
 }
 
-}  // namespace TarnCtl::Network
+}  // namespace HostSeam

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hostctl/lib/exception.h"
+#include "hostseam/management_nic.h"
 #include "src/enter.h"
-#include "src/management_nic.h"
 #include "src/tarn_nic_impl.h"
 #include "tarnctl/network/network_info_impl.h"
 
@@ -10,7 +10,7 @@ namespace TarnCtl::Network {
 using namespace HostCtl::Network;
 
 void NetworkInfoImpl::UpdateManagementInterface() {
-  auto chosen = chooseManagementNic(enter("UpdateManagementInterface").ReadKernelNics());
+  auto chosen = HostSeam::chooseManagementNic(enter("UpdateManagementInterface").ReadKernelNics());
   management_ = chosen ? std::make_unique<TarnNicImpl>(std::move(*chosen)) : nullptr;
 }
 

@@ -98,7 +98,7 @@ TEST(SampleProcesses, TheDemoRefusesInOneLineBeforeItTouchesTheTerminal) {
 TEST(SampleProcesses, OneProgramIsEveryTool) {
   DemoHost host;
   host.Set("/tools", {{"/bin/tarnping", {{"signal", 9}, {"seconds", 1}}},
-                      {"/none", {{"status", 4}, {"stdout", std::string(5000, 'x')}}}});
+                      {"/none", {{"status", 4}, {"stdout", std::string(70000, 'x')}}}});
   const std::string directory = host.Directory(), option = "-q -g PXEBootEnabled";
   const std::string home = "--host '" + directory + "' ";
   std::filesystem::create_symlink(KIVA_BINARY_DIR "/kiva-demo-tools",
@@ -111,7 +111,7 @@ TEST(SampleProcesses, OneProgramIsEveryTool) {
 
   const Ended longAnswer = program("kiva-demo-tools", home + "/none");
   EXPECT_EQ(longAnswer.status, 4);
-  EXPECT_EQ(longAnswer.output, std::string(4096, 'x'));
+  EXPECT_EQ(longAnswer.output, std::string(32768, 'x'));
   const auto start = std::chrono::steady_clock::now();
   EXPECT_NE(program("kiva-demo-tools", home + "/bin/tarnping").status, 0);
   EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));

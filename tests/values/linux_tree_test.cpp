@@ -7,6 +7,7 @@
 #include "harness/temporary_folder.h"
 #include "hostctl/lib/exception.h"
 #include "linux/driver.h"
+#include "linux/network/connections.h"
 #include "linux/pnics.h"
 #include "linux/user_accounts.h"
 
@@ -17,6 +18,7 @@ namespace {
 namespace fs = std::filesystem;
 using HostCtl::Lib::HostCtlException;
 using HostCtl::Network::ConnecteeType;
+using HostCtl::Network::ConnectionPoint;
 
 // A machine made of files below a temporary folder.
 class LinuxTree : public testing::Test, protected Harness::TemporaryFolder {
@@ -93,9 +95,17 @@ TEST_F(LinuxTree, PhysicalNicsAndConnections) {
       {"pnic1", "eth10 (ixgbe, PCI 8086:10FB)", "ixgbe", "00:11:22:33:44:55", false, 0, ""}};
   EXPECT_EQ(driver_.ReadPnics(), expected);
   const Files files(root_);
-  EXPECT_EQ(readConnection(files, "tarn0").type, ConnecteeType::StandardPortGroup);
-  EXPECT_EQ(readConnection(files, "vm7").type, ConnecteeType::DistributedPort);
-  EXPECT_EQ(readConnection(files, "eth2").type, ConnecteeType::Opaque);
+  const Switches ours{{"vSwitch0", {}, {{"Group", 0}}, {{"tarn0", "Group"}}}};
+  const OvsInterfaces known{{"vm7", ""}, {"eth9", "dvs0"}};
+  const std::tuple<const char*, std::optional<OvsInterfaces>, ConnectionPoint> cases[] = {
+      {"tarn0", known, {ConnecteeType::StandardPortGroup, "vSwitch0", "Group"}},
+      {"tarn1", known, {ConnecteeType::Opaque, "", ""}},
+      {"eth9", known, {ConnecteeType::DistributedPort, "dvs0", ""}},
+      {"vm7", known, {ConnecteeType::Opaque, "", ""}},
+      {"vm7", std::nullopt, {ConnecteeType::DistributedPort, "", ""}},
+      {"eth2", std::nullopt, {ConnecteeType::Opaque, "", ""}}};
+  for (const auto& [name, ovs, connection] : cases)
+    EXPECT_EQ(connectionOf(name, ours, ovs, files), connection) << name;
 }
 
 TEST_F(LinuxTree, NamesAndResolver) {

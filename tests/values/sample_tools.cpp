@@ -10,6 +10,7 @@
 #include "harness/demo_host.h"
 #include "hosttools/program.h"
 #include "sample/file_tools.h"
+#include "sample/sample_host.h"
 #include "sample/sample_tool_host.h"
 
 namespace {
@@ -147,6 +148,56 @@ TEST(SampleTools, AnswerWithoutChangingTheHost) {
        {"uplink add -u pnic1 -v vSwitch9", denies("There is no standard switch vSwitch9.")}});
   EXPECT_EQ(host.Text(), before);
   EXPECT_EQ(run(host, "/bin/halocli " + add + "-v " + most), ToolAnswer{});
+}
+
+TEST(SampleTools, ListTheNetwork) {
+  DemoHost host;
+  HostSample::openSampleHost(host.Directory());
+  host.Set("/network/pnics/1/description", "two\nlines");
+  host.Set("/network/switches/1/portGroups", Json::array());
+  host.Set("/network/switches/0/portGroups/0/name", "Verwaltung Ü");
+  host.Set("/network/kernelNics/0/configured/ipv6/networks/0/prefix", 56);
+  host.Set("/network/routing/ipv6Gateway", "::");
+  expectAnswers(
+      host, "/bin/halocli network ",
+      {{"ip list",
+        says("Interface  Setting       Configured          Running\n"
+             "tarn0      Connection    -                   standard vSwitch0 Management Network\n"
+             "tarn0      MAC address   -                   9e:3e:41:07:21:a8\n"
+             "tarn0      IPv4          dhcp                dhcp\n"
+             "tarn0      IPv4 address  -                   10.20.30.40\n"
+             "tarn0      IPv4 netmask  -                   255.255.255.0\n"
+             "tarn0      Name servers  dhcp                dhcp\n"
+             "tarn0      IPv6          on dhcp advertised  on dhcp advertised\n"
+             "tarn0      IPv6 address  -                   2001:db8:20::40/64\n"
+             "tarn0      IPv6 address  -                   2001:db8:20::1:7f3a/128 dhcp\n"
+             "tarn0      IPv6 address  -                   "
+             "2001:db8:20:0:9c3e:41ff:fe07:21a8/64 advertised\n"
+             "tarn0      IPv6 address  2001:db8:20::40/56  -")},
+       {"ip route list", says("Protocol  Default Gateway\n"
+                              "IPv4      10.20.30.1\n"
+                              "IPv6      -")},
+       {"dns list", says("Setting        Value\n"
+                         "Host name      halo-01\n"
+                         "Domain         example.test\n"
+                         "Name server    10.20.30.2\n"
+                         "Name server    2001:db8:20::53\n"
+                         "Search domain  example.test\n"
+                         "Search domain  lab.example.test")},
+       {"nic list", says("Adapter  Driver  MAC Address        Link  Mbit/s  Switch    Description\n"
+                         "pnic0    qln10   9e:3e:41:07:21:a8  up    10000   vSwitch0  "
+                         "Quillon 10G Dual Port Adapter\n"
+                         "pnic1    qln10   9e:3e:41:07:21:a9  up    10000   -         two?lines\n"
+                         "pnic2    qln1    9e:3e:41:55:0c:10  up    1000    vSwitch1  "
+                         "Quillon 1G Quad Port Adapter\n"
+                         "pnic3    qln1    9e:3e:41:55:0c:11  down  -       -         "
+                         "Quillon 1G Quad Port Adapter")},
+       {"vswitch standard list", says("Switch    Uplinks  Port Group    VLAN  Active Uplinks\n"
+                                      "vSwitch0  pnic0    Verwaltung Ü  0     pnic0\n"
+                                      "vSwitch0  pnic0    VM Network    0     pnic0\n"
+                                      "vSwitch1  pnic2    -             -     -")}});
+  host.Set("/faults", {{"GetPnics", "no answer"}});
+  expectAnswers(host, "/bin/halocli network nic ", {{"list", denies("no answer")}});
 }
 
 TEST(SampleTools, HelpFitsWhatACallerReads) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "hostctl/lib/exception.h"
+#include "linux/network/ipv6_switch.h"
 #include "linux/replace_file.h"
 #include "linux/run_program.h"
 #include "linux/staging_folder.h"
@@ -50,8 +51,8 @@ std::map<std::int64_t, std::string> archivesIn(const Files& files) {
 
 /// What is saved of the host's files and is there, as an archive names it.
 std::vector<std::string> savedFiles(const Files& files) {
-  std::vector<std::string> candidates = {"/etc/corvo", "/etc/systemd/network", "/etc/hosts",
-                                         "/etc/hostname"};
+  std::vector<std::string> candidates = {"/etc/corvo", "/etc/systemd/network", kIpv6SwitchFile,
+                                         "/etc/hosts", "/etc/hostname"};
   // A resolver service has a link there, to a file that is not configuration.
   if (files.LinkName("/etc/resolv.conf").empty()) candidates.push_back("/etc/resolv.conf");
   for (const std::string& name : files.List("/etc/network"))

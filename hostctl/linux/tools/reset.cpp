@@ -9,6 +9,7 @@
 
 #include "hostctl/lib/descriptor.h"
 #include "hostctl/lib/exception.h"
+#include "linux/network/ipv6_switch.h"
 #include "linux/network_file.h"
 #include "linux/replace_file.h"
 #include "linux/tools/configuration.h"
@@ -54,6 +55,8 @@ void removeOwnNetworkFiles(const Files& files) {
   for (const std::string& name : files.List(kNetworkFolder))
     if (name.starts_with(kOwnNetworkFiles)) fs::remove_all(files.Path(kNetworkFolder) + "/" + name);
   syncFolder(files.Path(kNetworkFolder));
+  fs::remove(files.Path(kIpv6SwitchFile));
+  syncFolder(fs::path(files.Path(kIpv6SwitchFile)).parent_path());
 }
 
 }  // namespace

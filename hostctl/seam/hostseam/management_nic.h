@@ -4,13 +4,12 @@
 #include <optional>
 #include <vector>
 
-#include "hostseam/driver.h"
+#include "hostseam/network.h"
 
-namespace TarnCtl::Network {
+namespace HostSeam {
 
 /// Which of the host's kernel interfaces carries management traffic: the one that Kiva set up, else
 /// the one with the default route, else the first with a global address, else none.
-std::optional<HostSeam::KernelNic> chooseManagementNic(
-    const std::vector<HostSeam::KernelNic>& nics);
+std::optional<KernelNic> chooseManagementNic(const std::vector<KernelNic>& nics);
 
-}  // namespace TarnCtl::Network
+}  // namespace HostSeam

@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: MIT
+#include "linux/network/leases.h"
+
+#include <syslog.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+
+#include "hostctl/lib/exception.h"
+#include "linux/network/dhcp_release.h"
+#include "linux/network/foreign.h"
+#include "linux/network/ip_file.h"
+#include "linux/network/ip_settings.h"
+#include "linux/network/link_control.h"
+#include "linux/network/networkd_bus.h"
+#include "linux/network/own_files.h"
+#include "linux/network/wait.h"
+#include "linux/network_file.h"
+#include "linux/network_tables.h"
+#include "linux/replace_file.h"
+
+namespace HostLinux {
+
+using HostCtl::Lib::HostCtlException;
+using HostCtl::Network::LeaseRenewal;
+namespace fs = std::filesystem;
+
+namespace {
+
+// Volatile, so that it cannot outlive a restart of the host.
+const std::string kDropIns = "/run/systemd/network/";
+constexpr const char* kAskNobody = "[Network]\nDHCP=no\n";
+
+std::string dropInName(const std::string& interface) {
+  return "kiva-released-" + interface + ".conf";
+}
+
+std::string dropInPath(const Files& files, int index, const std::string& interface) {
+  const std::string file = fs::path(networkFileOf(files, index)).filename();
+  return file.empty() ? "" : kDropIns + file + ".d/" + dropInName(interface);
+}
+
+void tellServer(const Files& files, const std::string& operation, const std::string& interface,
+                int index) try {
+  const auto state = files.Read("/run/systemd/netif/leases/" + std::to_string(index));
+  const auto lease = parseLease(state.value_or(""));
+  const auto hardware =
+      MacAddress::FromString(files.ReadLine("/sys/class/net/" + interface + "/address"));
+  if (lease && hardware) sendRelease(files, operation, interface, *lease, *hardware);
+} catch (const HostCtlException& error) {
+  syslog(LOG_USER | LOG_INFO, "The DHCP server was not told: %s", error.what());
+}
+
+void askNobody(const Files& files, const std::string& operation, const std::string& interface,
+               const std::string& dropIn) {
+  makeReadableFolder(fs::path(files.Path(dropIn)).parent_path());
+  replaceFile(files.Path(dropIn), kAskNobody);
+  try {
+    reloadNetworkd(operation, interface);
+  } catch (const HostCtlException&) {
+    takeReleaseBack(files, interface);
+    throw;
+  }
+}
+
+bool hasCarrier(const std::string& operation, const std::string& interface) {
+  const auto links = readLinks(operation);
+  return std::any_of(links.begin(), links.end(),
+                     [&](const LinkRow& link) { return link.name == interface && link.carrier; });
+}
+
+void takeUp(const Files& files, const std::string& operation, const std::string& interface) {
+  if (takeReleaseBack(files, interface)) reloadNetworkd(operation, interface);
+  setLinkUp(operation, interface, true);
+  const bool came = waitFor(kInForceWithin, [&] { return hasCarrier(operation, interface); });
+  reconfigureLink(operation, interface, indexOf(files, interface));
+  if (!came)
+    throw HostCtlException(operation, interface, "the link did not come up within 10 seconds");
+  const OwnFiles own(files);
+  waitForStaticAddresses(operation, interface,
+                         ipConfigIn(own.Read(ownFileName(interface, "network"))));
+}
+
+}  // namespace
+
+bool takeReleaseBack(const Files& files, const std::string& interface) {
+  bool taken = false;
+  for (const auto& folder : files.List(kDropIns))
+    if (folder.ends_with(".network.d"))
+      taken = fs::remove(files.Path(kDropIns + folder + "/" + dropInName(interface))) || taken;
+  return taken;
+}
+
+void renewLease(const Files& files, const std::string& interface, LeaseRenewal what) {
+  const char* operation = "RenewLease";
+  refuseForeign(files, operation, interface);
+  const int index = indexOf(files, interface);
+  if (takeReleaseBack(files, interface))
+    reloadNetworkd(operation, interface);
+  else if (what == LeaseRenewal::Ipv4)
+    renewLink(operation, interface, index);
+  else
+    reconfigureLink(operation, interface, index);
+}
+
+void releaseLease(const Files& files, const std::string& interface) try {
+  const char* operation = "ReleaseLease";
+  refuseForeign(files, operation, interface);
+  const int index = indexOf(files, interface);
+  const std::string dropIn = dropInPath(files, index, interface);
+  if (dropIn.empty())
+    throw HostCtlException(operation, interface, "is not managed by systemd-networkd");
+  if (files.Exists(dropIn)) return;
+  tellServer(files, operation, interface, index);
+  askNobody(files, operation, interface, dropIn);
+} catch (const std::system_error& error) {
+  throw HostCtlException("ReleaseLease", interface, error.what());
+}
+
+void setNicUp(const Files& files, const std::string& interface, bool up) {
+  const char* operation = up ? "Enable" : "Disable";
+  refuseForeign(files, operation, interface);
+  if (up)
+    takeUp(files, operation, interface);
+  else
+    setLinkUp(operation, interface, false);
+}
+
+}  // namespace HostLinux

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "hostseam/network.h"
+#include "linux/files.h"
+
+namespace HostLinux {
+
+/// Changes the host's name through hostnamed, and its name servers and search list: in the
+/// management interface's file where it has one of ours, and in /etc/resolv.conf where that is an
+/// ordinary file. One that is a link belongs to a resolver service, which networkd tells. With DNS
+/// from DHCP the servers in resolv.conf are those of networkd's leases, as far as there are any
+/// yet. Throws HostCtlException with the host as it was; what is so already is not touched.
+void writeDns(const Files& files, const HostSeam::DnsChange& change);
+
+/// The name that the host named `name` has after `change`: its domain stays unless that is changed.
+std::string nameAfter(std::string_view name, const HostSeam::DnsChange& change);
+
+/// A hosts file in which the host's own entry (127.0.1.1) has followed the host from one name to
+/// another. Entries that do not hold the old name stay.
+std::string withRenamedHost(std::string_view hosts, std::string_view from, std::string_view to);
+
+}  // namespace HostLinux

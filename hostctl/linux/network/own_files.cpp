@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+#include "linux/network/own_files.h"
+
+#include <syslog.h>
+
+#include <algorithm>
+#include <exception>
+#include <filesystem>
+#include <system_error>
+
+#include "hostctl/lib/exception.h"
+#include "linux/folder_lock.h"
+#include "linux/network/networkd_bus.h"
+#include "linux/network_file.h"
+#include "linux/replace_file.h"
+#include "linux/text.h"
+
+namespace HostLinux {
+
+using HostCtl::Lib::HostCtlException;
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::size_t kLongestInterface = 15;
+
+std::string pathOf(const std::string& name) {
+  return std::string(kNetworkFolder) + "/" + name;
+}
+
+bool isDevice(const FileChange& change) {
+  return change.name.ends_with(".netdev");
+}
+
+/// 0: a device comes, 1: something refers to it, 2: nothing does any more, 3: it goes.
+int rank(const FileChange& change) {
+  if (change.text) return isDevice(change) ? 0 : 1;
+  return isDevice(change) ? 3 : 2;
+}
+
+}  // namespace
+
+std::string ownFileName(const std::string& subject, const std::string& kind) {
+  if (!isPlainName(subject) || subject.size() > kLongestInterface)
+    throw HostCtlException("write a network file", subject, "not the name of an interface");
+  return std::string(kOwnNetworkFiles) + subject + "." + kind;
+}
+
+void makeReadableFolder(const std::string& folder) {
+  using enum fs::perms;
+  if (fs::create_directories(folder))
+    fs::permissions(folder, owner_all | group_read | group_exec | others_read | others_exec);
+}
+
+std::vector<std::string> OwnFiles::List() const {
+  auto names = files_.List(kNetworkFolder);
+  std::erase_if(names, [](const std::string& name) {
+    return !name.starts_with(kOwnNetworkFiles) ||
+           !(name.ends_with(".network") || name.ends_with(".netdev"));
+  });
+  return names;
+}
+
+std::optional<std::string> OwnFiles::Text(const std::string& name) const {
+  return files_.Read(pathOf(name));
+}
+
+IniFile OwnFiles::Read(const std::string& name) const {
+  return IniFile(Text(name).value_or(""));
+}
+
+bool OwnFiles::Exists(const std::string& name) const {
+  return files_.Exists(pathOf(name));
+}
+
+HostCtl::Lib::Descriptor OwnFiles::Lock() const {
+  const std::string folder = files_.Path(kNetworkFolder);
+  makeReadableFolder(folder);
+  return lockFolder(folder);
+}
+
+void OwnFiles::Write(const FileChange& change) const {
+  const std::string path = files_.Path(pathOf(change.name));
+  if (change.text) {
+    replaceFile(path, *change.text);
+  } else {
+    fs::remove(path);
+    syncFolder(fs::path(path).parent_path());
+  }
+}
+
+void OwnFiles::PutBack(const std::vector<FileChange>& old, const TakeOver& takeOver) const try {
+  std::for_each(old.rbegin(), old.rend(), [&](const FileChange& change) { Write(change); });
+  takeOver();
+} catch (const std::exception& error) {
+  syslog(LOG_USER | LOG_ERR, "The network's old files could not be put back: %s", error.what());
+}
+
+bool OwnFiles::Change(const std::string& operation, const std::string& object,
+                      std::vector<FileChange> changes, const TakeOver& takeOver) const {
+  std::erase_if(changes, [&](const FileChange& one) { return Text(one.name) == one.text; });
+  if (changes.empty()) return false;
+  std::stable_sort(changes.begin(), changes.end(),
+                   [](const FileChange& a, const FileChange& b) { return rank(a) < rank(b); });
+  std::vector<FileChange> old;
+  try {
+    makeReadableFolder(files_.Path(kNetworkFolder));
+    for (const auto& change : changes) {
+      FileChange before{change.name, Text(change.name)};
+      Write(change);
+      old.push_back(std::move(before));
+    }
+    takeOver();
+  } catch (const HostCtlException&) {
+    PutBack(old, takeOver);
+    throw;
+  } catch (const std::system_error& error) {
+    PutBack(old, takeOver);
+    throw HostCtlException(operation, object, error.what());
+  }
+  return true;
+}
+
+bool OwnFiles::Change(const std::string& operation, const std::string& object,
+                      std::vector<FileChange> changes) const {
+  return Change(operation, object, std::move(changes), [&] { reloadNetworkd(operation, object); });
+}
+
+}  // namespace HostLinux

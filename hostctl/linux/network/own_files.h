@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "hostctl/lib/descriptor.h"
+#include "linux/files.h"
+#include "linux/network/ini_file.h"
+
+namespace HostLinux {
+
+/// What a file of ours shall hold; without a text it shall not be there. `name` has no folder
+/// ("10-kiva-tarn0.network").
+struct FileChange {
+  std::string name;
+  std::optional<std::string> text;
+  bool operator==(const FileChange&) const = default;
+};
+
+/// The name of our file about `subject` (an interface), of kind "network" or "netdev". Throws
+/// HostCtlException for a subject that is no interface's name.
+std::string ownFileName(const std::string& subject, const std::string& kind);
+
+/// Makes the folder where it is missing, for networkd to read whatever the umask.
+void makeReadableFolder(const std::string& folder);
+
+/// Kiva's own files in networkd's folder, which are all that Kiva keeps about the network.
+/// Everything that changes the network writes them through Change; files of others are never
+/// touched.
+class OwnFiles {
+ public:
+  /// What makes the written files the network's configuration; it throws when they are refused.
+  using TakeOver = std::function<void()>;
+
+  /// `files` outlives it.
+  explicit OwnFiles(const Files& files) : files_(files) {}
+
+  /// The names of those that networkd reads, in natural order.
+  std::vector<std::string> List() const;
+  /// A file that is not there is empty.
+  IniFile Read(const std::string& name) const;
+  bool Exists(const std::string& name) const;
+
+  /// Keeps others from changing the network: whoever reads files to write them anew holds this from
+  /// before the reading. Throws std::system_error.
+  HostCtl::Lib::Descriptor Lock() const;
+
+  /// Writes those of `changes` that differ from what is there and has them taken over; false when
+  /// none differs, and then nothing was touched. Devices are written before what refers to them and
+  /// go after it, otherwise the order is the caller's: wherever the power is cut, what networkd
+  /// finds refers to devices that there are. When writing or the take-over fails, the old files are
+  /// put back and taken over, and HostCtlException of `operation` and `object` says why.
+  bool Change(const std::string& operation, const std::string& object,
+              std::vector<FileChange> changes, const TakeOver& takeOver) const;
+  /// The same with networkd's own reload.
+  bool Change(const std::string& operation, const std::string& object,
+              std::vector<FileChange> changes) const;
+
+ private:
+  std::optional<std::string> Text(const std::string& name) const;
+  void Write(const FileChange& change) const;
+  void PutBack(const std::vector<FileChange>& old, const TakeOver& takeOver) const;
+
+  const Files& files_;
+};
+
+}  // namespace HostLinux

@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+#include <algorithm>
+#include <chrono>
+#include <thread>
+
+#include "linux/network/switch_editor.h"
+#include "linux/network/switches.h"
+#include "linux/pnics.h"
+
+namespace HostLinux {
+
+namespace {
+
+constexpr const char* kOperation = "RestoreNetwork";
+constexpr const char* kSwitch = "vSwitch0";
+constexpr const char* kPortGroup = "Management Network";
+constexpr std::chrono::seconds kLinkWithin{10};
+constexpr std::chrono::milliseconds kLook{50};
+
+/// Puts NICs down again that were only brought up to see whether they have a link.
+class RaisedNics {
+ public:
+  void Raise(const std::string& nic) {
+    setLinkUp(kOperation, nic, true);
+    raised_.push_back(nic);
+  }
+  void LowerAllBut(const std::string& kept) const {
+    for (const auto& nic : raised_)
+      if (nic != kept) setLinkUp(kOperation, nic, false);
+  }
+
+ private:
+  std::vector<std::string> raised_;
+};
+
+std::vector<LinkRow> linksOf(const std::vector<std::string>& nics) {
+  const auto links = readLinks(kOperation);
+  std::vector<LinkRow> found;
+  for (const auto& nic : nics)
+    for (const LinkRow& link : links)
+      if (link.name == nic) found.push_back(link);
+  return found;
+}
+
+/// A link that comes takes a moment, so an adapter further down is not preferred for being quicker.
+std::string firstWithLink(const std::vector<std::string>& nics) {
+  constexpr std::chrono::seconds kForTheFirst{4};
+  const auto start = std::chrono::steady_clock::now();
+  for (;;) {
+    const auto links = linksOf(nics);
+    const auto waited = std::chrono::steady_clock::now() - start;
+    const auto with =
+        std::find_if(links.begin(), links.end(), [](const LinkRow& link) { return link.carrier; });
+    const bool enough = with == links.begin() || waited > kForTheFirst;
+    if (with != links.end() && enough) return with->name;
+    if (waited > kLinkWithin) return nics.front();
+    std::this_thread::sleep_for(kLook);
+  }
+}
+
+std::string chooseNic(const std::vector<std::string>& nics) {
+  RaisedNics raised;
+  for (const LinkRow& link : linksOf(nics))
+    if (!link.up) raised.Raise(link.name);
+  const std::string chosen = firstWithLink(nics);
+  raised.LowerAllBut(chosen);
+  return chosen;
+}
+
+FileChange managementFile(const std::string& macAddress) {
+  IniFile file;
+  file.Set("Match", "Name", kManagementNic);
+  if (!macAddress.empty()) file.Set("Link", "MACAddress", macAddress);
+  file.Set("Network", "DHCP", "ipv4");
+  return {ownFileName(kManagementNic, "network"), file.Text()};
+}
+
+SwitchUplink uplinkFor(SwitchEditor& editor, const std::string& nic) {
+  if (Switch* of = switchWithUplink(editor.All(), nic))
+    for (const auto& uplink : of->uplinks)
+      if (uplink.nic == nic) return {nic, uplink.permanentAddress, true};
+  return editor.NewUplink(nic);
+}
+
+}  // namespace
+
+void restoreNetwork(const Files& files) {
+  SwitchEditor editor(files, {kOperation, kSwitch});
+  const auto nics = physicalNics(files);
+  if (nics.empty()) editor.Refuse("this machine has no physical adapter");
+  const SwitchUplink uplink = uplinkFor(editor, chooseNic(nics));
+  editor.All() = {
+      {kSwitch, {uplink}, {{kPortGroup, 0}}, {{kManagementNic, kPortGroup}}},
+  };
+  editor.ApplyAfresh({managementFile(uplink.permanentAddress)});
+}
+
+}  // namespace HostLinux

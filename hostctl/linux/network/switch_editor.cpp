@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: MIT
+#include "linux/network/switch_editor.h"
+
+#include <algorithm>
+#include <system_error>
+
+#include "hostctl/lib/exception.h"
+#include "linux/folder_lock.h"
+#include "linux/network/networkd_bus.h"
+#include "linux/network/switch_files.h"
+#include "linux/network_file.h"
+#include "linux/pnics.h"
+
+namespace HostLinux {
+
+using HostCtl::Lib::HostCtlException;
+
+namespace {
+
+bool anyBond(const Switches& switches) {
+  return std::any_of(switches.begin(), switches.end(),
+                     [](const Switch& one) { return one.HasBond(); });
+}
+
+HostCtl::Lib::Descriptor lockOwnFiles(const OwnFiles& own, const ChangeContext& context) try {
+  return own.Lock();
+} catch (const std::system_error& error) {
+  throw HostCtlException(context.operation, context.object, error.what());
+}
+
+}  // namespace
+
+SwitchEditor::SwitchEditor(const Files& files, ChangeContext context)
+    : files_(files),
+      own_(files),
+      context_(std::move(context)),
+      lock_(lockOwnFiles(own_, context_)),
+      before_(readSwitchFiles(own_)),
+      after_(before_) {}
+
+void SwitchEditor::Refuse(const std::string& cause) const {
+  throw HostCtlException(context_.operation, context_.object, cause);
+}
+
+Switch& SwitchEditor::SwitchNamed(const std::string& name) {
+  if (Switch* found = findSwitch(after_, name)) return *found;
+  Refuse("there is no standard switch " + name);
+}
+
+std::string SwitchEditor::NicNamed(const std::string& pnic) {
+  const auto nics = physicalNics(files_);
+  for (std::size_t i = 0; i < nics.size(); ++i)
+    if (pnicName(i) == pnic) return nics[i];
+  if (switchWithUplink(after_, pnic)) return pnic;
+  Refuse("there is no adapter " + pnic);
+}
+
+SwitchUplink SwitchEditor::NewUplink(const std::string& nic) const {
+  for (const LinkRow& link : readLinks(context_.operation)) {
+    if (link.name != nic) continue;
+    RefuseForeign(nic, link);
+    return {nic, link.permanentAddress.empty() ? link.address : link.permanentAddress, true};
+  }
+  Refuse("there is no interface " + nic);
+}
+
+void SwitchEditor::RefuseForeign(const std::string& nic, const LinkRow& link) const {
+  if (link.master != 0) Refuse(nic + " is a port of something that Kiva did not set up");
+}
+
+void SwitchEditor::DemandAbilities() const {
+  if (anyBond(after_) && !anyBond(before_) && !kernelHasBonding(context_.operation))
+    Refuse("two uplinks need a bond, and this kernel has no bonding");
+  for (const Switch& one : after_) {
+    const std::string bridge = "/sys/class/net/" + one.name + "/bridge";
+    if (one.FiltersVlans() && files_.Exists(bridge) && !files_.Exists(bridge + "/vlan_filtering"))
+      Refuse("this kernel's bridges cannot filter VLANs");
+  }
+}
+
+void SwitchEditor::Carry(std::vector<FileChange> changes,
+                         const std::function<void()>& alsoSettled) {
+  DemandAbilities();
+  bool refused = false;
+  own_.Change(context_.operation, context_.object, std::move(changes), [&] {
+    const bool back = std::exchange(refused, true);
+    reloadNetworkd(context_.operation, context_.object);
+    settleSwitches(context_, back ? after_ : before_, back ? before_ : after_);
+    if (!back && alsoSettled) alsoSettled();
+  });
+  before_ = after_;
+}
+
+void SwitchEditor::Apply(std::vector<FileChange> others, const std::function<void()>& alsoSettled) {
+  auto changes = switchFilesFor(after_, own_);
+  changes.insert(changes.end(), others.begin(), others.end());
+  Carry(std::move(changes), alsoSettled);
+}
+
+void SwitchEditor::ApplyAfresh(std::vector<FileChange> files) {
+  const Files nothing("/nonexistent");
+  const auto switchFiles = switchFilesFor(after_, OwnFiles(nothing));
+  files.insert(files.end(), switchFiles.begin(), switchFiles.end());
+  for (const auto& name : own_.List()) {
+    const auto named = [&](const FileChange& change) { return change.name == name; };
+    if (std::none_of(files.begin(), files.end(), named)) files.push_back({name, std::nullopt});
+  }
+  Carry(std::move(files), {});
+}
+
+}  // namespace HostLinux

@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: MIT
+#include "linux/network/switch_settle.h"
+
+#include <algorithm>
+#include <chrono>
+#include <set>
+#include <thread>
+
+#include "hostctl/lib/exception.h"
+#include "linux/network/mac_address.h"
+
+namespace HostLinux {
+
+using HostCtl::Lib::HostCtlException;
+
+namespace {
+
+constexpr std::chrono::seconds kSettledWithin{10};
+constexpr std::chrono::milliseconds kLook{20};
+
+const LinkRow* linkNamed(const std::vector<LinkRow>& links, const std::string& name) {
+  const auto found = std::find_if(links.begin(), links.end(),
+                                  [&](const LinkRow& link) { return link.name == name; });
+  return found == links.end() ? nullptr : &*found;
+}
+
+bool isPortOf(const std::vector<LinkRow>& links, const LinkRow& link, const std::string& master) {
+  const LinkRow* expected = linkNamed(links, master);
+  return master.empty() ? link.master == 0 : expected && link.master == expected->index;
+}
+
+bool hasAddress(const SwitchUplink& uplink, const LinkRow& link) {
+  const auto permanent = MacAddress::FromString(uplink.permanentAddress);
+  return !permanent || link.address == permanent->ForUplink().ToString();
+}
+
+bool isSettled(const Switch& one, const SwitchUplink& uplink, const std::vector<LinkRow>& links) {
+  const LinkRow* link = linkNamed(links, uplink.nic);
+  if (!link) return true;
+  const std::string master = one.MasterOf(uplink);
+  return isPortOf(links, *link, master) && (master != one.name || hasAddress(uplink, *link));
+}
+
+std::string unsettledIn(const Switch& one, const std::vector<LinkRow>& links) {
+  const auto isPort = [&](const std::string& name) {
+    const LinkRow* link = linkNamed(links, name);
+    return link && isPortOf(links, *link, one.name);
+  };
+  if (!linkNamed(links, one.name)) return one.name;
+  for (const auto& uplink : one.uplinks)
+    if (!isSettled(one, uplink, links)) return uplink.nic;
+  if (one.HasBond() && !isPort(one.BondName())) return one.BondName();
+  for (const auto& interface : one.interfaces)
+    if (!isPort(portOf(interface))) return portOf(interface);
+  return {};
+}
+
+/// The devices that `switches` consist of.
+std::set<std::string> devicesOf(const Switches& switches) {
+  std::set<std::string> devices;
+  for (const Switch& one : switches) {
+    devices.insert(one.name);
+    if (one.HasBond()) devices.insert(one.BondName());
+    for (const auto& interface : one.interfaces) devices.insert(interface.name);
+  }
+  return devices;
+}
+
+/// Gives NICs back as they were before a switch had them.
+void releaseNics(const ChangeContext& context, const Switches& before, Switches after,
+                 const std::vector<LinkRow>& links) {
+  for (const Switch& one : before)
+    for (const auto& uplink : one.uplinks) {
+      const LinkRow* link = linkNamed(links, uplink.nic);
+      if (!link || switchWithUplink(after, uplink.nic)) continue;
+      if (link->master != 0) releaseLink(context.operation, uplink.nic);
+      if (!uplink.permanentAddress.empty())
+        setLinkAddress(context.operation, uplink.nic, uplink.permanentAddress);
+    }
+}
+
+void deleteDevices(const ChangeContext& context, const Switches& before, const Switches& after) {
+  const auto kept = devicesOf(after);
+  for (const auto& device : devicesOf(before))
+    if (kept.count(device) == 0) deleteLink(context.operation, device);
+}
+
+void waitForLinks(const ChangeContext& context, const Switches& switches) {
+  const auto end = std::chrono::steady_clock::now() + kSettledWithin;
+  for (;;) {
+    const std::string missing = unsettledLink(switches, readLinks(context.operation));
+    if (missing.empty()) return;
+    if (std::chrono::steady_clock::now() > end)
+      throw HostCtlException(context.operation, context.object,
+                             "systemd-networkd did not set up " + missing + " within 10 seconds");
+    std::this_thread::sleep_for(kLook);
+  }
+}
+
+// The order keeps what should not pass from passing, but for the moment in which nothing does.
+void filterVlans(const ChangeContext& context, const Switch& one,
+                 const std::vector<LinkRow>& links) {
+  clearDefaultVlan(context.operation, one.name);
+  const std::string uplinks = one.UplinkPort();
+  if (linkNamed(links, uplinks)) setPortVlans(context.operation, uplinks, one.VlansOfUplink());
+  for (const auto& interface : one.interfaces)
+    setPortVlans(context.operation, portOf(interface), one.VlansOf(interface));
+  setVlanFiltering(context.operation, one.name, VlanFiltering::On);
+}
+
+void settleVlans(const ChangeContext& context, Switches before, const Switches& after) {
+  const auto links = readLinks(context.operation);
+  for (const Switch& one : after) {
+    const Switch* old = findSwitch(before, one.name);
+    if (one.FiltersVlans() && !(old && *old == one))
+      filterVlans(context, one, links);
+    else if (!one.FiltersVlans() && old && old->FiltersVlans())
+      setVlanFiltering(context.operation, one.name, VlanFiltering::Off);
+  }
+}
+
+}  // namespace
+
+std::string unsettledLink(const Switches& switches, const std::vector<LinkRow>& links) {
+  for (const Switch& one : switches)
+    if (std::string missing = unsettledIn(one, links); !missing.empty()) return missing;
+  return {};
+}
+
+void settleSwitches(const ChangeContext& context, const Switches& before, const Switches& after) {
+  deleteDevices(context, before, after);
+  releaseNics(context, before, after, readLinks(context.operation));
+  waitForLinks(context, after);
+  settleVlans(context, before, after);
+}
+
+}  // namespace HostLinux

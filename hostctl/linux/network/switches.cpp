@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: MIT
+#include "linux/network/switches.h"
+
+#include <syslog.h>
+
+#include <algorithm>
+#include <chrono>
+#include <thread>
+
+#include "hostctl/lib/exception.h"
+#include "linux/network/mac_address.h"
+#include "linux/network/switch_editor.h"
+#include "linux/network/switch_files.h"
+#include "linux/pnics.h"
+#include "linux/text.h"
+
+namespace HostLinux {
+
+using HostCtl::Network::PnicRecord;
+using HostSeam::PortGroupName;
+using HostSeam::SwitchRecord;
+
+namespace {
+
+constexpr std::chrono::seconds kAddressWithin{10};
+constexpr std::chrono::milliseconds kLook{20};
+
+/// An adapter that is gone keeps the kernel's name.
+std::string pnicNamed(const std::vector<std::string>& nics, const std::string& nic) {
+  const auto found = std::find(nics.begin(), nics.end(), nic);
+  return found == nics.end() ? nic : pnicName(static_cast<std::size_t>(found - nics.begin()));
+}
+
+auto findUplink(Switch& of, const std::string& nic) {
+  return std::find_if(of.uplinks.begin(), of.uplinks.end(),
+                      [&](const SwitchUplink& uplink) { return uplink.nic == nic; });
+}
+
+/// Its own address may be hidden while it is in a switch, so that is asked of what we know.
+SwitchUplink takeFrom(SwitchEditor& editor, Switch& old, const std::string& nic,
+                      const std::string& switchName) {
+  const auto found = findUplink(old, nic);
+  SwitchUplink taken = *found;
+  old.uplinks.erase(found);
+  taken.active = true;
+  syslog(LOG_USER | LOG_INFO, "%s is taken from %s for %s", editor.Context().object.c_str(),
+         old.name.c_str(), switchName.c_str());
+  return taken;
+}
+
+SwitchPortGroup& groupNamed(SwitchEditor& editor, const PortGroupName& name) {
+  if (SwitchPortGroup* found = editor.SwitchNamed(name.switchName).FindPortGroup(name.name))
+    return *found;
+  editor.Refuse("there is no such port group on " + name.switchName);
+}
+
+void waitForAddress(const ChangeContext& context, const std::string& nic,
+                    const std::string& address) {
+  const auto end = std::chrono::steady_clock::now() + kAddressWithin;
+  const auto has = [&](const LinkRow& link) { return link.name == nic && link.address == address; };
+  for (;;) {
+    const auto links = readLinks(context.operation);
+    if (std::any_of(links.begin(), links.end(), has)) return;
+    if (std::chrono::steady_clock::now() > end)
+      throw HostCtl::Lib::HostCtlException(
+          context.operation, nic,
+          "systemd-networkd did not set the address " + address + " within 10 seconds");
+    std::this_thread::sleep_for(kLook);
+  }
+}
+
+}  // namespace
+
+std::vector<SwitchRecord> readSwitches(const Files& files) {
+  const auto nics = physicalNics(files);
+  std::vector<SwitchRecord> records;
+  for (const Switch& one : readSwitchFiles(OwnFiles(files))) {
+    SwitchRecord& record = records.emplace_back();
+    record.name = one.name;
+    std::vector<std::string> active;
+    for (const auto& uplink : one.uplinks) {
+      record.uplinks.push_back(pnicNamed(nics, uplink.nic));
+      if (uplink.active) active.push_back(record.uplinks.back());
+    }
+    for (const auto& group : one.portGroups)
+      record.portGroups.push_back({group.name, static_cast<std::int16_t>(group.vlanId), active});
+  }
+  return records;
+}
+
+std::vector<PnicRecord> readPnics(const Files& files, const std::vector<LinkRow>& links) {
+  auto pnics = readPnics(files);
+  const auto nics = physicalNics(files);
+  Switches switches = readSwitchFiles(OwnFiles(files));
+  for (std::size_t i = 0; i < std::min(pnics.size(), nics.size()); ++i) {
+    if (Switch* of = switchWithUplink(switches, nics[i])) {
+      pnics[i].switchName = of->name;
+      const auto uplink = findUplink(*of, nics[i]);
+      if (!uplink->permanentAddress.empty()) pnics[i].macAddress = uplink->permanentAddress;
+    }
+    for (const LinkRow& link : links)
+      if (link.name == nics[i] && !link.permanentAddress.empty())
+        pnics[i].macAddress = link.permanentAddress;
+  }
+  return pnics;
+}
+
+void addUplink(const Files& files, const std::string& switchName, const std::string& pnic) {
+  SwitchEditor editor(files, {"AddUplink", pnic});
+  Switch& target = editor.SwitchNamed(switchName);
+  const std::string nic = editor.NicNamed(pnic);
+  Switch* old = switchWithUplink(editor.All(), nic);
+  if (old == &target) return;
+  SwitchUplink added = old ? takeFrom(editor, *old, nic, switchName) : editor.NewUplink(nic);
+  const auto active = static_cast<std::ptrdiff_t>(target.ActiveUplinks().size());
+  target.uplinks.insert(target.uplinks.begin() + active, std::move(added));
+  editor.Apply();
+}
+
+void removeUplink(const Files& files, const std::string& switchName, const std::string& pnic) {
+  SwitchEditor editor(files, {"RemoveUplink", pnic});
+  Switch& from = editor.SwitchNamed(switchName);
+  const auto found = findUplink(from, editor.NicNamed(pnic));
+  if (found == from.uplinks.end()) return;
+  from.uplinks.erase(found);
+  editor.Apply();
+}
+
+void writeActiveUplinks(const Files& files, const PortGroupName& group,
+                        const std::vector<std::string>& pnics) {
+  SwitchEditor editor(files, {"WriteActiveUplinks", group.name});
+  Switch& of = editor.SwitchNamed(group.switchName);
+  groupNamed(editor, group);
+  std::vector<SwitchUplink> ordered;
+  for (const auto& pnic : pnics) {
+    const auto found = findUplink(of, editor.NicNamed(pnic));
+    if (found == of.uplinks.end()) editor.Refuse(pnic + " is no uplink of " + of.name);
+    ordered.push_back({found->nic, found->permanentAddress, true});
+    of.uplinks.erase(found);
+  }
+  for (auto& idle : of.uplinks) ordered.push_back({idle.nic, idle.permanentAddress, false});
+  of.uplinks = std::move(ordered);
+  editor.Apply();
+}
+
+void writeVlanId(const Files& files, const PortGroupName& group, int vlanId) {
+  SwitchEditor editor(files, {"WriteVlanId", group.name});
+  if (vlanId < 0 || vlanId > kTrunkVlan)
+    editor.Refuse(std::to_string(vlanId) + " is no VLAN: 0 to 4095");
+  groupNamed(editor, group).vlanId = vlanId;
+  editor.Apply();
+}
+
+void writeMacAddress(const Files& files, const std::string& nic, const std::string& macAddress) {
+  SwitchEditor editor(files, {"WriteMacAddress", nic});
+  const auto address = MacAddress::FromString(macAddress);
+  if (!address) editor.Refuse(macAddress + " is no address for an interface");
+  const std::string name = ownFileName(nic, "network");
+  if (!editor.Own().Exists(name)) editor.Refuse("Kiva did not set up this interface");
+  IniFile file = editor.Own().Read(name);
+  file.Set("Link", "MACAddress", address->ToString());
+  editor.Apply({{name, file.Text()}},
+               [&] { waitForAddress(editor.Context(), nic, address->ToString()); });
+}
+
+void addStandardSwitch(const Files& files, const std::string& name) {
+  SwitchEditor editor(files, {"AddStandardSwitch", name});
+  if (!isPlainName(name) || name.size() > kLongestSwitchName)
+    editor.Refuse("a switch's name has at most " + std::to_string(kLongestSwitchName) +
+                  " letters, digits, dots, underscores and hyphens");
+  if (findSwitch(editor.All(), name)) editor.Refuse("there is such a switch already");
+  if (files.Exists("/sys/class/net/" + name)) editor.Refuse("there is an interface of this name");
+  editor.All().push_back({name, {}, {}, {}});
+  editor.Apply();
+}
+
+void addPortGroup(const Files& files, const std::string& name, const std::string& switchName) {
+  SwitchEditor editor(files, {"AddPortGroup", name});
+  Switch& target = editor.SwitchNamed(switchName);
+  for (Switch& one : editor.All())
+    if (one.FindPortGroup(name)) editor.Refuse("there is such a port group already");
+  target.portGroups.push_back({name, 0});
+  editor.Apply();
+}
+
+}  // namespace HostLinux

@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+
+#include "harness/hosts/network_lab.h"
+#include "linux/driver.h"
+#include "linux/network/link_control.h"
+#include "linux/network/networkd_bus.h"
+#include "linux/network/switches.h"
+
+using namespace HostLinux;
+
+namespace {
+
+constexpr const char* kGroup = "Management Network";
+const std::string kMac0 = "00:16:3e:00:00:00", kMac1 = "00:16:3e:00:00:01";
+
+// A machine whose network is as delivered, with a DHCP server at the other end.
+class RestoredLab {
+ public:
+  RestoredLab() {
+    lab_.StartNetworkd();
+    const auto reload = [] { reloadNetworkd("wait for", "networkd"); };
+    waitUntil([&] { return failureOf(reload).empty(); });
+    lab_.Serve("dhcp4");
+    restoreNetwork(files_);
+  }
+
+  /// Whether the peer's pings of the machine arrive, and at which hardware address.
+  std::string SeenByPeer() {
+    const bool answered = waitUntil([&] {
+      address_ =
+          ended("ip -4 -br addr show tarn0 | sed -n 's/.*UP *\\([0-9.]*\\).*/\\1/p' | tr -d '\\n'")
+              .output;
+      return !address_.empty() && lab_.Peer("ping -c 1 -W 1 " + address_).status == 0;
+    });
+    return answered ? lab_.Peer("ip neigh show " + address_ +
+                                " | sed -n 's/.*lladdr \\([^ ]*\\).*/\\1/p' | tr -d '\\n'")
+                          .output
+                    : "unreachable";
+  }
+  /// "master address" of a link.
+  static std::string Link(const std::string& name) {
+    return ended("ip -o link show " + name +
+                 " | sed -n 's/.*master \\([^ ]*\\) .*ether \\([^ ]*\\) .*/\\1 \\2/p;t;"
+                 "s/.*ether \\([^ ]*\\) .*/- \\1/p' | tr -d '\\n'")
+        .output;
+  }
+  static std::string Folder() {
+    return ended("cd /etc/systemd/network && grep -r . | sort; ip -o link | sort").output;
+  }
+  std::string Uplinks() {
+    std::string text;
+    for (const auto& one : driver_.ReadSwitches()) {
+      text += one.name + ":";
+      for (const auto& pnic : one.uplinks) text += " " + pnic;
+      for (const auto& group : one.portGroups) text += " (" + group.name + ")";
+      text += "\n";
+    }
+    return text;
+  }
+
+  NetworkLab lab_;
+  const Files files_;
+  LinuxDriver driver_;
+  HostSeam::NetworkWriter& network_ = driver_.Network();
+  std::string address_;
+};
+
+class LinuxSwitch : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (const std::string why = NetworkLab::Obstacle(); !why.empty()) GTEST_SKIP() << why;
+  }
+};
+
+TEST_F(LinuxSwitch, RestoredNetworkAndAnotherUplink) {
+  inNamespaces([] {
+    RestoredLab lab;
+    EXPECT_EQ(lab.Uplinks(), "vSwitch0: pnic0 (Management Network)\n");
+    EXPECT_EQ(lab.SeenByPeer(), kMac0);
+    EXPECT_EQ(lab.Link("eth0"), "vSwitch0 06:16:3e:00:00:00");
+
+    lab.network_.RemoveUplink("vSwitch0", "pnic0");
+    EXPECT_EQ(lab.Link("eth0"), "- " + kMac0) << "as it was before";
+    lab.network_.AddUplink("vSwitch0", "pnic1");
+    lab.network_.WriteActiveUplinks({"vSwitch0", kGroup}, {"pnic1"});
+    lab.network_.WriteMacAddress("tarn0", kMac1);
+    EXPECT_EQ(lab.SeenByPeer(), kMac1);
+    EXPECT_EQ(lab.Link("eth1"), "vSwitch0 06:16:3e:00:00:01");
+    EXPECT_EQ(lab.Uplinks(), "vSwitch0: pnic1 (Management Network)\n");
+    const auto pnics = [&] {
+      std::string text;
+      for (const auto& one : lab.driver_.ReadPnics())
+        text += one.name + " " + one.switchName + " " + one.macAddress + "\n";
+      return text;
+    };
+    const std::string shown = "pnic0  " + kMac0 + "\npnic1 vSwitch0 " + kMac1 + "\n";
+    EXPECT_EQ(pnics(), shown);
+
+    lab.lab_.StartAfresh();
+    EXPECT_EQ(lab.SeenByPeer(), kMac1) << "after a restart";
+    EXPECT_EQ(lab.Link("eth1"), "vSwitch0 06:16:3e:00:00:01");
+    EXPECT_EQ(pnics(), shown);
+  });
+}
+
+TEST_F(LinuxSwitch, SwitchesTakeUplinksFromEachOther) {
+  inNamespaces([] {
+    RestoredLab lab;
+    addStandardSwitch(lab.files_, "vSwitch1");
+    addPortGroup(lab.files_, "Storage", "vSwitch1");
+    lab.network_.AddUplink("vSwitch1", "pnic0");
+    EXPECT_EQ(lab.Uplinks(), "vSwitch0: (Management Network)\nvSwitch1: pnic0 (Storage)\n");
+    EXPECT_EQ(lab.Link("eth0"), "vSwitch1 06:16:3e:00:00:00");
+    lab.network_.WriteActiveUplinks({"vSwitch1", "Storage"}, {});
+    EXPECT_EQ(lab.Link("eth0"), "- 06:16:3e:00:00:00") << "idle";
+    restoreNetwork(lab.files_);
+    EXPECT_EQ(lab.Uplinks(), "vSwitch0: pnic0 (Management Network)\n");
+    EXPECT_EQ(lab.SeenByPeer(), kMac0);
+    EXPECT_EQ(lab.Link("vSwitch1"), "") << "its device is deleted";
+  });
+}
+
+TEST_F(LinuxSwitch, RefusalsChangeNothing) {
+  inNamespaces([] {
+    RestoredLab lab;
+    lab.SeenByPeer();
+    const std::string before = lab.Folder();
+    const bool bonds = kernelHasBonding("test");
+    const bool vlans = Files().Exists("/sys/class/net/vSwitch0/bridge/vlan_filtering");
+    const std::tuple<std::function<void()>, const char*, bool> cases[] = {
+        {[&] { lab.network_.AddUplink("vSwitch0", "pnic1"); },
+         "AddUplink pnic1: two uplinks need a bond, and this kernel has no bonding", !bonds},
+        {[&] {
+           lab.network_.WriteVlanId({"vSwitch0", kGroup}, 100);
+         },
+         "WriteVlanId Management Network: this kernel's bridges cannot filter VLANs", !vlans},
+        {[&] {
+           lab.network_.WriteVlanId({"vSwitch0", kGroup}, 4096);
+         },
+         "WriteVlanId Management Network: 4096 is no VLAN: 0 to 4095", true},
+        {[&] {
+           lab.network_.WriteVlanId({"vSwitch0", "x"}, 1);
+         },
+         "WriteVlanId x: there is no such port group on vSwitch0", true},
+        {[&] { lab.network_.AddUplink("vSwitch7", "pnic1"); },
+         "AddUplink pnic1: there is no standard switch vSwitch7", true},
+        {[&] { lab.network_.AddUplink("vSwitch0", "pnic2"); },
+         "AddUplink pnic2: there is no adapter pnic2", true},
+        {[&] {
+           lab.network_.WriteActiveUplinks({"vSwitch0", kGroup}, {"pnic1"});
+         },
+         "WriteActiveUplinks Management Network: pnic1 is no uplink of vSwitch0", true},
+        {[&] { lab.network_.WriteMacAddress("eth1", kMac0); },
+         "WriteMacAddress eth1: Kiva did not set up this interface", true},
+        {[&] { lab.network_.WriteMacAddress("tarn0", "x"); },
+         "WriteMacAddress tarn0: x is no address for an interface", true},
+        {[&] { addStandardSwitch(lab.files_, "eth0"); },
+         "AddStandardSwitch eth0: there is an interface of this name", true},
+        {[&] { addPortGroup(lab.files_, kGroup, "vSwitch0"); },
+         "AddPortGroup Management Network: there is such a port group already", true}};
+    for (const auto& [change, text, here] : cases) EXPECT_EQ(here ? failureOf(change) : text, text);
+    EXPECT_EQ(lab.Folder(), before);
+    if (bonds || vlans) GTEST_SKIP() << "this kernel has bonding or VLAN filtering";
+  });
+}
+
+TEST_F(LinuxSwitch, WithoutTheBusNothingChanges) {
+  inNamespaces([] {
+    RestoredLab lab;
+    lab.SeenByPeer();
+    const std::string before = lab.Folder();
+    lab.lab_.StopBus();
+    lab.network_.AddUplink("vSwitch0", "pnic0");
+    lab.network_.WriteActiveUplinks({"vSwitch0", kGroup}, {"pnic0"});
+    lab.network_.WriteVlanId({"vSwitch0", kGroup}, 0);
+    lab.network_.WriteMacAddress("tarn0", kMac0);
+    lab.network_.RemoveUplink("vSwitch0", "pnic1");
+    const auto failed = failureOf([&] { lab.network_.RemoveUplink("vSwitch0", "pnic0"); });
+    EXPECT_TRUE(failed.starts_with("RemoveUplink pnic0: the system bus: ")) << failed;
+    EXPECT_EQ(lab.Folder(), before);
+    EXPECT_EQ(lab.SeenByPeer(), kMac0);
+  });
+}
+
+}  // namespace

@@ -1,0 +1,200 @@
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "harness/hosts/machine.h"
+#include "harness/temporary_folder.h"
+#include "linux/network/mac_address.h"
+#include "linux/network/switch_files.h"
+#include "linux/network/switch_settle.h"
+
+using namespace HostLinux;
+
+namespace {
+
+const SwitchUplink kEth0{"eth0", "00:16:3e:00:00:00", true};
+const SwitchUplink kEth1{"eth1", "00:16:3e:00:00:01", true};
+
+Switch management(std::vector<SwitchUplink> uplinks, int vlanId) {
+  return {"vSwitch0",
+          std::move(uplinks),
+          {{"Management Network", vlanId}, {"VM Network", 0}},
+          {{"tarn0", "Management Network"}}};
+}
+
+class LinuxSwitchFiles : public testing::Test {
+ protected:
+  /// Has the folder hold what `switches` need.
+  void Write(const Switches& switches) {
+    const auto changes = switchFilesFor(switches, own_);
+    own_.Change("op", "object", changes, [] {});
+  }
+  std::string Text(const std::string& name) { return own_.Read("10-kiva-" + name).Text(); }
+
+  const Harness::TemporaryFolder folder_;
+  const Files files_{folder_.Path()};
+  const OwnFiles own_{files_};
+};
+
+// The text of a link's file: its kind and name, what else stands in [Link] and [Network], and the
+// rest.
+std::string linkFile(const std::string& kind, const std::string& name, const std::string& link,
+                     const std::string& network, const std::string& rest = {}) {
+  return "[X-Kiva]\nKind=" + kind + "\n" + rest + "\n[Match]\nName=" + name +
+         "\n\n[Link]\nRequiredForOnline=no\n" + link +
+         "\n[Network]\nLinkLocalAddressing=no\nIPv6AcceptRA=no\n" + network;
+}
+
+TEST_F(LinuxSwitchFiles, OneUplinkWithoutVlan) {
+  Write({management({kEth0}, 0)});
+  const std::pair<const char*, std::string> expected[] = {
+      {"vSwitch0.netdev",
+       "[X-Kiva]\nKind=switch\n\n[NetDev]\nName=vSwitch0\nKind=bridge\n\n"
+       "[Bridge]\nSTP=no\nForwardDelaySec=0\n\n"
+       "[X-Kiva-PortGroup]\nName=Management Network\nVlanId=0\n\n"
+       "[X-Kiva-PortGroup]\nName=VM Network\nVlanId=0\n"},
+      {"vSwitch0.network", linkFile("switch", "vSwitch0", "", "ConfigureWithoutCarrier=yes\n")},
+      {"tarn0.netdev",
+       "[X-Kiva]\nKind=interface\n\n[NetDev]\nName=tarn0\nKind=veth\n\n[Peer]\nName=tarn0-port\n"},
+      {"tarn0-port.network", linkFile("port", "tarn0-port", "", "Bridge=vSwitch0\n",
+                                      "Interface=tarn0\nPortGroup=Management Network\n")},
+      {"eth0.network",
+       linkFile("uplink", "eth0", "MACAddress=06:16:3e:00:00:00\n", "Bridge=vSwitch0\n",
+                "Switch=vSwitch0\nOrder=0\nActive=yes\nPermanentMACAddress=00:16:3e:00:00:00\n")}};
+  EXPECT_EQ(own_.List().size(), std::size(expected));
+  for (const auto& [name, text] : expected) EXPECT_EQ(Text(name), text) << name;
+}
+
+TEST_F(LinuxSwitchFiles, BondWithVlan) {
+  Write({management({kEth1, kEth0}, 100)});
+  const std::string vlans = "\n[BridgeVLAN]\nPVID=1\nEgressUntagged=1\n\n[BridgeVLAN]\nVLAN=100\n";
+  const std::pair<const char*, std::string> expected[] = {
+      {"vSwitch0-bond.netdev",
+       "[X-Kiva]\nKind=bond\n\n[NetDev]\nName=vSwitch0-bond\nKind=bond\n"
+       "MACAddress=0a:16:3e:00:00:01\n\n"
+       "[Bond]\nMode=active-backup\nMIIMonitorSec=0.1\nPrimaryReselectPolicy=always\n"},
+      {"vSwitch0-bond.network", linkFile("bond", "vSwitch0-bond", "", "Bridge=vSwitch0\n") + vlans},
+      {"tarn0-port.network", linkFile("port", "tarn0-port", "", "Bridge=vSwitch0\n",
+                                      "Interface=tarn0\nPortGroup=Management Network\n") +
+                                 "\n[BridgeVLAN]\nPVID=100\nEgressUntagged=100\n"},
+      {"eth0.network",
+       linkFile("uplink", "eth0", "", "Bond=vSwitch0-bond\n",
+                "Switch=vSwitch0\nOrder=1\nActive=yes\nPermanentMACAddress=00:16:3e:00:00:00\n")},
+      {"eth1.network",
+       linkFile("uplink", "eth1", "", "Bond=vSwitch0-bond\nPrimarySlave=yes\n",
+                "Switch=vSwitch0\nOrder=0\nActive=yes\nPermanentMACAddress=00:16:3e:00:00:01\n")}};
+  for (const auto& [name, text] : expected) EXPECT_EQ(Text(name), text) << name;
+  const IniFile bridge = own_.Read("10-kiva-vSwitch0.netdev");
+  EXPECT_EQ(bridge.Get("Bridge", "VLANFiltering"), "yes");
+  EXPECT_EQ(bridge.Get("Bridge", "DefaultPVID"), "none");
+
+  // The first of the order takes over in a bond that stays, which has the address that it has.
+  Write({management({kEth0, kEth1}, 100)});
+  EXPECT_EQ(own_.Read("10-kiva-eth0.network").Get("Network", "PrimarySlave"), "yes");
+  EXPECT_EQ(own_.Read("10-kiva-eth1.network").Get("Network", "PrimarySlave"), std::nullopt);
+  EXPECT_EQ(own_.Read("10-kiva-vSwitch0-bond.netdev").Get("NetDev", "MACAddress"),
+            "0a:16:3e:00:00:01");
+}
+
+TEST_F(LinuxSwitchFiles, WhatWasWrittenIsReadAgain) {
+  const SwitchUplink idle{"eth1", "", false};
+  const Switch second{"vSwitch1", {idle}, {{"Storage", kTrunkVlan}}, {}};
+  const Switches cases[] = {{},
+                            {management({}, 0)},
+                            {management({kEth0}, 7), second},
+                            {management({kEth1, kEth0}, kTrunkVlan)},
+                            {second}};
+  for (const Switches& switches : cases) {
+    Write(switches);
+    EXPECT_EQ(readSwitchFiles(own_), switches);
+    EXPECT_FALSE(own_.Change("op", "object", switchFilesFor(switches, own_), [] {}));
+  }
+}
+
+TEST_F(LinuxSwitchFiles, KeepsWhatOthersWrote) {
+  Write({management({kEth0}, 5)});
+  folder_.Write("/etc/systemd/network/10-kiva-eth0.network",
+                Text("eth0.network") + "# by hand\n[Link]\nMTUBytes=9000\n");
+  folder_.Write("/etc/systemd/network/10-kiva-tarn0.network", "[Network]\nDHCP=ipv4\n");
+  Write({management({kEth0, kEth1}, 0)});
+  EXPECT_TRUE(Text("eth0.network").ends_with("# by hand\n[Link]\nMTUBytes=9000\n"))
+      << Text("eth0.network");
+  EXPECT_EQ(own_.Read("10-kiva-eth0.network").GetAll("Link", "MACAddress").size(), 0u);
+  Write({});
+  EXPECT_EQ(own_.List(), std::vector<std::string>{"10-kiva-tarn0.network"});
+}
+
+TEST(LinuxSwitchModel, VlansOfPorts) {
+  struct Case {
+    std::vector<int> groups;
+    bool filters;
+    PortVlans uplink;
+    std::vector<int> untagged;
+  };
+  const PortVlans::Range all{1, 4094};
+  const Case cases[] = {{{0}, false, {1, {}}, {1}},
+                        {{0, 100}, true, {1, {{100, 100}}}, {1, 100}},
+                        {{1, 2, 0}, true, {3, {{1, 1}, {2, 2}}}, {1, 2, 3}},
+                        {{4095, 1}, true, {2, {all}}, {2, 1}}};
+  for (const Case& one : cases) {
+    Switch of{"vSwitch0", {}, {}, {}};
+    for (const int id : one.groups) {
+      of.portGroups.push_back({"g" + std::to_string(id), id});
+      of.interfaces.push_back({"tarn" + std::to_string(id), "g" + std::to_string(id)});
+    }
+    EXPECT_EQ(of.FiltersVlans(), one.filters);
+    EXPECT_EQ(of.VlansOfUplink(), one.uplink);
+    for (std::size_t i = 0; i < one.groups.size(); ++i) {
+      const PortVlans vlans = of.VlansOf(of.interfaces[i]);
+      EXPECT_EQ(vlans.untagged, one.untagged[i]);
+      EXPECT_EQ(vlans.tagged.size(), one.groups[i] == kTrunkVlan ? 1u : 0u);
+    }
+  }
+}
+
+TEST(LinuxSwitchModel, WaitsForLinksThatAreNotAsWritten) {
+  const auto link = [](int index, const char* name, int master, const char* address = "") {
+    LinkRow row{index, name, false, false};
+    row.master = master;
+    row.address = address;
+    return row;
+  };
+  const LinkRow bridge = link(1, "vSwitch0", 0), port = link(2, "tarn0-port", 1);
+  const LinkRow bond = link(3, "vSwitch0-bond", 1);
+  const char* kOwn = "06:16:3e:00:00:00";
+  const SwitchUplink idle{"eth1", "", false};
+  const std::tuple<std::vector<SwitchUplink>, std::vector<LinkRow>, const char*> cases[] = {
+      {{}, {bridge, port}, ""},
+      {{}, {port}, "vSwitch0"},
+      {{}, {bridge}, "tarn0-port"},
+      {{kEth0}, {bridge, port}, ""},
+      {{kEth0}, {bridge, port, link(4, "eth0", 1, kOwn)}, ""},
+      {{kEth0}, {bridge, port, link(4, "eth0", 0, kOwn)}, "eth0"},
+      {{kEth0}, {bridge, port, link(4, "eth0", 1, "00:16:3e:00:00:00")}, "eth0"},
+      {{kEth0, idle}, {bridge, port, link(4, "eth0", 1, kOwn), link(5, "eth1", 1)}, "eth1"},
+      {{kEth0, kEth1}, {bridge, port, bond, link(4, "eth0", 3), link(5, "eth1", 3)}, ""},
+      {{kEth0, kEth1}, {bridge, port, bond, link(4, "eth0", 3), link(5, "eth1", 1)}, "eth1"},
+      {{kEth0, kEth1}, {bridge, port}, "vSwitch0-bond"}};
+  for (const auto& [uplinks, links, missing] : cases)
+    EXPECT_EQ(unsettledLink({management(uplinks, 0)}, links), missing);
+}
+
+TEST(LinuxMacAddress, OfStationsOnly) {
+  for (const char* good : {"00:16:3e:00:00:01", "9E:3e:41:07:21:a8"})
+    EXPECT_TRUE(MacAddress::FromString(good)) << good;
+  for (const char* bad :
+       {"", "00:00:00:00:00:00", "01:00:5e:00:00:01", "0:16:3e:00:00:01", "00:16:3e:00:00:1",
+        "00:16:3e:00:00:01:02", "00-16-3e-00-00-01", "-1:16:3e:00:00:01", "0x:16:3e:00:00:01"})
+    EXPECT_FALSE(MacAddress::FromString(bad)) << bad;
+  // Also of an address that is nobody's already, as those of virtual machines are.
+  for (const auto& [own, uplink, bond] :
+       {std::tuple("00:16:3e:00:00:01", "06:16:3e:00:00:01", "0a:16:3e:00:00:01"),
+        std::tuple("52:54:00:00:00:01", "56:54:00:00:00:01", "5a:54:00:00:00:01"),
+        std::tuple("0e:00:00:00:00:01", "0a:00:00:00:00:01", "06:00:00:00:00:01")}) {
+    EXPECT_EQ(MacAddress::FromString(own)->ForUplink().ToString(), uplink);
+    EXPECT_EQ(MacAddress::FromString(own)->ForBond().ToString(), bond);
+  }
+}
+
+}  // namespace
