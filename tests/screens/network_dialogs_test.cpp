@@ -67,6 +67,7 @@ TEST(NetworkDialogs, AVlanIsRefusedWarnedOfOrTaken) {
   EXPECT_EQ(valuesOf(demo.Look()), Lines{"4095"});
   demo.Do({"Enter", "wait:[ 4095 ", "Delete", "Enter"});
   EXPECT_EQ(valuesOf(demo.Look()), Lines{"Not set"});
+  demo.Do({"Enter", "wait:access all VLANs):         [        ]"});
 }
 
 TEST(NetworkDialogs, SuffixesAreTakenAsTyped) {
@@ -81,11 +82,10 @@ TEST(NetworkDialogs, SuffixesAreTakenAsTyped) {
 }
 
 TEST(NetworkDialogs, DnsServersAreAddressesOrNotSet) {
-  const Lines servers = {"halo-01", "10.20.30.2", "2001:db8:20::53"};
-  const Lines automatic = Lines{"Automatic"} + servers;
+  const Lines automatic = {"Automatic", "halo-01", "10.20.30.2", "2001:db8:20::53"};
   const std::tuple<const char*, Lines, Lines> cases[] = {
       {"dhcp", {"Enter"}, automatic},
-      {"none", {"Up", "type: ", "Enter"}, Lines{"Manual"} + servers},
+      {"none", {"Up", "type: ", "wait:( ) Obtain", "wait:(o) Use", "Enter"}, automatic},
       {"dhcp",
        kManual + "Delete" + "Down" + "Delete" + "Down" + "Delete" + "Enter",
        {"Manual", "Not set", "Not set", "Not set"}},
@@ -108,8 +108,8 @@ TEST(NetworkDialogs, DnsServersAreAddressesOrNotSet) {
 TEST(NetworkDialogs, ABadDnsServerHasTheFocusAgain) {
   Demo demo;
   open(demo, kDns);
-  demo.Do(kManual + "type:1.2.3" + "Down" + "Down" + "Enter" + "wait:Invalid DNS server" + "Enter");
-  demo.Do({"type:.4", "wait:Primary DNS Server     [ 1.2.3.4 ", "Down", "type:::1:", "Enter"});
+  demo.Do(kManual + "type:1.2.3" + "Down" + "type:::1:" + "Enter" + "wait:Invalid DNS" + "Enter");
+  demo.Do({"type:.4", "wait:Primary DNS Server     [ 1.2.3.4 ", "Enter"});
   demo.Do({"wait:Please reenter a valid DNS server", "Enter", "Backspace", "Enter"});
   EXPECT_EQ(valuesOf(demo.Look()).back(), "::1");
 }
