@@ -7,6 +7,7 @@
 
 #include "console/support_pages.h"
 #include "hostctl/network/address.h"
+#include "hostctl/network/hosts_file.h"
 #include "linux/network_file.h"
 #include "linux/networkd_describe.h"
 #include "linux/os_version.h"
@@ -35,6 +36,7 @@ constexpr Reader kReaders[] = {
       if (const auto address = HostCtl::Network::parseIpAddress(std::string(text)))
         toString(*address);
     },
+    [](std::string_view text) { HostCtl::Network::withoutHostName(text, text.substr(0, 4)); },
     [](std::string_view text) {
       std::istringstream file{std::string(text)};
       const auto pages = Kiva::readSupportPages(file);
