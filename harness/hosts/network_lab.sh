@@ -166,7 +166,7 @@ serve() {
   case $modes in
     *stateful*,ra* | *,ra*stateful*) options="$options --dhcp-range=fd00:9::50,fd00:9::59,slaac,64,600" ;;
     *stateful*) options="$options --dhcp-range=fd00:9::50,fd00:9::59,64,600" ;;
-    *ra*) options="$options --dhcp-range=fd00:9::,ra-only,64,600" ;;
+    *ra*) options="$options --dhcp-range=fd00:9::,ra-only,slaac,64,600" ;;
   esac
   run server nsenter -t "$(cat /run/lab/peer)" -n dnsmasq --keep-in-foreground --conf-file=/dev/null \
     --log-facility=- --log-dhcp --no-ping --user=root --interface=lan0 --bind-interfaces --except-interface=lo \
