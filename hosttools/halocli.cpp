@@ -32,6 +32,11 @@ ToolAnswer addPortGroup(ToolHost& host, const Call& call) {
   return {};
 }
 
+ToolAnswer restoreNetwork(ToolHost& host, const Call&) {
+  host.RestoreNetwork();
+  return {};
+}
+
 ToolAnswer setNumber(ToolHost& host, const Call& call) {
   const AdvancedOption& option = optionAt(call["-o"]);
   host.WriteOption(call["-o"], readValue(option, call["-i"]));
@@ -61,7 +66,7 @@ ToolAnswer list(ToolHost&, const Call&) {
   return {0, Table(), ""};
 }
 
-constexpr std::array<Command<ToolHost>, 12> kCommands = {{
+constexpr std::array<Command<ToolHost>, 13> kCommands = {{
     {"network ip list", "shows the kernel interfaces, as configured and as they run", Effect::Reads,
      list<ipTable>},
     {"network ip route list", "shows the default gateways", Effect::Reads, list<routeTable>},
@@ -78,6 +83,8 @@ constexpr std::array<Command<ToolHost>, 12> kCommands = {{
      Effect::Changes, removeUplink},
     {"network vswitch standard portgroup add -p PORTGROUP -v SWITCH",
      "makes a group of ports on a switch", Effect::Changes, addPortGroup},
+    {"network restore", "puts the network back to that of a fresh host", Effect::Changes,
+     restoreNetwork},
     {"system settings advanced set -o PATH -i NUMBER", "sets an advanced option", Effect::Changes,
      setNumber},
     {"system settings advanced set -o PATH -s TEXT",
@@ -103,10 +110,9 @@ constexpr std::array<Command<ToolHost>, 1> kValue = {{
 
 }  // namespace
 
-constinit const Tool<ToolHost> kHalocli = {
-    "/bin/halocli /sbin/halocli /sbin/localcli",
-    "Shows and changes the host's settings. The switches of a Linux host are only shown.\n", 60,
-    kCommands, halocli};
+constinit const Tool<ToolHost> kHalocli = {"/bin/halocli /sbin/halocli /sbin/localcli",
+                                           "Shows and changes the host's settings.\n", 60,
+                                           kCommands, halocli};
 
 constinit const Tool<ToolHost> kHalocfgAdvcfg = {"/sbin/halocfg-advcfg",
                                                  "Reads the host's settings.\n", 60, kValue};

@@ -59,6 +59,10 @@ bool differs(const Json& one, const Json& other) {
 
 }  // namespace
 
+void restoreNetwork(Store& store, const std::string& text) {
+  changeNetwork(store, [&](Json& network) { network = Json::parse(text).at("network"); });
+}
+
 void changeNetwork(Store& store, const std::function<void(Json& network)>& change) {
   store.Change([&](Json& host) {
     Json& network = host["network"];

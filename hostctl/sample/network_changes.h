@@ -18,6 +18,9 @@ namespace HostSample {
 /// throws.
 void changeNetwork(Store& store, const std::function<void(Json& network)>& change);
 
+/// Puts the network of the host that the JSON `text` describes in the place of this one's.
+void restoreNetwork(Store& store, const std::string& text);
+
 /// What becomes of the network when the host starts: IPv6 as it was asked for, every interface up,
 /// every lease taken anew.
 void startNetwork(Json& network);

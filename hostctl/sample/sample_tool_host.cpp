@@ -74,6 +74,10 @@ void SampleToolHost::AddPortGroup(const std::string& name, const std::string& sw
   addPortGroup(store_, name, switchName);
 }
 
+void SampleToolHost::RestoreNetwork() {
+  restoreNetwork(store_, readFile(builtInSample() / "host.json"));
+}
+
 void SampleToolHost::MoveKernelNic(const std::string& name, const std::string& switchName) {
   moveKernelNic(store_, name, switchName);
 }

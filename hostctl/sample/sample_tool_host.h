@@ -30,6 +30,7 @@ class SampleToolHost : public HostSeam::StandInHost {
   void ChangeUplink(HostSeam::UplinkChange change, const std::string& pnic,
                     const std::string& switchName) override;
   void AddPortGroup(const std::string& name, const std::string& switchName) override;
+  void RestoreNetwork() override;
   void MoveKernelNic(const std::string& name, const std::string& switchName) override;
   void GoDown(HostSeam::PowerChange how) override;
 

@@ -242,6 +242,7 @@ const std::array<std::string, 3> kChanges[] = {
      "/network/switches/2/portGroups", R"([{"name": "Lab net", "vlanId": 0}])"},
     {kShell + "/etc/init.d/ovl-opsagent start%", "/services/ovl-opsagent/running", "true"},
     {kOvl + "-m -p tarn0 -I vSwitch1", "/network/kernelNics/0/connection/switch", "\"vSwitch1\""},
+    {"/bin/halocli network restore", "/network/kernelNics/0/connection/switch", "\"vSwitch0\""},
     {kShell + "/etc/init.d/ovl-opsagent stop%", "/services/ovl-opsagent/running", "false"},
     {kHmx + "hostsvc/autostartmanager/autostop", "/machines/1/running", "false"},
     {"/bin/powerOffVms", "/machines/2/running", "false"},

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <thread>
 
+#include "linux/network/ip_file.h"
 #include "linux/network/switch_editor.h"
 #include "linux/network/switches.h"
 #include "linux/pnics.h"
@@ -71,7 +72,11 @@ FileChange managementFile(const std::string& macAddress) {
   IniFile file;
   file.Set("Match", "Name", kManagementNic);
   if (!macAddress.empty()) file.Set("Link", "MACAddress", macAddress);
-  file.Set("Network", "DHCP", "ipv4");
+  HostCtl::Network::IpConfig config;
+  config.SetUseDhcp(true);
+  config.SetDhcpDns(true);
+  config.EnableIpv6();
+  setIpConfig(file, kManagementNic, config, Ipv6Half::InForce);
   return {ownFileName(kManagementNic, "network"), file.Text()};
 }
 

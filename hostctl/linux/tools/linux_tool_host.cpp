@@ -3,7 +3,10 @@
 
 #include <unistd.h>
 
+#include <algorithm>
+
 #include "hostctl/lib/exception.h"
+#include "linux/network/switches.h"
 #include "linux/settings.h"
 #include "linux/tools/administrators.h"
 #include "linux/tools/configuration.h"
@@ -20,7 +23,19 @@ using HostCtl::Lib::HostCtlException;
 
 namespace {
 
-constexpr const char* kForeignSwitches = "standard switches of this machine are not Kiva's";
+/// The console moves adapters between switches; at a shell an operator does so in two steps.
+void demandUplinkState(const Files& files, UplinkChange change, const std::string& pnic,
+                       const std::string& switchName) {
+  bool has = false;
+  for (const SwitchRecord& one : readSwitches(files)) {
+    const bool hasIt = std::count(one.uplinks.begin(), one.uplinks.end(), pnic) != 0;
+    if (hasIt && change == UplinkChange::Add)
+      throw HostCtlException("ChangeUplink", pnic, "is an uplink of " + one.name + " already");
+    has = has || (hasIt && one.name == switchName);
+  }
+  if (!has && change == UplinkChange::Remove)
+    throw HostCtlException("ChangeUplink", pnic, "is no uplink of " + switchName);
+}
 
 }  // namespace
 
@@ -49,13 +64,18 @@ void LinuxToolHost::WriteOption(const std::string& path, const HostCtl::Adv::Opt
 }
 
 void LinuxToolHost::AddStandardSwitch(const std::string& name) {
-  throw HostCtlException("AddStandardSwitch", name, kForeignSwitches);
+  addStandardSwitch(files_, name);
 }
-void LinuxToolHost::ChangeUplink(UplinkChange, const std::string&, const std::string& switchName) {
-  throw HostCtlException("ChangeUplink", switchName, kForeignSwitches);
+void LinuxToolHost::ChangeUplink(UplinkChange change, const std::string& pnic,
+                                 const std::string& switchName) {
+  demandUplinkState(files_, change, pnic, switchName);
+  (change == UplinkChange::Add ? addUplink : removeUplink)(files_, switchName, pnic);
 }
-void LinuxToolHost::AddPortGroup(const std::string& name, const std::string&) {
-  throw HostCtlException("AddPortGroup", name, kForeignSwitches);
+void LinuxToolHost::AddPortGroup(const std::string& name, const std::string& switchName) {
+  addPortGroup(files_, name, switchName);
+}
+void LinuxToolHost::RestoreNetwork() {
+  restoreNetwork(files_);
 }
 
 ServiceState LinuxToolHost::GetServiceState(const std::string& name) {

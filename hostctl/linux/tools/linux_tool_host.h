@@ -26,6 +26,7 @@ class LinuxToolHost : public HostSeam::ToolHost {
   void ChangeUplink(HostSeam::UplinkChange change, const std::string& pnic,
                     const std::string& switchName) override;
   void AddPortGroup(const std::string& name, const std::string& switchName) override;
+  void RestoreNetwork() override;
 
   HostSeam::ServiceState GetServiceState(const std::string& name) override;
   void SetServiceRunning(const std::string& name, bool running) override;

@@ -75,6 +75,8 @@ class ToolHost {
   virtual void ChangeUplink(UplinkChange change, const std::string& pnic,
                             const std::string& switchName) = 0;
   virtual void AddPortGroup(const std::string& name, const std::string& switchName) = 0;
+  /// Puts the network back to what a fresh host has; what was set before is forgotten.
+  virtual void RestoreNetwork() = 0;
 
   virtual ServiceState GetServiceState(const std::string& name) = 0;
   virtual void SetServiceRunning(const std::string& name, bool running) = 0;
