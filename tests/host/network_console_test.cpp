@@ -8,7 +8,6 @@
 
 #include "harness/hosts/lab_console.h"
 #include "linux/files.h"
-#include "linux/network/switches.h"
 
 using namespace HostLinux;
 using Harness::Screen;
@@ -235,8 +234,8 @@ TEST_F(NetworkConsole, ChangesTheNetwork) {
     lab.StartNetworkd();
     lab.StartHostnamed();
     lab.Serve("dhcp4");
-    restoreNetwork(Files());
     LabConsole console(lab);
+    ASSERT_TRUE(shell("halocli network restore"));
     console.LogIn();
     for (const Change& change : kChanges) {
       lab.Serve(change.services);
