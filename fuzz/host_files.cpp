@@ -7,6 +7,7 @@
 
 #include "console/support_pages.h"
 #include "hostctl/network/address.h"
+#include "hostctl/network/hosts_file.h"
 #include "linux/network/dhcp_release.h"
 #include "linux/network/ip_file.h"
 #include "linux/network/name_settings.h"
@@ -45,6 +46,7 @@ constexpr Reader kReaders[] = {
       if (const auto address = HostCtl::Network::parseIpAddress(std::string(text)))
         toString(*address);
     },
+    [](std::string_view text) { HostCtl::Network::withoutHostName(text, text.substr(0, 4)); },
     [](std::string_view text) {
       std::istringstream file{std::string(text)};
       const auto pages = Kiva::readSupportPages(file);

@@ -143,4 +143,11 @@ void openTroubleshooting(Console& console, int row) {
   console.Press("Down", row);
 }
 
+void openNetwork(Console& console, int row) {
+  logIn(console);
+  console.Press("Down", 2);
+  console.Do({"Enter", "wait:<Esc> Exit"});
+  console.Press("Down", row);
+}
+
 }  // namespace Harness

@@ -90,5 +90,7 @@ void openLogin(Console& console);
 void logIn(Console& console);
 /// From the welcome screen to the troubleshooting options, with the entry `row` (from 0) selected.
 void openTroubleshooting(Console& console, int row);
+/// From the welcome screen to the network window, with the entry `row` (from 0) selected.
+void openNetwork(Console& console, int row);
 
 }  // namespace Harness

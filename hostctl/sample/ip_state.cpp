@@ -82,6 +82,14 @@ void setIpv6Lease(IpConfig& config, const std::optional<Offers::Dhcpv6>& offer) 
   config.SetIpv6Networks(std::move(networks));
 }
 
+void setAdvertised(IpConfig& config, const std::optional<Offers::Advertisement>& offer) {
+  if (!config.GetIpv6UseRouterAdvertisement() || !offer) return;
+  auto networks = config.GetIpv6Networks();
+  std::erase_if(networks, isAdvertised);
+  networks.push_back({offer->address, offer->prefix, AddressType::Autoconf});
+  config.SetIpv6Networks(std::move(networks));
+}
+
 Ipv4Address ipv4GatewayAfter(Ipv4Address now, const IpConfig& before, const IpConfig& after,
                              const Offers& offers) {
   if (holdsIpv4Lease(after)) return offers.dhcp ? offers.dhcp->gateway : now;
@@ -144,18 +152,20 @@ Offers readOffers(const JsonNode& nic) {
   return offers;
 }
 
-IpConfig inForce(const IpConfig& configured, const Offers& offers) {
+IpConfig inForce(const IpConfig& configured, const IpConfig& held, const Offers& offers) {
   IpConfig running = configured;
-  if (!configured.GetIpv4UseStatic()) setIpv4(running, {}, {});
-  running.SetIpv6Networks(configured.GetStaticIpv6Networks());
-  running = renewed(std::move(running), offers, LeaseRenewal::Ipv4AndIpv6);
-  if (configured.GetIpv6UseRouterAdvertisement() && offers.advertisement) {
-    auto networks = running.GetIpv6Networks();
-    networks.push_back(
-        {offers.advertisement->address, offers.advertisement->prefix, AddressType::Autoconf});
-    running.SetIpv6Networks(std::move(networks));
-  }
-  return running;
+  if (configured.GetIpv4UseDhcp() && held.GetIpv4UseDhcp())
+    setIpv4(running, held.GetIpv4Address(), held.GetIpv4Netmask());
+  else if (!configured.GetIpv4UseStatic())
+    setIpv4(running, {}, {});
+  auto networks = configured.GetStaticIpv6Networks();
+  for (const Ipv6Network& network : held.GetIpv6Networks())
+    if ((configured.GetIpv6UseDhcp() && isLeased(network)) ||
+        (configured.GetIpv6UseRouterAdvertisement() && isAdvertised(network)))
+      networks.push_back(network);
+  running.SetIpv6Networks(std::move(networks));
+  setAdvertised(running, offers.advertisement);
+  return renewed(std::move(running), offers, LeaseRenewal::Ipv4AndIpv6);
 }
 
 IpConfig renewed(IpConfig running, const Offers& offers, LeaseRenewal what) {

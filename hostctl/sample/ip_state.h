@@ -51,9 +51,10 @@ struct Offers {
 /// Of an item of network.kernelNics.
 Offers readOffers(const JsonNode& nic);
 
-/// What an interface runs with once it has come up with `configured`.
+/// What an interface runs with once it has `configured`. What it was given before, and holds, stays
+/// where it still asks for that and nothing else is offered.
 HostCtl::Network::IpConfig inForce(const HostCtl::Network::IpConfig& configured,
-                                   const Offers& offers);
+                                   const HostCtl::Network::IpConfig& held, const Offers& offers);
 
 /// After a renewal; a lease for which nothing is offered stays as it is.
 HostCtl::Network::IpConfig renewed(HostCtl::Network::IpConfig running, const Offers& offers,

@@ -5,9 +5,8 @@
 #include <nlohmann/json.hpp>
 
 #include "hostctl/lib/exception.h"
-#include "sample/ip_state.h"
 #include "sample/json_lists.h"
-#include "sample/read_address.h"
+#include "sample/running_state.h"
 
 namespace HostSample {
 
@@ -21,59 +20,9 @@ Json& nicNamed(Json& network, const std::string& name) {
   return named(network["kernelNics"], name, "kernel interface");
 }
 
-/// Null for a host without interfaces.
-Json* managementNic(Json& network) {
-  Json& nics = network["kernelNics"];
-  for (const char* mark : {"management", "defaultRoute"})
-    for (Json& nic : nics)
-      if (nic[mark] == true) return &nic;
-  return nics.empty() ? nullptr : &nics.front();
-}
-
 Json& requireManagementNic(Json& network) {
   if (Json* nic = managementNic(network)) return *nic;
   throw HostCtlException("There is no management interface.");
-}
-
-JsonNode nodeOf(const Json& json) {
-  return {json, "network"};
-}
-
-IpConfig configOf(const Json& nic, const char* key) {
-  return readIpConfig(nodeOf(nic)[key]);
-}
-
-HostSeam::RoutingRecord routingOf(const Json& network) {
-  const JsonNode routing = nodeOf(network)["routing"];
-  return {readIpv4(routing["ipv4Gateway"]), readIpv6(routing["ipv6Gateway"])};
-}
-
-void writeRouting(Json& network, const HostSeam::RoutingRecord& routing) {
-  network["routing"]["ipv4Gateway"] = routing.ipv4Gateway.GetStringAddress();
-  network["routing"]["ipv6Gateway"] = routing.ipv6Gateway.GetScopedAddress();
-}
-
-void writeNameServers(Json& network, const std::vector<IpAddress>& servers) {
-  Json list = Json::array();
-  for (const IpAddress& server : servers) list.push_back(toString(server));
-  network["dns"]["nameServers"] = list;
-}
-
-/// The interface runs with `after`; what that means for the host follows it.
-void run(Json& network, Json& nic, IpConfig after) {
-  if (network["ipv6Enabled"] == false) after.SetIpv6Networks({});
-  const IpConfig before = configOf(nic, "running");
-  const Offers offers = readOffers(nodeOf(nic));
-  nic["running"].update(ipConfigJson(after));
-  if (&nic != managementNic(network)) return;
-  writeRouting(network, gatewaysAfter(routingOf(network), before, after, offers));
-  const auto servers = leasedNameServers(after, offers);
-  if (after.GetDnsFromDhcp() && !servers.empty()) writeNameServers(network, servers);
-}
-
-void comeUp(Json& network, Json& nic) {
-  nic.erase("up");
-  run(network, nic, inForce(configOf(nic, "configured"), readOffers(nodeOf(nic))));
 }
 
 bool isDown(const Json& nic) {
@@ -124,8 +73,8 @@ void changeNetwork(Store& store, const std::function<void(Json& network)>& chang
 }
 
 void startNetwork(Json& network) {
-  if (const JsonNode node = nodeOf(network); const auto next = node.Find("ipv6EnabledAtStart"))
-    network["ipv6Enabled"] = next->Flag();
+  const auto next = network.find("ipv6EnabledAtStart");
+  if (next != network.end() && next->is_boolean()) network["ipv6Enabled"] = *next;
   network.erase("ipv6EnabledAtStart");
   for (Json& nic : network["kernelNics"]) comeUp(network, nic);
 }
@@ -152,14 +101,14 @@ void setIpConfig(Store& store, const std::string& nic, const IpConfig& config) {
     const IpConfig wanted = comparable(config);
     if (comparable(configOf(changed, "configured")) == wanted) return;
     changed["configured"].update(ipConfigJson(wanted));
-    run(network, changed, inForce(wanted, readOffers(nodeOf(changed))));
+    run(network, changed, inForce(wanted, configOf(changed, "running"), offersOf(changed)));
   });
 }
 
 void renewLease(Store& store, const std::string& nic, LeaseRenewal what) {
   changeNetwork(store, [&](Json& network) {
     Json& asking = nicNamed(network, nic);
-    run(network, asking, renewed(configOf(asking, "running"), readOffers(nodeOf(asking)), what));
+    run(network, asking, renewed(configOf(asking, "running"), offersOf(asking), what));
   });
 }
 

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "core/log.h"
+#include "hostctl/lib/exception.h"
 #include "network/management_interface.h"
 #include "tarnctl/network/network_info_impl.h"
 #include "ui/markup_text.h"
@@ -49,6 +51,14 @@ std::string serverGroup(TextId label, const std::vector<IpAddress>& servers, std
   return index < servers.size() ? group(label, toString(servers[index])) : "";
 }
 
+// The menu must be usable above all where the network is broken.
+template <typename Read>
+void attempt(const Read& read) try {
+  read();
+} catch (const HostCtl::Lib::HostCtlException& exception) {
+  logError("%s", exception.what());
+}
+
 }  // namespace
 
 std::string networkSummaryText(const std::string& hostname, const IpConfig& config,
@@ -64,10 +74,18 @@ std::string networkSummaryText(const std::string& hostname, const IpConfig& conf
 }
 
 std::string networkSummary(int columns) {
-  TarnCtl::Network::DnsConfigImpl dns(HostCtl::Network::kDefaultStack);
-  const auto nic = findManagementInterface();
-  return networkSummaryText(dns.GetHostname(), nic ? nic->GetIpConfig() : IpConfig(),
-                            dns.GetNameServers(), columns);
+  std::string hostname;
+  IpConfig config;
+  std::vector<IpAddress> nameServers;
+  attempt([&] {
+    if (const auto nic = findManagementInterface()) config = nic->GetIpConfig();
+  });
+  attempt([&] {
+    TarnCtl::Network::DnsConfigImpl dns(HostCtl::Network::kDefaultStack);
+    hostname = dns.GetHostname();
+    nameServers = dns.GetNameServers();
+  });
+  return networkSummaryText(hostname, config, nameServers, columns);
 }
 
 }  // namespace Kiva

@@ -67,8 +67,7 @@ class Planner {
     IpConfiguration();
     Gateways();
     Renewal();
-    Add({Condition::VlanChanged, "Changed vlan, restarting management interface",
-         RestartInterface{}, "Restarting management interface failed: "});
+    Restart();
     if (!plan_.dnsFromDhcp) NamesAndServers();
     Suffixes();
     if (Ipv6Switched()) Add({.call = RebootHost{}});
@@ -91,12 +90,16 @@ class Planner {
   void IpConfiguration();
   void Gateways();
   void Renewal();
+  void Restart();
   void NamesAndServers();
   void Suffixes();
 
   const PendingNetwork& pending_;
   const HostNetwork& host_;
   Plan plan_;
+  /// Steps that may bring these about are in the plan.
+  bool adaptersMayChange_ = false;
+  bool vlanMayChange_ = false;
   Ipv4Change ipv4_ = Ipv4Change::Nothing;
   /// What the interface is given; absent when the host does not say what it has.
   std::optional<IpConfig> config_;
@@ -121,14 +124,15 @@ void Planner::AdaptersAndVlan() {
   if (!host_.vlanId.value)
     Add({.call = LogTrouble{host_.vlanId.trouble}});
   else if (*host_.vlanId.value != pending_.vlanId)
-    Add({.call = SetVlanId{pending_.vlanId}});
+    Add({.call = SetVlanId{pending_.vlanId}}), vlanMayChange_ = true;
 }
 
 void Planner::Uplinks(const std::vector<std::string>& current) {
   for (const auto& pnic : current)
-    if (!contains(pending_.adapters, pnic)) Add({.call = RemoveUplink{pnic}});
+    if (!contains(pending_.adapters, pnic))
+      Add({.call = RemoveUplink{pnic}}), adaptersMayChange_ = true;
   for (const auto& pnic : pending_.adapters)
-    if (!contains(current, pnic)) Add({.call = AddUplink{pnic}});
+    if (!contains(current, pnic)) Add({.call = AddUplink{pnic}}), adaptersMayChange_ = true;
 }
 
 void Planner::Ipv4() {
@@ -213,20 +217,26 @@ void Planner::Gateways() {
          .failure = "Setting default ipv6 gateway failed: "});
 }
 
-// Adapters that changed may lead to another DHCP server. Without IPv6, name servers that it gave
-// are to be asked for anew.
+// Other adapters may lead to another DHCP server. Without IPv6, the name servers that it gave are
+// to be asked for anew.
 void Planner::Renewal() {
   const IpConfig& pending = pending_.ipConfig;
-  const bool was4 = host_.ipConfigs.value && usesDhcp(host_.ipConfigs.value->configured);
-  const bool was6 = host_.ipConfigs.value && host_.ipConfigs.value->configured.GetIpv6UseDhcp();
-  const bool both = pending_.ipv6Enabled && was6 && pending.GetIpv6UseDhcp();
-  const bool always = !pending_.ipv6Enabled && pending_.ipv6EnabledAtStart && usesDhcp(pending) &&
+  const IpConfig now = host_.ipConfigs.value ? host_.ipConfigs.value->configured : IpConfig();
+  const bool stays4 = usesDhcp(now) && usesDhcp(pending);
+  const bool stays6 = pending_.ipv6Enabled && now.GetIpv6UseDhcp() && pending.GetIpv6UseDhcp();
+  const bool anyway = !pending_.ipv6Enabled && pending_.ipv6EnabledAtStart && usesDhcp(pending) &&
                       pending.GetDnsFromDhcp();
-  if (!always && !both && !(was4 && usesDhcp(pending))) return;
-  Add({always ? Condition::Always : Condition::AdaptersChanged,
+  if (!anyway && !(adaptersMayChange_ && (stays4 || stays6))) return;
+  Add({anyway ? Condition::Always : Condition::AdaptersChanged,
        "Renew DHCP lease on " + host_.interface,
-       RenewLease{both ? LeaseRenewal::Ipv4AndIpv6 : LeaseRenewal::Ipv4},
+       RenewLease{stays6 ? LeaseRenewal::Ipv4AndIpv6 : LeaseRenewal::Ipv4},
        "Renewing DHCP lease failed: "});
+}
+
+void Planner::Restart() {
+  if (!vlanMayChange_) return;
+  Add({Condition::VlanChanged, "Changed vlan, restarting management interface", RestartInterface{},
+       "Restarting management interface failed: "});
 }
 
 void Planner::NamesAndServers() {

@@ -113,16 +113,16 @@ struct Plan {
 struct HostNetwork {
   std::string interface;
   /// What the interface hangs on; absent when the host does not say.
-  std::optional<HostCtl::Network::ConnecteeType> connection;
-  Answer<std::vector<std::string>> uplinks;
-  Answer<std::int16_t> vlanId;
+  std::optional<HostCtl::Network::ConnecteeType> connection = {};
+  Answer<std::vector<std::string>> uplinks = {};
+  Answer<std::int16_t> vlanId = {};
   struct IpConfigs {
     HostCtl::Network::IpConfig configured, running;
   };
-  Answer<IpConfigs> ipConfigs;
+  Answer<IpConfigs> ipConfigs = {};
   /// The kernel as it runs.
-  Answer<bool> ipv6Enabled;
-  Answer<HostCtl::Network::Ipv4Address> ipv4Gateway;
+  Answer<bool> ipv6Enabled = {};
+  Answer<HostCtl::Network::Ipv4Address> ipv4Gateway = {};
 };
 
 Apply::Plan planApply(const PendingNetwork& pending, const HostNetwork& host);

@@ -38,7 +38,7 @@ bool getUplinks(const HostCtl::Network::TarnNic& interface, std::vector<std::str
 /// What a question to the host came to: its answer, or else the text for the log.
 template <typename Value>
 struct Answer {
-  std::optional<Value> value;
+  std::optional<Value> value = {};
   std::string trouble = {};
 };
 
