@@ -45,7 +45,7 @@ struct PlainKey {
 };
 
 constexpr PlainKey kPlainKeys[] = {
-    {"Enter", "\r"}, {"Esc", "\033"}, {"Tab", "\t"}, {"Backspace", "\177"}};
+    {"Enter", "\r"}, {"Esc", "\033"}, {"Tab", "\t"}, {"Backspace", "\177"}, {"Space", " "}};
 
 }  // namespace
 

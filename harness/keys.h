@@ -20,7 +20,7 @@ enum class KeyFamily {
 std::string repeated(std::string_view bytes, int times);
 
 /// The bytes of a key: "F1" to "F12", "Up", "Down", "Left", "Right", "Home", "End", "Insert",
-/// "Delete", "PageUp", "PageDown", "Enter", "Esc", "Tab" or "Backspace". Throws
+/// "Delete", "PageUp", "PageDown", "Enter", "Esc", "Tab", "Space" or "Backspace". Throws
 /// std::invalid_argument for any other name and for a key that the family does not have.
 std::string keyBytes(std::string_view name, KeyFamily family = KeyFamily::kXterm);
 

@@ -84,7 +84,7 @@ bool installed(const std::string& programs) {
 }
 
 std::string matrixModule() {
-  const std::string path =
+  static const std::string path =
       ended("find /usr/lib -path '*/pam_wrapper/pam_matrix.so' | head -n 1").output;
   return path.substr(0, path.find('\n'));
 }

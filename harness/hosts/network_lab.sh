@@ -72,6 +72,15 @@ start_bus() {
   until [ -S /run/dbus/system_bus_socket ]; do sleep 0.01; done
 }
 
+wait_for_name() {
+  question="org.freedesktop.DBus / org.freedesktop.DBus NameHasOwner s $1"
+  for _ in $(seq 500); do
+    [ "$(busctl call $question)" != "b true" ] || return 0
+    sleep 0.02
+  done
+  return 1
+}
+
 machine() {
   mount -t tmpfs -o mode=755 tmpfs /run
   mkdir -p /run/lab/sys /run/systemd/system
@@ -94,26 +103,16 @@ machine() {
   start_bus
 }
 
-# Until the bus knows the name, ten seconds at most.
-await() {
-  bus="org.freedesktop.DBus /org/freedesktop/DBus org.freedesktop.DBus"
-  for i in $(seq 500); do
-    busctl call $bus GetNameOwner s "$1" >/dev/null 2>&1 && return 0
-    sleep 0.02
-  done
-  return 1
-}
-
 networkd() {
   mkdir -p /run/systemd/netif/links /run/systemd/netif/leases /run/systemd/netif/lldp
   chown -R systemd-network: /run/systemd/netif
   run networkd.pid /lib/systemd/systemd-networkd
-  await org.freedesktop.network1
+  wait_for_name org.freedesktop.network1
 }
 
 hostnamed() {
   run hostnamed.pid /lib/systemd/systemd-hostnamed
-  await org.freedesktop.hostname1
+  wait_for_name org.freedesktop.hostname1
 }
 
 # The host tools and the defaults of the package, and a login as root with the password "secret": install
@@ -167,7 +166,7 @@ serve() {
   case $modes in
     *stateful*,ra* | *,ra*stateful*) options="$options --dhcp-range=fd00:9::50,fd00:9::59,slaac,64,600" ;;
     *stateful*) options="$options --dhcp-range=fd00:9::50,fd00:9::59,64,600" ;;
-    *ra*) options="$options --dhcp-range=fd00:9::,ra-only,64,600" ;;
+    *ra*) options="$options --dhcp-range=fd00:9::,ra-only,slaac,64,600" ;;
   esac
   run server nsenter -t "$(cat /run/lab/peer)" -n dnsmasq --keep-in-foreground --conf-file=/dev/null \
     --log-facility=- --log-dhcp --no-ping --user=root --interface=lan0 --bind-interfaces --except-interface=lo \

@@ -89,8 +89,9 @@ LineSocket connectTo(const std::string& name, const TemporaryFolder& folder, Chi
 /// What QEMU calls a key of ours.
 std::string keyCode(const std::string& name) {
   static const std::map<std::string, std::string> kOwnNames = {
-      {"Enter", "ret"}, {"PageUp", "pgup"}, {"PageDown", "pgdn"},
-      {"Space", "spc"}, {" ", "spc"},       {"-", "minus"}};
+      {"Enter", "ret"}, {"PageUp", "pgup"}, {"PageDown", "pgdn"}, {"Space", "spc"},
+      {" ", "spc"},     {"-", "minus"},     {".", "dot"},         {":", "shift-semicolon"},
+      {"/", "slash"}};
   if (const auto own = kOwnNames.find(name); own != kOwnNames.end()) return own->second;
   std::string code;
   for (const unsigned char letter : name) code += static_cast<char>(std::tolower(letter));

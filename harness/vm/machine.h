@@ -49,7 +49,7 @@ class Machine {
 
   /// Presses a key by its name (as keyBytes has them, or "Space").
   void Press(const std::string& key);
-  /// Types letters, digits, "-" and blanks, as on an American keyboard.
+  /// Types letters, digits, "-", ".", ":", "/" and blanks, as on an American keyboard.
   void Type(std::string_view text);
   /// Takes the steps of an operator (harness/steps.h).
   void Do(const std::vector<std::string>& steps);

@@ -4,12 +4,14 @@
 
 #include <chrono>
 #include <fstream>
+#include <map>
 
 #include "harness/hosts/lab_console.h"
 #include "linux/files.h"
 
 using namespace HostLinux;
 using Harness::Screen;
+using Lines = std::vector<std::string>;
 using Clock = std::chrono::steady_clock;
 
 namespace {
@@ -59,7 +61,7 @@ TEST_F(NetworkConsole, TestsTheNetwork) {
     console.Do({"choose:Test Management Network", "wait:machine.lab.example"});
     const struct {
       const char* services;
-      std::vector<std::string> addresses;
+      Lines addresses;
       const char* results;
     } cases[] = {{"dns", {"10.99.0.1", "fd00:9::1"}, "OK. OK. OK. "},
                  {"refuse", {"10.9.0.200", "fd00:9::200"}, "Failed. Failed. Failed. "},
@@ -107,6 +109,154 @@ TEST_F(NetworkConsole, CanBeInterruptedWhileNobodyAnswers) {
     console.Press("Backspace", 12);
     EXPECT_LT(escapeFrom(console, "Resolving hostname").count(), 50);
     EXPECT_TRUE(waitUntil([] { return Files().Read("/etc/hosts") == kHosts; }));
+  });
+}
+
+// What is asked on the bus while something is done: lines of a monitor, between two questions of
+// our own, whose askers do not count.
+Lines callsDuring(const std::function<void()>& action) {
+  const auto mark = [](const std::string& name) {
+    const std::string call =
+        "busctl --quiet call org.freedesktop.DBus / org.freedesktop.DBus NameHasOwner s " + name;
+    return waitUntil([&] { return shell(call + " && grep -q " + name + " /run/lab/heard"); });
+  };
+  shell("dbus-monitor --system >/run/lab/heard 2>&1 & echo $! >/run/lab/listener");
+  EXPECT_TRUE(mark("begin.now"));
+  action();
+  EXPECT_TRUE(mark("end.now"));
+  shell("kill $(cat /run/lab/listener)");
+  std::ifstream heard("/run/lab/heard");
+  std::map<std::string, Lines> callsOf;
+  for (std::string line; std::getline(heard, line);)
+    if (line.starts_with("method call"))
+      callsOf[line.substr(line.find("sender="), 13)].push_back(line);
+  Lines calls;
+  for (const auto& [sender, lines] : callsOf)
+    if (lines.back().find("NameHasOwner") == std::string::npos)
+      calls.insert(calls.end(), lines.begin(), lines.end());
+  return calls;
+}
+
+TEST_F(NetworkConsole, OpensTheWindowWithFewQuestionsToTheBus) {
+  inNamespaces([] {
+    const NetworkLab lab;
+    setUpByHand(lab);
+    LabConsole console(lab);
+    console.LogIn();
+    Lines calls;
+    const auto open = [&] {
+      console.Do({"choose:Configure Management Network", "wait:Network Adapters"});
+    };
+    // An answer that came a moment ago is not asked for again.
+    EXPECT_TRUE(waitUntil([&] {
+      calls = callsDuring(open);
+      console.Do({"Esc", "wait:System Customization"});
+      return !calls.empty();
+    }));
+    EXPECT_LE(calls.size(), 3u) << testing::PrintToString(calls);
+  });
+}
+
+// What an operator chooses in the network window, and scripts that succeed on the machine and on
+// the peer's network once that is so.
+struct Change {
+  const char* what;
+  const char* services;
+  Lines steps;
+  const char* here;
+  const char* atPeer;
+};
+
+const Change kChanges[] = {
+    {"static IPv4",
+     "dns",
+     {"choose:IPv4", "focus:( ) Set static", "Space", "Down", "type:10.9.0.20", "Down",
+      "type:255.255.255.0", "Down", "type:10.9.0.1", "Enter"},
+     "ip addr show tarn0 | grep -w 10.9.0.20/24 && ping -c 1 -W 1 10.99.0.1",
+     "ping -c 1 -W 1 10.9.0.20"},
+    {"names",
+     "dns",
+     {"choose:DNS", "wait:Primary", "Down", "type:10.9.0.1", "Down", "Down",
+      "type:alpha.lab.example", "Enter", "choose:Custom", "wait:Suffixes:", "type:b.lan,  c.lan",
+      "Enter"},
+     "test $(hostname) = alpha.lab.example && getent hosts machine && grep -E 'search.* b.lan "
+     "c.lan' "
+     "/etc/resolv.conf",
+     "true"},
+    {"static IPv6",
+     "dns",
+     {"choose:IPv6", "focus:( ) Set static", "Space", "Down", "type:fd00:9::20/64", "Down", "Down",
+      "Down", "type:fd00:9::1", "Enter"},
+     "ip addr show tarn0 | grep -w fd00:9::20/64 && ping -c 1 -W 1 fd00:99::1",
+     "ping -c 1 -W 1 fd00:9::20"},
+    {"another uplink",
+     "dns",
+     {"choose:Network Adapters", "focus:[X] pnic0", "Space", "focus:[ ] pnic1", "Space", "Enter"},
+     "! ip link show eth0 | grep master && ip link show eth1 | grep 'master vSwitch0'",
+     "ping -c 1 -W 1 10.9.0.20 && ip neigh show 10.9.0.20 | grep 00:16:3e:00:00:01"},
+    {"two uplinks, which this kernel cannot join",
+     "dns",
+     {"choose:Network Adapters", "focus:[ ] pnic0", "Space", "Enter"},
+     "! ip link show eth0 | grep master && ip link show eth1 | grep 'master vSwitch0'",
+     "ping -c 1 -W 1 10.9.0.20"},
+    {"DHCPv6 alone",
+     "dhcp6",
+     {"choose:IPv6", "wait:Use DHCPv6", "Up", "Space", "Down", "Space", "Enter"},
+     "ip addr show tarn0 | grep fd00:9::5",
+     "true"},
+    {"advertised IPv6",
+     "ra",
+     {"choose:IPv6", "wait:Use DHCPv6", "Down", "Space", "Enter"},
+     "ip addr show tarn0 | grep -w fd00:9::216:3eff:fe00:1/64 && ping -c 1 -W 1 fd00:99::1",
+     "ping -c 1 -W 1 fd00:9::216:3eff:fe00:1"},
+    {"DHCP",
+     "dhcp4 ra dns",
+     {"choose:IPv4", "wait:Subnet", "Up", "Space", "Enter"},
+     "ip addr show tarn0 | grep -w 10.9.0.5[0-9]/24 && ! ip addr show tarn0 | grep -w 10.9.0.20/24 "
+     "&& "
+     "ping -c 1 -W 1 10.99.0.1",
+     "for leased in $(awk '/10.9.0/ {print $3}' /run/lab/leases); do ping -c 1 -W 1 $leased && "
+     "exit; done; false"},
+};
+
+void expectSoon(const std::string& script, const std::string& what) {
+  EXPECT_TRUE(waitUntil([&] { return shell("( " + script + " ) >/dev/null 2>&1"); }))
+      << what << ": " << script
+      << ended(
+             "ip addr; ip route; ip -6 route; hostname; cat "
+             "/etc/resolv.conf")
+             .output;
+}
+
+TEST_F(NetworkConsole, ChangesTheNetwork) {
+  inNamespaces([] {
+    const NetworkLab lab;
+    lab.StartNetworkd();
+    lab.StartHostnamed();
+    lab.Serve("dhcp4");
+    LabConsole console(lab);
+    ASSERT_TRUE(shell("halocli network restore"));
+    console.LogIn();
+    for (const Change& change : kChanges) {
+      lab.Serve(change.services);
+      console.Do({"choose:Configure Management Network", "wait:Network Adapters"});
+      console.Do(change.steps);
+      console.Do({"Esc", "wait:Apply changes and restart", "type:y", "wait:System Customization"});
+      const auto expectChanged = [&](const std::string& when) {
+        expectSoon(change.here, change.what + when);
+        EXPECT_TRUE(waitUntil([&] { return lab.Peer(change.atPeer).status == 0; }))
+            << change.what << when << " at the peer";
+      };
+      expectChanged("");
+      lab.StartAfresh();
+      lab.StartHostnamed();
+      expectChanged(" after a restart");
+    }
+    const int released = lab.Logged("DHCPRELEASE"), leased = lab.Logged("DHCPACK");
+    console.Do({"choose:Restart Management Network", "wait:Restart management network now?", "F11",
+                "wait:<Enter> OK", "Enter", "gone:Starting management network."});
+    EXPECT_EQ(lab.Logged("DHCPRELEASE"), released + 1);
+    EXPECT_TRUE(waitUntil([&] { return lab.Logged("DHCPACK") > leased; }));
   });
 }
 

@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+// What takes a whole machine: VLANs and bonds, cables that are pulled, and what a restart leaves.
+#include "harness/vm/installed_machine.h"
+
+namespace {
+
+class VmNetwork : public InstalledMachine {
+ protected:
+  void SetUp() override {
+    InstalledMachine::SetUp();
+    for (int i = 1; i <= 3; ++i)
+      nics_.push_back(
+          Shell("basename $(dirname $(grep -l " + macOf(i) + " /sys/class/net/*/address))"));
+  }
+  static std::string macOf(int nic) { return "52:54:00:00:00:0" + std::to_string(nic); }
+
+  /// Puts the third NIC of the hub into a network of its own: the peer, which knows VLAN 20 only.
+  void StartPeer() {
+    const std::string& nic = nics_[2];
+    Shell("ip netns add peer && ip link set " + nic + " netns peer && ip -n peer link set " + nic +
+          " up && ip -n peer link add link " + nic +
+          " name vlan20 type vlan id 20 && ip -n peer addr add 10.20.0.1/24 dev vlan20 &&"
+          " ip -n peer link set vlan20 up");
+  }
+  void Change(const std::vector<std::string>& steps) {
+    machine_->Do({"choose:Configure Management Network", "wait:VLAN (optional)"});
+    machine_->Do(steps);
+    machine_->Do({"Esc", "wait:Apply changes and re", "type:y"});
+  }
+  /// Expects that the peer reaches an address, with the hardware address of that NIC of the hub.
+  void ExpectSeen(const std::string& address, int nic) {
+    WaitForSuccess("ip -n peer neigh flush all; ip netns exec peer ping -q -c 1 -W 1 " + address +
+                   " >/dev/null && ip -n peer neigh show " + address + " | grep -q " + macOf(nic));
+  }
+  /// Expects the hub's first two NICs to be one uplink, the first their primary, the given one in
+  /// use, and the management interface in VLAN 20 behind them.
+  void ExpectBond(int active) {
+    WaitForSuccess("grep -q '^Primary Slave: " + nics_[0] +
+                   " ' /proc/net/bonding/* && grep -q '^Currently Active Slave: " +
+                   nics_[active - 1] + "$' /proc/net/bonding/*");
+    ExpectSeen("10.20.0.5", 1);
+  }
+
+ private:
+  std::vector<std::string> nics_;
+};
+
+TEST_F(VmNetwork, JoinsUplinksInAVlan) {
+  Shell("halocli network restore");
+  StartPeer();
+  LogIn();
+  Change({"choose:Network Adapters",
+          "focus:[X] pnic0",
+          "Space",
+          "focus:[ ] pnic1",
+          "Space",
+          "focus:[ ] pnic2",
+          "Space",
+          "Enter",
+          "choose:VLAN",
+          "wait:VLAN ID",
+          "type:20",
+          "Enter",
+          "choose:IPv4",
+          "focus:( ) Set static",
+          "Space",
+          "Down",
+          "type:10.20.0.5",
+          "Down",
+          "type:255.255.255.0",
+          "Down",
+          "type:10.20.0.1",
+          "Enter"});
+  machine_->WaitFor("System Customization");
+  ExpectBond(1);
+  machine_->Monitor("set_link nic1 off");
+  ExpectBond(2);
+  machine_->Monitor("set_link nic1 on");
+  ExpectBond(1);
+
+  // Switching IPv6 off restarts the host.
+  const std::string before = BootId();
+  Change({"choose:IPv6", "wait:Disable IPv6", "Up", "Space", "Enter"});
+  WaitForNewStart(before);
+  StartPeer();
+  ExpectBond(1);
+  Shell("! ip -6 addr show dev tarn0 | grep inet6");
+
+  // A trunk hands on the frames of all VLANs as they are.
+  LogIn();
+  Change({"choose:VLAN", "wait:VLAN ID", "type:4095", "Enter"});
+  machine_->WaitFor("System Customization");
+  Shell(
+      "ip link add link tarn0 name tagged type vlan id 20; ip addr add 10.20.0.6/24 dev tagged; "
+      "ip link set tagged up");
+  ExpectSeen("10.20.0.6", 1);
+  Shell("ip link delete tagged");
+
+  Change({"choose:VLAN", "wait:VLAN ID", "type:20", "Enter", "Up", "Enter", "focus:[X] pnic1",
+          "Space", "Enter"});
+  machine_->WaitFor("System Customization");
+  ExpectSeen("10.20.0.5", 2);
+  Shell("! grep . /proc/net/bonding/*");
+}
+
+}  // namespace
