@@ -8,6 +8,9 @@
 #include "console/support_pages.h"
 #include "hostctl/network/address.h"
 #include "hostctl/network/hosts_file.h"
+#include "linux/network/dhcp_release.h"
+#include "linux/network/ip_file.h"
+#include "linux/network/name_settings.h"
 #include "linux/network_file.h"
 #include "linux/networkd_describe.h"
 #include "linux/os_version.h"
@@ -22,6 +25,13 @@ using Reader = void (*)(std::string_view text);
 
 constexpr Reader kReaders[] = {
     [](std::string_view text) { HostLinux::asksForDhcpv4(text); },
+    [](std::string_view text) {
+      HostLinux::IniFile file(text);
+      setIpConfig(file, "tarn0", ipConfigIn(file), HostLinux::Ipv6Half::InForce);
+      setIpv6Half(file, HostLinux::Ipv6Half::Kept);
+    },
+    [](std::string_view text) { HostLinux::parseLease(text); },
+    [](std::string_view text) { HostLinux::withRenamedHost(text, "a.b", "c"); },
     [](std::string_view text) { HostLinux::addressesIn(std::string(text)); },
     [](std::string_view text) { HostLinux::processorsFrom(text); },
     [](std::string_view text) { HostLinux::memoryFrom(text, 4096); },

@@ -131,7 +131,7 @@ install() {
 afresh() {
   stop networkd.pid
   stop hostnamed.pid
-  rm -rf /run/systemd/netif
+  rm -rf /run/systemd/netif /run/systemd/network
   for link in $(ls /sys/class/net); do
     case $link in
       lo) ;;

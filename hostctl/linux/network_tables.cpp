@@ -8,6 +8,7 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <string_view>
 
 #include "hostctl/lib/exception.h"
 #include "linux/kernel_socket.h"
@@ -66,6 +67,22 @@ std::string hardwareAddressOf(const nlattr* attribute) {
   return MacAddress(bytes).ToString();
 }
 
+const nlattr* nested(const nlattr* in, int type) {
+  if (!in) return nullptr;
+  const nlattr* attr = nullptr;
+  mnl_attr_for_each_payload(static_cast<const nlattr*>(mnl_attr_get_payload(in)),
+                            mnl_attr_get_payload_len(in)) {
+    if (mnl_attr_get_type(attr) == type) return attr;
+  }
+  return nullptr;
+}
+
+int primaryOf(const nlattr* info) {
+  const nlattr* kind = nested(info, IFLA_INFO_KIND);
+  if (!kind || std::string_view(mnl_attr_get_str(kind)) != "bond") return 0;
+  return static_cast<int>(numberOf(nested(nested(info, IFLA_INFO_DATA), IFLA_BOND_PRIMARY), 0));
+}
+
 int takeLink(const nlmsghdr* message, void* into) {
   const auto* header = static_cast<const ifinfomsg*>(mnl_nlmsg_get_payload(message));
   const auto attributes = attributesOf<IFLA_PERM_ADDRESS>(message, sizeof *header);
@@ -75,6 +92,7 @@ int takeLink(const nlmsghdr* message, void* into) {
   link.up = (header->ifi_flags & IFF_UP) != 0;
   link.carrier = link.up && attributes[IFLA_CARRIER] && mnl_attr_get_u8(attributes[IFLA_CARRIER]);
   link.master = static_cast<int>(numberOf(attributes[IFLA_MASTER], 0));
+  link.primary = primaryOf(attributes[IFLA_LINKINFO]);
   link.address = hardwareAddressOf(attributes[IFLA_ADDRESS]);
   link.permanentAddress = hardwareAddressOf(attributes[IFLA_PERM_ADDRESS]);
   static_cast<NetworkTables*>(into)->links.push_back(std::move(link));

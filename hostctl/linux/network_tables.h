@@ -10,9 +10,9 @@
 namespace HostLinux {
 
 /// A link. What its configuration asks for, and whether IPv6 is on for it, the kernel's tables do
-/// not tell; who knows adds it.
-/// `master` is the index of the bridge or bond that it is a port of, or 0. The hardware addresses
-/// are the one in use and the adapter's own; each is empty where the link or the kernel has none.
+/// not tell; who knows adds it. `master` is the index of the bridge or bond that it is a port of,
+/// or 0; `primary` is that of the port which a bond prefers. The hardware addresses are the one in
+/// use and the adapter's own; each is empty where the link or the kernel has none.
 struct LinkRow {
   int index = 0;
   std::string name;
@@ -21,6 +21,7 @@ struct LinkRow {
   bool up = false;
   bool carrier = false;
   int master = 0;
+  int primary = 0;
   std::string address = {};
   std::string permanentAddress = {};
   bool ipv6 = false;

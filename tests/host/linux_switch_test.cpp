@@ -160,6 +160,9 @@ TEST_F(LinuxSwitch, RefusalsChangeNothing) {
         {[&] { addPortGroup(lab.files_, kGroup, "vSwitch0"); },
          "AddPortGroup Management Network: there is such a port group already", true}};
     for (const auto& [change, text, here] : cases) EXPECT_EQ(here ? failureOf(change) : text, text);
+    ASSERT_TRUE(shell("mkdir -p /etc/network; echo iface eth1 inet dhcp >/etc/network/interfaces"));
+    EXPECT_EQ(failureOf([&] { lab.network_.AddUplink("vSwitch0", "pnic1"); }),
+              "AddUplink eth1: is configured by ifupdown (/etc/network/interfaces)");
     EXPECT_EQ(lab.Folder(), before);
     if (bonds || vlans) GTEST_SKIP() << "this kernel has bonding or VLAN filtering";
   });

@@ -142,6 +142,7 @@ TEST_F(LinuxOwnFiles, RefusedFilesArePutBack) {
   });
   EXPECT_TRUE(failed.starts_with("AddUplink pnic0: ")) << failed;
   EXPECT_EQ(own_.Read("10-kiva-a.network").Text(), "1");
+  EXPECT_EQ(seen_.size(), 3u) << "of these networkd was never told";
 }
 
 }  // namespace

@@ -59,7 +59,7 @@ TEST(LinuxResolver, FileAndHostName) {
       " nameserver 10.0.0.1\nnameserver fe80::1%eth0\nnameserver nonsense\nnameserver\n");
   ASSERT_EQ(resolver.nameServers.size(), 2u);
   EXPECT_EQ(toString(resolver.nameServers[0]), "10.0.0.1");
-  EXPECT_EQ(toString(resolver.nameServers[1]), "fe80::1");
+  EXPECT_EQ(toString(resolver.nameServers[1]), "fe80::1%eth0");
   EXPECT_EQ(resolver.search, (std::vector<std::string>{"one.example", "two.example"}));
   EXPECT_EQ(parseResolverFile("search a b\ndomain c d\n").search, std::vector<std::string>{"c"});
 

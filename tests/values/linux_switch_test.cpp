@@ -156,18 +156,22 @@ TEST(LinuxSwitchModel, VlansOfPorts) {
 TEST(LinuxSwitchModel, WaitsForLinksThatAreNotAsWritten) {
   const auto link = [](int index, const char* name, int master, const char* address = "") {
     LinkRow row{index, name, false, false};
+    row.up = true;
     row.master = master;
     row.address = address;
     return row;
   };
   const LinkRow bridge = link(1, "vSwitch0", 0), port = link(2, "tarn0-port", 1);
-  const LinkRow bond = link(3, "vSwitch0-bond", 1);
+  LinkRow bond = link(3, "vSwitch0-bond", 1), down = port;
+  bond.primary = 4;
+  down.up = false;
   const char* kOwn = "06:16:3e:00:00:00";
   const SwitchUplink idle{"eth1", "", false};
   const std::tuple<std::vector<SwitchUplink>, std::vector<LinkRow>, const char*> cases[] = {
       {{}, {bridge, port}, ""},
       {{}, {port}, "vSwitch0"},
       {{}, {bridge}, "tarn0-port"},
+      {{}, {bridge, down}, "tarn0-port"},
       {{kEth0}, {bridge, port}, ""},
       {{kEth0}, {bridge, port, link(4, "eth0", 1, kOwn)}, ""},
       {{kEth0}, {bridge, port, link(4, "eth0", 0, kOwn)}, "eth0"},
@@ -175,6 +179,9 @@ TEST(LinuxSwitchModel, WaitsForLinksThatAreNotAsWritten) {
       {{kEth0, idle}, {bridge, port, link(4, "eth0", 1, kOwn), link(5, "eth1", 1)}, "eth1"},
       {{kEth0, kEth1}, {bridge, port, bond, link(4, "eth0", 3), link(5, "eth1", 3)}, ""},
       {{kEth0, kEth1}, {bridge, port, bond, link(4, "eth0", 3), link(5, "eth1", 1)}, "eth1"},
+      {{kEth1, kEth0},
+       {bridge, port, bond, link(4, "eth0", 3), link(5, "eth1", 3)},
+       "vSwitch0-bond"},
       {{kEth0, kEth1}, {bridge, port}, "vSwitch0-bond"}};
   for (const auto& [uplinks, links, missing] : cases)
     EXPECT_EQ(unsettledLink({management(uplinks, 0)}, links), missing);

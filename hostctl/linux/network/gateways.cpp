@@ -101,9 +101,10 @@ void write(const Files& files, const std::string& operation, const Address& gate
   const auto check = [&] {
     if (hasFamily(before, gateway))
       waitForRoute(operation, nic.name, gateway, gatewayOf(before, gateway));
+    waitForStaticAddresses(operation, nic.name, before);
   };
   if (own.Change(operation, nic.name, {{name, file.Text()}},
-                 reloadAndCheck(operation, nic.name, check)))
+                 reloadAndCheck(files, operation, nic.name, check)))
     return;
   const int index = indexOf(files, nic.name);
   if (leadsOver(readNetworkTables(operation), index, gateway)) return;

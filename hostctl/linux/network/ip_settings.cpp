@@ -11,7 +11,6 @@
 #include "linux/network/ip_file.h"
 #include "linux/network/ipv6_switch.h"
 #include "linux/network/leases.h"
-#include "linux/network/networkd_bus.h"
 #include "linux/network/settle.h"
 
 namespace HostLinux {
@@ -66,8 +65,8 @@ void writeIpConfig(const Files& files, const std::string& interface, const IpCon
   const bool released = takeReleaseBack(files, interface);
   const auto check = [&] { waitForStaticAddresses(kOperation, interface, ipConfigIn(file)); };
   const bool changed = own.Change(kOperation, interface, {{name, file.Text()}},
-                                  reloadAndCheck(kOperation, interface, check));
-  if (released && !changed) reloadNetworkd(kOperation, interface);
+                                  reloadAndCheck(files, kOperation, interface, check));
+  if (released && !changed) reloadFor(files, kOperation, interface);
 } catch (const std::system_error& error) {
   throw HostCtlException(kOperation, interface, error.what());
 }

@@ -15,6 +15,7 @@
 #include "linux/network/link_control.h"
 #include "linux/network/networkd_bus.h"
 #include "linux/network/own_files.h"
+#include "linux/network/settle.h"
 #include "linux/network/wait.h"
 #include "linux/network_file.h"
 #include "linux/network_tables.h"
@@ -57,7 +58,7 @@ void askNobody(const Files& files, const std::string& operation, const std::stri
   makeReadableFolder(fs::path(files.Path(dropIn)).parent_path());
   replaceFile(files.Path(dropIn), kAskNobody);
   try {
-    reloadNetworkd(operation, interface);
+    reloadFor(files, operation, interface);
   } catch (const HostCtlException&) {
     takeReleaseBack(files, interface);
     throw;
@@ -71,7 +72,7 @@ bool hasCarrier(const std::string& operation, const std::string& interface) {
 }
 
 void takeUp(const Files& files, const std::string& operation, const std::string& interface) {
-  if (takeReleaseBack(files, interface)) reloadNetworkd(operation, interface);
+  if (takeReleaseBack(files, interface)) reloadFor(files, operation, interface);
   setLinkUp(operation, interface, true);
   const bool came = waitFor(kInForceWithin, [&] { return hasCarrier(operation, interface); });
   reconfigureLink(operation, interface, indexOf(files, interface));
@@ -80,6 +81,11 @@ void takeUp(const Files& files, const std::string& operation, const std::string&
   const OwnFiles own(files);
   waitForStaticAddresses(operation, interface,
                          ipConfigIn(own.Read(ownFileName(interface, "network"))));
+}
+
+void takeDown(const Files& files, const std::string& operation, const std::string& interface) {
+  letNetworkdFinish(files, interface);
+  setLinkUp(operation, interface, false);
 }
 
 }  // namespace
@@ -97,7 +103,7 @@ void renewLease(const Files& files, const std::string& interface, LeaseRenewal w
   refuseForeign(files, operation, interface);
   const int index = indexOf(files, interface);
   if (takeReleaseBack(files, interface))
-    reloadNetworkd(operation, interface);
+    reloadFor(files, operation, interface);
   else if (what == LeaseRenewal::Ipv4)
     renewLink(operation, interface, index);
   else
@@ -124,7 +130,7 @@ void setNicUp(const Files& files, const std::string& interface, bool up) {
   if (up)
     takeUp(files, operation, interface);
   else
-    setLinkUp(operation, interface, false);
+    takeDown(files, operation, interface);
 }
 
 }  // namespace HostLinux

@@ -91,7 +91,7 @@ void OwnFiles::Write(const FileChange& change) const {
 
 void OwnFiles::PutBack(const std::vector<FileChange>& old, const TakeOver& takeOver) const try {
   std::for_each(old.rbegin(), old.rend(), [&](const FileChange& change) { Write(change); });
-  takeOver();
+  if (takeOver) takeOver();
 } catch (const std::exception& error) {
   syslog(LOG_USER | LOG_ERR, "The network's old files could not be put back: %s", error.what());
 }
@@ -103,6 +103,7 @@ bool OwnFiles::Change(const std::string& operation, const std::string& object,
   std::stable_sort(changes.begin(), changes.end(),
                    [](const FileChange& a, const FileChange& b) { return rank(a) < rank(b); });
   std::vector<FileChange> old;
+  TakeOver again;
   try {
     makeReadableFolder(files_.Path(kNetworkFolder));
     for (const auto& change : changes) {
@@ -110,12 +111,13 @@ bool OwnFiles::Change(const std::string& operation, const std::string& object,
       Write(change);
       old.push_back(std::move(before));
     }
+    again = takeOver;
     takeOver();
   } catch (const HostCtlException&) {
-    PutBack(old, takeOver);
+    PutBack(old, again);
     throw;
   } catch (const std::system_error& error) {
-    PutBack(old, takeOver);
+    PutBack(old, again);
     throw HostCtlException(operation, object, error.what());
   }
   return true;

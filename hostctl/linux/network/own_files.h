@@ -52,7 +52,8 @@ class OwnFiles {
   /// none differs, and then nothing was touched. Devices are written before what refers to them and
   /// go after it, otherwise the order is the caller's: wherever the power is cut, what networkd
   /// finds refers to devices that there are. When writing or the take-over fails, the old files are
-  /// put back and taken over, and HostCtlException of `operation` and `object` says why.
+  /// put back, taken over where the new ones were, and HostCtlException of `operation` and
+  /// `object` says why.
   bool Change(const std::string& operation, const std::string& object,
               std::vector<FileChange> changes, const TakeOver& takeOver) const;
   /// The same with networkd's own reload.

@@ -2,11 +2,14 @@
 #include "linux/network/settle.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <utility>
 
 #include "hostctl/lib/exception.h"
+#include "linux/network/foreign.h"
 #include "linux/network/networkd_bus.h"
 #include "linux/network/wait.h"
+#include "linux/text.h"
 
 namespace HostLinux {
 
@@ -16,6 +19,18 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 constexpr std::chrono::seconds kCarrierWithin{3};
+constexpr std::chrono::seconds kBegunWithin{1};
+constexpr std::chrono::seconds kFinishedWithin{2};
+
+/// Where networkd writes down how the interface is.
+std::string statePath(const Files& files, const std::string& interface) {
+  return "/run/systemd/netif/links/" + std::to_string(indexOf(files, interface));
+}
+
+std::filesystem::file_time_type lastSaid(const Files& files, const std::string& interface) {
+  std::error_code error;
+  return std::filesystem::last_write_time(files.Path(statePath(files, interface)), error);
+}
 
 }  // namespace
 
@@ -36,10 +51,23 @@ void waitInForce(const std::string& operation, const std::string& interface,
                            "systemd-networkd did not set " + what + " within 10 seconds");
 }
 
-OwnFiles::TakeOver reloadAndCheck(const std::string& operation, const std::string& interface,
-                                  std::function<void()> check) {
-  return [=]() mutable {
-    reloadNetworkd(operation, interface);
+void reloadFor(const Files& files, const std::string& operation, const std::string& interface) {
+  const auto before = lastSaid(files, interface);
+  reloadNetworkd(operation, interface);
+  waitFor(kBegunWithin, [&] { return lastSaid(files, interface) != before; });
+}
+
+void letNetworkdFinish(const Files& files, const std::string& interface) {
+  waitFor(kFinishedWithin, [&] {
+    const auto state = files.Read(statePath(files, interface));
+    return !state || valueOf(parseAssignments(*state), "ADMIN_STATE") == "configured";
+  });
+}
+
+OwnFiles::TakeOver reloadAndCheck(const Files& files, const std::string& operation,
+                                  const std::string& interface, std::function<void()> check) {
+  return [=, &files]() mutable {
+    reloadFor(files, operation, interface);
     if (const auto once = std::exchange(check, nullptr)) once();
   };
 }

@@ -20,9 +20,18 @@ using IsInForce = std::function<bool(const NetworkTables&, const LinkRow&)>;
 void waitInForce(const std::string& operation, const std::string& interface,
                  const std::string& what, const IsInForce& isInForce);
 
-/// Has networkd reload and then checks what came of it, but not again when it has refused and the
-/// old files are taken over.
-OwnFiles::TakeOver reloadAndCheck(const std::string& operation, const std::string& interface,
-                                  std::function<void()> check);
+/// Has networkd reload and waits until it has begun to configure the interface anew, which takes
+/// away what there was; a second at most, because it leaves an interface alone whose files say what
+/// they said.
+void reloadFor(const Files& files, const std::string& operation, const std::string& interface);
+
+/// Waits until networkd has done all that it can, two seconds at most: it also takes links up, and
+/// calls an interface that waits for a lease or a router unfinished.
+void letNetworkdFinish(const Files& files, const std::string& interface);
+
+/// Does what reloadFor does and checks what came of it. That is not checked again when it was
+/// refused and the old files are taken over. `files` outlives it.
+OwnFiles::TakeOver reloadAndCheck(const Files& files, const std::string& operation,
+                                  const std::string& interface, std::function<void()> check);
 
 }  // namespace HostLinux

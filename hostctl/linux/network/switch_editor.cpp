@@ -6,6 +6,7 @@
 
 #include "hostctl/lib/exception.h"
 #include "linux/folder_lock.h"
+#include "linux/network/foreign.h"
 #include "linux/network/networkd_bus.h"
 #include "linux/network/switch_files.h"
 #include "linux/network_file.h"
@@ -56,16 +57,13 @@ std::string SwitchEditor::NicNamed(const std::string& pnic) {
 }
 
 SwitchUplink SwitchEditor::NewUplink(const std::string& nic) const {
+  refuseForeign(files_, context_.operation, nic);
   for (const LinkRow& link : readLinks(context_.operation)) {
     if (link.name != nic) continue;
-    RefuseForeign(nic, link);
+    if (link.master != 0) Refuse(nic + " is a port of something that Kiva did not set up");
     return {nic, link.permanentAddress.empty() ? link.address : link.permanentAddress, true};
   }
   Refuse("there is no interface " + nic);
-}
-
-void SwitchEditor::RefuseForeign(const std::string& nic, const LinkRow& link) const {
-  if (link.master != 0) Refuse(nic + " is a port of something that Kiva did not set up");
 }
 
 void SwitchEditor::DemandAbilities() const {
@@ -81,9 +79,9 @@ void SwitchEditor::DemandAbilities() const {
 void SwitchEditor::Carry(std::vector<FileChange> changes,
                          const std::function<void()>& alsoSettled) {
   DemandAbilities();
-  bool refused = false;
+  bool told = false;
   own_.Change(context_.operation, context_.object, std::move(changes), [&] {
-    const bool back = std::exchange(refused, true);
+    const bool back = std::exchange(told, true);
     reloadNetworkd(context_.operation, context_.object);
     settleSwitches(context_, back ? after_ : before_, back ? before_ : after_);
     if (!back && alsoSettled) alsoSettled();

@@ -39,7 +39,6 @@ class SwitchEditor {
   [[noreturn]] void Refuse(const std::string& cause) const;
 
  private:
-  void RefuseForeign(const std::string& nic, const LinkRow& link) const;
   void DemandAbilities() const;
   void Carry(std::vector<FileChange> changes, const std::function<void()>& alsoSettled);
 

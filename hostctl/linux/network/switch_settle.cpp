@@ -16,6 +16,7 @@ using HostCtl::Lib::HostCtlException;
 namespace {
 
 constexpr std::chrono::seconds kSettledWithin{10};
+constexpr std::chrono::seconds kLeftDownAfter{3};
 constexpr std::chrono::milliseconds kLook{20};
 
 const LinkRow* linkNamed(const std::vector<LinkRow>& links, const std::string& name) {
@@ -26,7 +27,12 @@ const LinkRow* linkNamed(const std::vector<LinkRow>& links, const std::string& n
 
 bool isPortOf(const std::vector<LinkRow>& links, const LinkRow& link, const std::string& master) {
   const LinkRow* expected = linkNamed(links, master);
-  return master.empty() ? link.master == 0 : expected && link.master == expected->index;
+  return master.empty() ? link.master == 0 : link.up && expected && link.master == expected->index;
+}
+
+bool isPrimary(const std::vector<LinkRow>& links, const LinkRow& bond, const SwitchUplink& uplink) {
+  const LinkRow* link = linkNamed(links, uplink.nic);
+  return !link || bond.primary == link->index;
 }
 
 bool hasAddress(const SwitchUplink& uplink, const LinkRow& link) {
@@ -46,10 +52,13 @@ std::string unsettledIn(const Switch& one, const std::vector<LinkRow>& links) {
     const LinkRow* link = linkNamed(links, name);
     return link && isPortOf(links, *link, one.name);
   };
-  if (!linkNamed(links, one.name)) return one.name;
+  const LinkRow* bridge = linkNamed(links, one.name);
+  if (!bridge || !bridge->up) return one.name;
   for (const auto& uplink : one.uplinks)
     if (!isSettled(one, uplink, links)) return uplink.nic;
-  if (one.HasBond() && !isPort(one.BondName())) return one.BondName();
+  if (one.HasBond() && !(isPort(one.BondName()) &&
+                         isPrimary(links, *linkNamed(links, one.BondName()), one.uplinks.front())))
+    return one.BondName();
   for (const auto& interface : one.interfaces)
     if (!isPort(portOf(interface))) return portOf(interface);
   return {};
@@ -85,12 +94,22 @@ void deleteDevices(const ChangeContext& context, const Switches& before, const S
     if (kept.count(device) == 0) deleteLink(context.operation, device);
 }
 
+/// networkd leaves a link down that somebody put down and whose file did not change.
+void raise(const ChangeContext& context, const std::vector<LinkRow>& links,
+           const std::string& name) {
+  if (const LinkRow* link = linkNamed(links, name); link && !link->up)
+    setLinkUp(context.operation, name, true);
+}
+
 void waitForLinks(const ChangeContext& context, const Switches& switches) {
-  const auto end = std::chrono::steady_clock::now() + kSettledWithin;
+  const auto start = std::chrono::steady_clock::now();
   for (;;) {
-    const std::string missing = unsettledLink(switches, readLinks(context.operation));
+    const auto links = readLinks(context.operation);
+    const std::string missing = unsettledLink(switches, links);
     if (missing.empty()) return;
-    if (std::chrono::steady_clock::now() > end)
+    const auto waited = std::chrono::steady_clock::now() - start;
+    if (waited > kLeftDownAfter) raise(context, links, missing);
+    if (waited > kSettledWithin)
       throw HostCtlException(context.operation, context.object,
                              "systemd-networkd did not set up " + missing + " within 10 seconds");
     std::this_thread::sleep_for(kLook);

@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+
+#include "harness/temporary_folder.h"
+#include "linux/network/dhcp_release.h"
+#include "linux/network/foreign.h"
+#include "linux/network/ipv6_switch.h"
+#include "linux/network/name_settings.h"
+#include "linux/resolver.h"
+
+using namespace HostLinux;
+
+namespace {
+
+using HostCtl::Network::parseIpAddress;
+
+TEST(LinuxForeign, NamesWhoConfiguresAnInterface) {
+  constexpr const char* kIfupdown = "etc/network/interfaces";
+  constexpr const char* kState = "run/systemd/netif/links/7";
+  const std::tuple<const char*, const char*, const char*> cases[] = {
+      {kIfupdown, "auto lo eth0\niface lo inet loopback\n#iface eth0 inet dhcp\n", ""},
+      {kIfupdown, "iface eth00 inet dhcp\niface lo inet loopback\niface\n", ""},
+      {kIfupdown, "auto eth0\n  iface eth0 inet6 auto", "ifupdown (/etc/network/interfaces)"},
+      {kIfupdown, "iface eth0:1 inet static\n", "ifupdown (/etc/network/interfaces)"},
+      {kIfupdown, "source /etc/network/interfaces.d/*.cfg\n",
+       "ifupdown (/etc/network/interfaces.d/b.cfg)"},
+      {kIfupdown, "source-directory interfaces.d\n", "ifupdown (/etc/network/interfaces.d/b.cfg)"},
+      {kIfupdown, "source interfaces.d/*.conf\nsource interfaces\n", ""},
+      {"run/NetworkManager/devices/7", "[device]\nmanaged=true\n", "NetworkManager"},
+      {"run/NetworkManager/devices/7", "[device]\nmanaged=false\n", ""},
+      {"run/NetworkManager/devices/8", "[device]\nmanaged=true\n", ""},
+      {kState, "NETWORK_FILE=/run/systemd/network/05-a.network\n",
+       "/run/systemd/network/05-a.network"},
+      {kState, "NETWORK_FILE=/etc/systemd/network/10-kiva-eth0.network\n", ""},
+      {kState, "NETWORK_FILE=/etc/systemd/network/10-netplan-eth0.network\n", ""},
+      {kState, "OPER_STATE=off\n", ""}};
+  for (const auto& [path, text, manager] : cases) {
+    const Harness::TemporaryFolder folder;
+    const Files files(folder.Path());
+    folder.Write("sys/class/net/eth0/ifindex", "7\n");
+    folder.Write("sys/class/net/tarn0/ifindex", "7\n");
+    folder.Write("etc/network/interfaces.d/b.cfg",
+                 "iface eth0 inet manual\niface tarn0 inet manual\n");
+    folder.Write(path, text);
+    EXPECT_EQ(foreignManagerOf(files, "eth0"), manager) << text;
+    EXPECT_EQ(foreignManagerOf(files, "tarn0"), "") << "it is ours: " << text;
+  }
+}
+
+TEST(LinuxDhcpRelease, NamesClientAndServer) {
+  const std::string state =
+      "# private\nADDRESS=10.9.0.50\nSERVER_ADDRESS=10.9.0.1\nCLIENTID=ff0102\n";
+  const auto lease = parseLease(state);
+  ASSERT_TRUE(lease);
+  const auto message =
+      releaseMessage(*lease, MacAddress::FromString("02:00:00:00:00:09").value(), 0x01020304);
+  std::vector<std::uint8_t> head(message.begin(), message.begin() + 34);
+  std::vector<std::uint8_t> expected{1, 1, 6, 0, 1, 2, 3, 4, 0, 0, 0, 0, 10, 9, 0, 50};
+  expected.resize(28);
+  expected.insert(expected.end(), {2, 0, 0, 0, 0, 9});
+  EXPECT_EQ(head, expected);
+  const std::vector<std::uint8_t> options(message.begin() + 236, message.end());
+  EXPECT_EQ(options, (std::vector<std::uint8_t>{99, 130, 83, 99, 53, 1, 7, 54, 4, 10, 9, 0, 1, 61,
+                                                3, 0xff, 1, 2, 255}));
+  for (const char* broken : {"", "ADDRESS=10.9.0.50\n", "SERVER_ADDRESS=10.9.0.1\nADDRESS=x\n",
+                             "ADDRESS=10.9.0.50\nSERVER_ADDRESS=10.9.0.1\nCLIENTID=f\n",
+                             "ADDRESS=10.9.0.50\nSERVER_ADDRESS=10.9.0.1\nCLIENTID=fg\n"})
+    EXPECT_FALSE(parseLease(broken)) << broken;
+}
+
+TEST(LinuxNames, ResolverFileChangesOnlyWhatDiffers) {
+  const auto server = [](const char* text) { return parseIpAddress(text).value(); };
+  const std::tuple<const char*, ResolverFile, const char*> cases[] = {
+      {"", {}, ""},
+      {"", {{server("10.0.0.1")}, {"a", "b"}}, "search a b\nnameserver 10.0.0.1\n"},
+      {"# c\nnameserver fe80::1%eth0\noptions x",
+       {{server("fe80::1%eth0")}, {}},
+       "# c\nnameserver fe80::1%eth0\noptions x"},
+      {"# c\nnameserver 10.0.0.1\noptions x\nsearch a\nnameserver 10.0.0.2\n; d",
+       {{server("fe80::1%eth0")}, {"a"}},
+       "# c\nsearch a\nnameserver fe80::1%eth0\noptions x\n; d\n"},
+      {"domain a\nnameserver bad\n#nameserver 10.0.0.9\n", {}, "#nameserver 10.0.0.9\n"}};
+  for (const auto& [before, wanted, after] : cases) {
+    EXPECT_EQ(withResolver(before, wanted), after);
+    EXPECT_EQ(parseResolverFile(after), wanted) << after;
+  }
+}
+
+TEST(LinuxNames, NameAndHostsFileAfterAChange) {
+  using Text = std::optional<std::string>;
+  const std::tuple<const char*, Text, Text, const char*> names[] = {
+      {"alpha.corp.lan", "beta", {}, "beta.corp.lan"},
+      {"alpha", "beta", {}, "beta"},
+      {"alpha.corp.lan", "beta", "x.lan", "beta.x.lan"},
+      {"alpha.corp.lan", {}, "", "alpha"},
+      {"alpha.corp.lan", "b.c", {}, "b.c"},
+      {"alpha", {}, "x", "alpha.x"}};
+  for (const auto& [before, host, domain, after] : names)
+    EXPECT_EQ(nameAfter(before, {host, domain, {}, {}}), after) << before;
+  const std::tuple<const char*, const char*, const char*, const char*> hosts[] = {
+      {"127.0.1.1 a.lan a\n::1 a", "a.lan", "b.org", "127.0.1.1\tb.org b\n::1 a"},
+      {"127.0.1.1\ta # me\n10.0.0.1 a\n", "a", "b.org", "127.0.1.1\tb.org b # me\n10.0.0.1 a\n"},
+      {"127.0.1.1 a.lan a www\n", "a.lan", "b", "127.0.1.1\tb www\n"},
+      {"127.0.1.1  other\n#127.0.1.1 a\n", "a", "b", "127.0.1.1  other\n#127.0.1.1 a\n"}};
+  for (const auto& [before, from, to, after] : hosts)
+    EXPECT_EQ(withRenamedHost(before, from, to), after);
+}
+
+TEST(LinuxIpv6Switch, TheNextStartCounts) {
+  const std::tuple<const char*, const char*, const char*, bool> cases[] = {
+      {"quiet", "0", "", true},
+      {"quiet", "1", "", false},
+      {"quiet", "1", "net.ipv6.conf.all.disable_ipv6 = 0\n", true},
+      {"quiet", "0", "net.ipv6.conf.all.disable_ipv6 = 1\n", false},
+      {"quiet ipv6.disable=1 x", "0", "net.ipv6.conf.all.disable_ipv6 = 0\n", false}};
+  for (const auto& [options, running, file, on] : cases) {
+    const Harness::TemporaryFolder folder;
+    folder.Write("proc/cmdline", options);
+    folder.Write("proc/sys/net/ipv6/conf/all/disable_ipv6", running);
+    if (*file) folder.Write(std::string(kIpv6SwitchFile).substr(1), file);
+    EXPECT_EQ(ipv6ToBeOn(Files(folder.Path())), on) << options << running << file;
+  }
+}
+
+}  // namespace
