@@ -20,12 +20,15 @@ std::string Screen::Row(int row) const {
   return text;
 }
 
+std::string Screen::Cells(int row, int from, int to) const {
+  std::string text;
+  for (int column = from; column < to; ++column) text += At(row, column).text;
+  return text.substr(0, text.find_last_not_of(' ') + 1);
+}
+
 std::string Screen::Text() const {
   std::string text;
-  for (int row = 0; row < size_.rows; ++row) {
-    const std::string line = Row(row);
-    text += line.substr(0, line.find_last_not_of(' ') + 1) + "\n";
-  }
+  for (int row = 0; row < size_.rows; ++row) text += Cells(row, 0, size_.columns) + "\n";
   return text;
 }
 

@@ -61,6 +61,8 @@ class Screen {
 
   /// The text of a row in its full width.
   std::string Row(int row) const;
+  /// The text of a row from one column up to another, without trailing blanks.
+  std::string Cells(int row, int from, int to) const;
   /// All rows without their trailing blanks, each closed by a line break.
   std::string Text() const;
   /// The first place of a text that stands within one row.

@@ -133,10 +133,8 @@ void Pass::CarryOut(const Apply::Step& step) {
   }
 }
 
-// Keys typed while the host was at work must not dismiss what nobody has read.
 void Pass::Report(const std::string& text) {
   logError("%s", text.c_str());
-  discardTypeAhead();
   showMessage(owner_, TextId::kEnableManagementNetworkError, plainText(text));
   updateScreen();
 }
@@ -175,7 +173,6 @@ bool applyChanges(Frame& owner, TarnNic& interface, PendingNetwork& pending,
   pending.ipConfig.SetDhcpDns(plan.dnsFromDhcp);
   Pass pass(owner, interface, repaint);
   for (const auto& step : plan.steps) pass.CarryOut(step);
-  discardTypeAhead();
   return true;
 }
 

@@ -61,7 +61,7 @@ class Planner {
       : pending_(pending), host_(host) {}
 
   Plan Make() {
-    if (host_.connection != ConnecteeType::DistributedPort) AdaptersAndVlan();
+    if (host_.connection != ConnecteeType::DistributedPort) PortGroup();
     Ipv4();
     Ipv6();
     IpConfiguration();
@@ -79,12 +79,23 @@ class Planner {
   void AddDns(std::string log, Call call) {
     Add({Condition::DnsUnbroken, std::move(log), std::move(call), kDnsFailed});
   }
+  template <typename Wanted>
+  bool Has() const {
+    return std::any_of(plan_.steps.begin(), plan_.steps.end(),
+                       [](const Step& step) { return std::holds_alternative<Wanted>(step.call); });
+  }
   bool Ipv6Switched() const { return pending_.ipv6Enabled != pending_.ipv6EnabledAtStart; }
   bool Ipv4Changed() const { return ipv4_ == Ipv4Change::ToNone || ipv4_ == Ipv4Change::ToStatic; }
   const char* IpFailure() const;
 
-  void AdaptersAndVlan();
-  void Uplinks(const std::vector<std::string>& current);
+  void PortGroup() {
+    Adapters();
+    MacAddress();
+    Vlan();
+  }
+  void Adapters();
+  void MacAddress();
+  void Vlan();
   void Ipv4();
   void Ipv6();
   void IpConfiguration();
@@ -97,42 +108,40 @@ class Planner {
   const PendingNetwork& pending_;
   const HostNetwork& host_;
   Plan plan_;
-  /// Steps that may bring these about are in the plan.
-  bool adaptersMayChange_ = false;
-  bool vlanMayChange_ = false;
   Ipv4Change ipv4_ = Ipv4Change::Nothing;
   /// What the interface is given; absent when the host does not say what it has.
   std::optional<IpConfig> config_;
 };
 
-void Planner::AdaptersAndVlan() {
-  const auto& selected = pending_.adapters;
+void Planner::Adapters() {
   std::string line = "Setting adapters to";
-  for (const auto& pnic : selected) line += " " + pnic;
+  for (const auto& pnic : pending_.adapters) line += " " + pnic;
   Add({.log = line});
-
-  const auto current = host_.uplinks.value.value_or(std::vector<std::string>());
-  if (host_.uplinks.value)
-    Uplinks(current);
-  else
+  if (!host_.uplinks.value) {
     Add({.call = LogTrouble{host_.uplinks.trouble}});
-  const bool onStandardSwitch = host_.connection.value_or(kStandard) == kStandard;
-  if (!selected.empty() && (current.empty() || current.front() != selected.front()))
-    Add({.call = TakeMacAddress{selected.front(), onStandardSwitch},
-         .failure = "Setting mac address of pnic failed: "});
+    return;
+  }
+  for (const auto& pnic : *host_.uplinks.value)
+    if (!contains(pending_.adapters, pnic)) Add({.call = RemoveUplink{pnic}});
+  for (const auto& pnic : pending_.adapters)
+    if (!contains(*host_.uplinks.value, pnic)) Add({.call = AddUplink{pnic}});
+}
 
+// The primary adapter's. Uplinks that are not known may have any.
+void Planner::MacAddress() {
+  const auto current = host_.uplinks.value.value_or(std::vector<std::string>());
+  const auto& selected = pending_.adapters;
+  if (selected.empty() || (!current.empty() && current.front() == selected.front())) return;
+  const bool onStandardSwitch = host_.connection.value_or(kStandard) == kStandard;
+  Add({.call = TakeMacAddress{selected.front(), onStandardSwitch},
+       .failure = "Setting mac address of pnic failed: "});
+}
+
+void Planner::Vlan() {
   if (!host_.vlanId.value)
     Add({.call = LogTrouble{host_.vlanId.trouble}});
   else if (*host_.vlanId.value != pending_.vlanId)
-    Add({.call = SetVlanId{pending_.vlanId}}), vlanMayChange_ = true;
-}
-
-void Planner::Uplinks(const std::vector<std::string>& current) {
-  for (const auto& pnic : current)
-    if (!contains(pending_.adapters, pnic))
-      Add({.call = RemoveUplink{pnic}}), adaptersMayChange_ = true;
-  for (const auto& pnic : pending_.adapters)
-    if (!contains(current, pnic)) Add({.call = AddUplink{pnic}}), adaptersMayChange_ = true;
+    Add({.call = SetVlanId{pending_.vlanId}});
 }
 
 void Planner::Ipv4() {
@@ -226,7 +235,8 @@ void Planner::Renewal() {
   const bool stays6 = pending_.ipv6Enabled && now.GetIpv6UseDhcp() && pending.GetIpv6UseDhcp();
   const bool anyway = !pending_.ipv6Enabled && pending_.ipv6EnabledAtStart && usesDhcp(pending) &&
                       pending.GetDnsFromDhcp();
-  if (!anyway && !(adaptersMayChange_ && (stays4 || stays6))) return;
+  const bool mayChangeAdapters = Has<RemoveUplink>() || Has<AddUplink>();
+  if (!anyway && !(mayChangeAdapters && (stays4 || stays6))) return;
   Add({anyway ? Condition::Always : Condition::AdaptersChanged,
        "Renew DHCP lease on " + host_.interface,
        RenewLease{stays6 ? LeaseRenewal::Ipv4AndIpv6 : LeaseRenewal::Ipv4},
@@ -234,7 +244,7 @@ void Planner::Renewal() {
 }
 
 void Planner::Restart() {
-  if (!vlanMayChange_) return;
+  if (!Has<SetVlanId>()) return;
   Add({Condition::VlanChanged, "Changed vlan, restarting management interface", RestartInterface{},
        "Restarting management interface failed: "});
 }

@@ -87,8 +87,9 @@ using Call =
                  RestartInterface, SetHostname, SetFqdn, RemoveNameServers, AddNameServer,
                  ResetSearchDomains, AddSearchDomain, SaveDns, RebootHost>;
 
-/// What only the pass itself can tell: whether an earlier step brought a change about. A step
-/// without that outcome is left out, its log line too.
+/// What only the pass itself can tell: an earlier step added or removed an uplink, or set the VLAN,
+/// or no earlier step with the condition DnsUnbroken failed. A step whose condition does not hold
+/// is left out, its log line too.
 enum class Condition { Always, AdaptersChanged, VlanChanged, DnsUnbroken };
 
 struct Step {

@@ -13,6 +13,10 @@ namespace Kiva {
 /// reached only while their choice is marked, and keep their values meanwhile. Space marks and
 /// toggles. The dialogs that configure the management interface derive from it.
 class ChoiceDialog : public FieldDialog {
+ public:
+  /// Whether the operator has marked or toggled anything, be it what it was before.
+  bool WasTouched() const { return touched_; }
+
  protected:
   /// The footer is its own.
   ChoiceDialog(Frame& owner, Look look);
@@ -22,8 +26,6 @@ class ChoiceDialog : public FieldDialog {
   CheckItem& AddCheckOf(const RadioItem& choice, TextId label, bool checked);
   InputItem& AddFieldOf(const RadioItem& choice, const std::string& label, int fieldWidth,
                         const std::string& value);
-  /// Whether the operator has marked or toggled anything, be it what it was before.
-  bool WasTouched() const { return touched_; }
 
  private:
   void PressKey(int key) override;

@@ -128,6 +128,7 @@ void NetworkWindow::EnterIpv6() {
 void NetworkWindow::EnterDns() {
   Run(DNSConfigurationDialog(*this, pending_), [this](const auto& dialog) {
     chooseDns(pending_, {.fromDhcp = dialog.DnsFromDhcp(),
+                         .marked = dialog.WasTouched(),
                          .primary = dialog.PrimaryServer(),
                          .alternate = dialog.AlternateServer(),
                          .hostname = dialog.Hostname()});

@@ -42,12 +42,12 @@ void chooseIpv6(PendingNetwork& pending, const IpConfig& chosen, bool enabled) {
   pending.ipv6GatewaySet = !isIpv6Dynamic(chosen) && !chosen.GetIpv6Gateway().IsEmpty();
 }
 
-// The dialog offers name servers from DHCP only beside an IPv4 address from there, so a confirmed
-// one says nothing about others that were pending.
+// Name servers from DHCP can be marked only beside an IPv4 address from there, so a dialog that was
+// confirmed as it opened says nothing about those that DHCPv6 gives.
 void chooseDns(PendingNetwork& pending, const ChosenDns& chosen) {
   const bool same = chosen.primary == pending.primaryDns &&
                     chosen.alternate == pending.alternateDns && chosen.hostname == pending.hostname;
-  if (same && !pending.ipConfig.GetIpv4UseDhcp()) return;
+  if (same && !chosen.marked && !pending.ipConfig.GetIpv4UseDhcp()) return;
   IpConfig config = pending.ipConfig;
   config.SetDhcpDns(chosen.fromDhcp);
   choose(pending, &PendingNetwork::ipConfig, config);

@@ -20,6 +20,8 @@ void chooseIpv6(PendingNetwork& pending, const HostCtl::Network::IpConfig& chose
 /// Name resolution as an operator chose it; under DHCP the rest means nothing.
 struct ChosenDns {
   bool fromDhcp = false;
+  /// Whether the operator marked that, or it was so when the dialog opened.
+  bool marked = false;
   std::optional<HostCtl::Network::IpAddress> primary, alternate;
   std::string hostname;
 };

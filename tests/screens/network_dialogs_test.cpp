@@ -17,19 +17,12 @@ void open(Demo& demo, Setting setting) {
   demo.Press("Enter");
 }
 
-/// The text of a row between two columns, without blanks at its end.
-std::string cells(const Screen& screen, int row, int from, int to) {
-  std::string text;
-  for (int column = from; column < to; ++column) text += screen.At(row, column).text;
-  return text.substr(0, text.find_last_not_of(' ') + 1);
-}
-
 /// The values in the window's right pane, which are white.
 Lines valuesOf(const Screen& screen, int columns = 37) {
   Lines values;
   for (int row = 4; row < 20; ++row)
     if (screen.ColoursAt(row, 42).foreground == 7 && screen.At(row, 42).text != " ")
-      values.push_back(cells(screen, row, 42, 42 + columns));
+      values.push_back(screen.Cells(row, 42, 42 + columns));
   return values;
 }
 
@@ -85,7 +78,10 @@ TEST(NetworkDialogs, DnsServersAreAddressesOrNotSet) {
   const Lines automatic = {"Automatic", "halo-01", "10.20.30.2", "2001:db8:20::53"};
   const std::tuple<const char*, Lines, Lines> cases[] = {
       {"dhcp", {"Enter"}, automatic},
-      {"none", {"Up", "type: ", "wait:( ) Obtain", "wait:(o) Use", "Enter"}, automatic},
+      {"none", {"Enter"}, automatic},
+      {"none",
+       {"Up", "type: ", "wait:( ) Obtain", "wait:(o) Use", "Enter"},
+       {"Manual", "halo-01", "10.20.30.2", "2001:db8:20::53"}},
       {"dhcp",
        kManual + "Delete" + "Down" + "Delete" + "Down" + "Delete" + "Enter",
        {"Manual", "Not set", "Not set", "Not set"}},
@@ -134,7 +130,7 @@ DemoHost manyAdapters() {
 /// The list's rows, from the check to the first blank after the name.
 Lines rowsOf(const Screen& screen) {
   Lines rows;
-  for (int row = 10; row < 19; ++row) rows.push_back(cells(screen, row, 3, 14));
+  for (int row = 10; row < 19; ++row) rows.push_back(screen.Cells(row, 3, 14));
   return rows;
 }
 
@@ -198,8 +194,8 @@ TEST(NetworkDialogs, AdaptersThatTheHostDoesNotTellOfStayChosen) {
   demo.Do(kLogIn + "Down" + "Down" + "Enter");
   demo.host.Change(failing("GetPnics", "no adapter"));
   demo.Do({"Enter", "wait:[X] pnic10"});
-  EXPECT_EQ(cells(demo.Look(), 11, 3, 75), "[X] pnic2");
-  EXPECT_EQ(cells(demo.Look(), 12, 3, 75), "");
+  EXPECT_EQ(demo.Look().Cells(11, 3, 75), "[X] pnic2");
+  EXPECT_EQ(demo.Look().Cells(12, 3, 75), "");
   demo.Do({"type: ", "type:D", "wait:Device Name: pnic10", "Enter", "Enter"});
   EXPECT_EQ(valuesOf(demo.Look(), 6), Lines{"pnic2"});
   EXPECT_TRUE(demo.HasLine("log.err", "no adapter"));
