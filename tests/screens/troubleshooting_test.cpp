@@ -121,6 +121,7 @@ TEST(Troubleshooting, TheShellsAreToldWhateverTheToolsCameTo) {
     Demo demo(kShells);
     // The host cannot be changed any more: what is not rehearsed fails, and the restart with it.
     const std::string lock = demo.host.File().string() + ".lock";
+    std::filesystem::remove(lock);
     ASSERT_TRUE(std::filesystem::create_directory(lock));
     Json changes = rehearsed(tools);
     changes["tools"]["/sbin/halocli"] = fails;
