@@ -33,12 +33,13 @@ IpConfig configFrom(const Read& read) try {
   return {};
 }
 
-}  // namespace
-
-std::string restartedAddresses(const IpConfig& running, bool ipv4Static, const std::string& label) {
+/// A static IPv4 address, then the IPv6 networks that have room, one a line and each behind
+/// `label`; nothing at all where there are none.
+std::string addressLines(const IpConfig& running, bool ipv4Static, const std::string& label) {
   const std::string begin = "   " + label;
   std::string lines;
-  if (ipv4Static) lines = begin + " " + running.GetIpv4Address().GetStringAddress() + "\n";
+  if (ipv4Static && !running.GetIpv4Address().IsEmpty())
+    lines = begin + " " + running.GetIpv4Address().GetStringAddress() + "\n";
   auto networks = running.GetIpv6Networks();
   std::erase_if(networks, [](const auto& network) { return network.address.IsLinkLocal(); });
   const std::size_t shown = networks.size() == kAllThatFit ? kAllThatFit : kShownNetworks;
@@ -47,6 +48,8 @@ std::string restartedAddresses(const IpConfig& running, bool ipv4Static, const s
   if (networks.size() > shown) lines += "   ...\n";
   return lines.empty() ? lines : "\n" + lines;
 }
+
+}  // namespace
 
 DoRestartNetworkDialog::DoRestartNetworkDialog(Frame& owner, TarnNic& interface)
     : Dialog(owner, 70, 16, 5), interface_(interface) {
@@ -70,13 +73,17 @@ void DoRestartNetworkDialog::Restart() {
   SetTitle(Text(TextId::kRestartManagementNetworkTitle));
   SetText(Text(TextId::kPleaseWaitNetworkRestarts));
   Append(std::string(Text(TextId::kStoppingManagementNetwork)) + " ");
-  Append(std::string(Outcome([&] { interface_.ReleaseLease(), interface_.Disable(); })) + "\n");
+  Append(Outcome(Try([&] { interface_.ReleaseLease(), interface_.Disable(); })) + "\n");
   Append(std::string(Text(TextId::kStartingManagementNetwork)) + " ");
-  const char* started = Outcome([&] { interface_.Enable(); });
+  const bool started = Try([&] { interface_.Enable(); });
+  if (started) AppendAddresses(configured.GetIpv4UseStatic());
+  Append(Outcome(started));
+}
+
+void DoRestartNetworkDialog::AppendAddresses(bool ipv4Static) {
   const IpConfig running =
       configFrom([&] { return interface_.Refresh(), interface_.GetIpConfig(); });
-  Append(restartedAddresses(running, configured.GetIpv4UseStatic(), Text(TextId::kIpAddressIs)));
-  Append(started);
+  Append(addressLines(running, ipv4Static, Text(TextId::kIpAddressIs)));
 }
 
 // The operator sees the step before it is taken: none of them waits for a key.
@@ -85,13 +92,17 @@ void DoRestartNetworkDialog::Append(const std::string& text) {
   updateScreen();
 }
 
-const char* DoRestartNetworkDialog::Outcome(const std::function<void()>& step) try {
+bool DoRestartNetworkDialog::Try(const std::function<void()>& step) try {
   step();
-  return Text(TextId::kDone);
+  return true;
 } catch (const HostCtlException& exception) {
   logError("%s", exception.what());
   failed_ = true;
-  return Text(TextId::kFailed);
+  return false;
+}
+
+std::string DoRestartNetworkDialog::Outcome(bool succeeded) const {
+  return Text(succeeded ? TextId::kDone : TextId::kFailed);
 }
 
 void DoRestartNetworkDialog::ReportFailure() {

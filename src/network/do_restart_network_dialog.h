@@ -18,20 +18,19 @@ class DoRestartNetworkDialog : public Dialog {
   int Foreground() override;
 
  private:
-  void Append(const std::string& text);
-  /// "Done." or "Failed." for a step, which is logged where it failed.
-  const char* Outcome(const std::function<void()>& step);
   void Restart();
+  /// False for a step that the host failed, which is logged.
+  bool Try(const std::function<void()>& step);
+  /// "Done." or "Failed."
+  std::string Outcome(bool succeeded) const;
+  void Append(const std::string& text);
+  /// Those that the interface has now, with a static IPv4 address: a leased one may be to come.
+  void AppendAddresses(bool ipv4Static);
   void ReportFailure();
 
   HostCtl::Network::TarnNic& interface_;
   TextArea* progress_ = nullptr;
   bool failed_ = false;
 };
-
-/// The lines of the addresses that an interface runs with, for the restart's report: a static IPv4
-/// address, then IPv6 networks, of which there are three at most. Nothing for one that has none.
-std::string restartedAddresses(const HostCtl::Network::IpConfig& running, bool ipv4Static,
-                               const std::string& label);
 
 }  // namespace Kiva

@@ -21,9 +21,10 @@ class RunTestDialog : public Dialog {
   int Foreground() override;
 
  private:
-  /// What stands in the parentheses of a line, and what it is about.
-  bool Try(const std::string& line, NetworkCheck::Work work);
+  /// Both are false when the operator has ended the test.
   bool TryAll();
+  /// Shows the line that says what is tried, and behind it what came of `work`.
+  bool Try(const std::string& line, NetworkCheck::Work work);
   /// Nothing when the operator does not want to wait any longer.
   std::optional<bool> Await(NetworkCheck& check);
   void Show();
