@@ -9,13 +9,13 @@
 
 namespace Harness {
 
-/// Moves the focus of a menu or a list down to what begins with `text`.
+/// Moves the focus of a menu or a list down to the first entry with this text in it.
 template <typename Terminal>
 void focusOn(Terminal& terminal, const std::string& text) {
   constexpr int kMostEntries = 300;
   for (int i = 0; i < kMostEntries; ++i) {
     const std::string before = focusedText(terminal.Look());
-    if (before.starts_with(text)) return;
+    if (before.find(text) != std::string::npos) return;
     terminal.Press("Down");
     terminal.WaitUntil([&](const Screen& now) { return focusedText(now) != before; },
                        "the focus to leave " + before + " on the way to " + text);

@@ -170,7 +170,7 @@ struct Change {
 const Change kChanges[] = {
     {"static IPv4",
      "dns",
-     {"choose:IPv4", "focus:( ) Set static", "Space", "Down", "type:10.9.0.20", "Down",
+     {"choose:IPv4", "focus:Set static", "Space", "Down", "type:10.9.0.20", "Down",
       "type:255.255.255.0", "Down", "type:10.9.0.1", "Enter"},
      "ip addr show tarn0 | grep -w 10.9.0.20/24 && ping -c 1 -W 1 10.99.0.1",
      "ping -c 1 -W 1 10.9.0.20"},
@@ -185,7 +185,7 @@ const Change kChanges[] = {
      "true"},
     {"static IPv6",
      "dns",
-     {"choose:IPv6", "focus:( ) Set static", "Space", "Down", "type:fd00:9::20/64", "Down", "Down",
+     {"choose:IPv6", "focus:Set static", "Space", "Down", "type:fd00:9::20/64", "Down", "Down",
       "Down", "type:fd00:9::1", "Enter"},
      "ip addr show tarn0 | grep -w fd00:9::20/64 && ping -c 1 -W 1 fd00:99::1",
      "ping -c 1 -W 1 fd00:9::20"},

@@ -62,7 +62,7 @@ TEST_F(VmNetwork, JoinsUplinksInAVlan) {
           "type:20",
           "Enter",
           "choose:IPv4",
-          "focus:( ) Set static",
+          "focus:Set static",
           "Space",
           "Down",
           "type:10.20.0.5",
