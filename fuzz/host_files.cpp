@@ -11,6 +11,7 @@
 #include "linux/network/dhcp_release.h"
 #include "linux/network/ip_file.h"
 #include "linux/network/name_settings.h"
+#include "linux/network/ovsdb.h"
 #include "linux/network_file.h"
 #include "linux/networkd_describe.h"
 #include "linux/os_version.h"
@@ -31,6 +32,7 @@ constexpr Reader kReaders[] = {
       setIpv6Half(file, HostLinux::Ipv6Half::Kept);
     },
     [](std::string_view text) { HostLinux::parseLease(text); },
+    [](std::string_view text) { HostLinux::ovsInterfacesIn(std::string(text)); },
     [](std::string_view text) { HostLinux::withRenamedHost(text, "a.b", "c"); },
     [](std::string_view text) { HostLinux::addressesIn(std::string(text)); },
     [](std::string_view text) { HostLinux::processorsFrom(text); },

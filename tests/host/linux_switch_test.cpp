@@ -6,6 +6,7 @@
 #include "linux/network/link_control.h"
 #include "linux/network/networkd_bus.h"
 #include "linux/network/switches.h"
+#include "linux/tools/linux_tool_host.h"
 
 using namespace HostLinux;
 
@@ -107,14 +108,22 @@ TEST_F(LinuxSwitch, RestoredNetworkAndAnotherUplink) {
 TEST_F(LinuxSwitch, SwitchesTakeUplinksFromEachOther) {
   inNamespaces([] {
     RestoredLab lab;
-    addStandardSwitch(lab.files_, "vSwitch1");
-    addPortGroup(lab.files_, "Storage", "vSwitch1");
+    LinuxToolHost tools;
+    tools.AddStandardSwitch("vSwitch1");
+    tools.AddPortGroup("Storage", "vSwitch1");
+    using enum HostSeam::UplinkChange;
+    EXPECT_EQ(failureOf([&] { tools.ChangeUplink(Add, "pnic0", "vSwitch1"); }),
+              "ChangeUplink pnic0: is an uplink of vSwitch0 already");
+    EXPECT_EQ(failureOf([&] { tools.ChangeUplink(Remove, "pnic0", "vSwitch1"); }),
+              "ChangeUplink pnic0: is no uplink of vSwitch1");
     lab.network_.AddUplink("vSwitch1", "pnic0");
     EXPECT_EQ(lab.Uplinks(), "vSwitch0: (Management Network)\nvSwitch1: pnic0 (Storage)\n");
     EXPECT_EQ(lab.Link("eth0"), "vSwitch1 06:16:3e:00:00:00");
     lab.network_.WriteActiveUplinks({"vSwitch1", "Storage"}, {});
     EXPECT_EQ(lab.Link("eth0"), "- 06:16:3e:00:00:00") << "idle";
-    restoreNetwork(lab.files_);
+    tools.ChangeUplink(Remove, "pnic0", "vSwitch1");
+    EXPECT_EQ(lab.Link("eth0"), "- " + kMac0);
+    tools.RestoreNetwork();
     EXPECT_EQ(lab.Uplinks(), "vSwitch0: pnic0 (Management Network)\n");
     EXPECT_EQ(lab.SeenByPeer(), kMac0);
     EXPECT_EQ(lab.Link("vSwitch1"), "") << "its device is deleted";
