@@ -10,9 +10,11 @@
 #include "hostctl/lib/exception.h"
 #include "linux/network/foreign.h"
 #include "linux/network/ip_file.h"
+#include "linux/network/ip_settings.h"
 #include "linux/network/networkd_bus.h"
 #include "linux/network/nic_reader.h"
 #include "linux/network/own_files.h"
+#include "linux/network/settle.h"
 #include "linux/network_file.h"
 #include "linux/replace_file.h"
 #include "linux/resolver.h"
@@ -98,7 +100,11 @@ class ResolverChange {
       throw HostCtlException(kOperation, kResolverFile, "belongs to somebody else");
     if (writes) writeText(files_.Path(kResolverFile), text_);
     try {
-      if (changesFile) own_.Change(kOperation, interface_, {{name_, file_.Text()}});
+      if (changesFile)
+        own_.Change(kOperation, interface_, {{name_, file_.Text()}},
+                    reloadAndCheck(files_, kOperation, interface_, [this] {
+                      waitForStaticAddresses(kOperation, interface_, ipConfigIn(file_));
+                    }));
     } catch (const HostCtlException&) {
       if (writes) PutBack();
       throw;
