@@ -43,55 +43,55 @@ class LinuxSwitchFiles : public testing::Test {
   const OwnFiles own_{files_};
 };
 
-// The text of a link's file: its kind and name, what else stands in [Link] and [Network], and the
+// The text of a link's file: its kind and name, what else stands in [Network] and [Link], and the
 // rest.
-std::string linkFile(const std::string& kind, const std::string& name, const std::string& link,
-                     const std::string& network, const std::string& rest = {}) {
+std::string linkFile(const std::string& kind, const std::string& name, const std::string& network,
+                     const std::string& rest = {}, const std::string& link = {}) {
   return "[X-Kiva]\nKind=" + kind + "\n" + rest + "\n[Match]\nName=" + name +
          "\n\n[Link]\nRequiredForOnline=no\n" + link +
          "\n[Network]\nLinkLocalAddressing=no\nIPv6AcceptRA=no\n" + network;
 }
 
+// The same of eth0 or eth1.
+std::string uplinkFile(const std::string& name, const std::string& order,
+                       const std::string& network, const std::string& link = {}) {
+  return linkFile("uplink", name, network,
+                  "Switch=vSwitch0\nOrder=" + order +
+                      "\nActive=yes\nPermanentMACAddress=00:16:3e:00:00:0" + name.back() + "\n",
+                  link);
+}
+
+const std::string kPort = linkFile("port", "tarn0-port", "Bridge=vSwitch0\n",
+                                   "Interface=tarn0\nPortGroup=Management Network\n");
+
 TEST_F(LinuxSwitchFiles, OneUplinkWithoutVlan) {
   Write({management({kEth0}, 0)});
-  Expect(
-      {{"vSwitch0.netdev",
-        "[X-Kiva]\nKind=switch\n\n[NetDev]\nName=vSwitch0\nKind=bridge\n\n"
-        "[Bridge]\nSTP=no\nForwardDelaySec=0\n\n"
-        "[X-Kiva-PortGroup]\nName=Management Network\nVlanId=0\n\n"
-        "[X-Kiva-PortGroup]\nName=VM Network\nVlanId=0\n"},
-       {"vSwitch0.network", linkFile("switch", "vSwitch0", "", "ConfigureWithoutCarrier=yes\n")},
-       {"tarn0.netdev",
-        "[X-Kiva]\nKind=interface\n\n[NetDev]\nName=tarn0\nKind=veth\n\n[Peer]\nName=tarn0-port\n"},
-       {"tarn0-port.network", linkFile("port", "tarn0-port", "", "Bridge=vSwitch0\n",
-                                       "Interface=tarn0\nPortGroup=Management Network\n")},
-       {"eth0.network",
-        linkFile(
-            "uplink", "eth0", "MACAddress=06:16:3e:00:00:00\n", "Bridge=vSwitch0\n",
-            "Switch=vSwitch0\nOrder=0\nActive=yes\nPermanentMACAddress=00:16:3e:00:00:00\n")}});
+  Expect({{"vSwitch0.netdev",
+           "[X-Kiva]\nKind=switch\n\n[NetDev]\nName=vSwitch0\nKind=bridge\n\n"
+           "[Bridge]\nSTP=no\nForwardDelaySec=0\n\n"
+           "[X-Kiva-PortGroup]\nName=Management Network\nVlanId=0\n\n"
+           "[X-Kiva-PortGroup]\nName=VM Network\nVlanId=0\n"},
+          {"vSwitch0.network", linkFile("switch", "vSwitch0", "ConfigureWithoutCarrier=yes\n")},
+          {"tarn0.netdev",
+           "[X-Kiva]\nKind=interface\n\n[NetDev]\nName=tarn0\nKind=veth\n\n"
+           "[Peer]\nName=tarn0-port\n"},
+          {"tarn0-port.network", kPort},
+          {"eth0.network",
+           uplinkFile("eth0", "0", "Bridge=vSwitch0\n", "MACAddress=06:16:3e:00:00:00\n")}});
   EXPECT_EQ(own_.List().size(), 5u);
 }
 
 TEST_F(LinuxSwitchFiles, BondWithVlan) {
   Write({management({kEth1, kEth0}, 100)});
   const std::string vlans = "\n[BridgeVLAN]\nPVID=1\nEgressUntagged=1\n\n[BridgeVLAN]\nVLAN=100\n";
-  Expect(
-      {{"vSwitch0-bond.netdev",
-        "[X-Kiva]\nKind=bond\n\n[NetDev]\nName=vSwitch0-bond\nKind=bond\n"
-        "MACAddress=0a:16:3e:00:00:01\n\n"
-        "[Bond]\nMode=active-backup\nMIIMonitorSec=0.1\nPrimaryReselectPolicy=always\n"},
-       {"vSwitch0-bond.network",
-        linkFile("bond", "vSwitch0-bond", "", "Bridge=vSwitch0\n") + vlans},
-       {"tarn0-port.network", linkFile("port", "tarn0-port", "", "Bridge=vSwitch0\n",
-                                       "Interface=tarn0\nPortGroup=Management Network\n") +
-                                  "\n[BridgeVLAN]\nPVID=100\nEgressUntagged=100\n"},
-       {"eth0.network",
-        linkFile("uplink", "eth0", "", "Bond=vSwitch0-bond\n",
-                 "Switch=vSwitch0\nOrder=1\nActive=yes\nPermanentMACAddress=00:16:3e:00:00:00\n")},
-       {"eth1.network",
-        linkFile(
-            "uplink", "eth1", "", "Bond=vSwitch0-bond\nPrimarySlave=yes\n",
-            "Switch=vSwitch0\nOrder=0\nActive=yes\nPermanentMACAddress=00:16:3e:00:00:01\n")}});
+  Expect({{"vSwitch0-bond.netdev",
+           "[X-Kiva]\nKind=bond\n\n[NetDev]\nName=vSwitch0-bond\nKind=bond\n"
+           "MACAddress=0a:16:3e:00:00:01\n\n"
+           "[Bond]\nMode=active-backup\nMIIMonitorSec=0.1\nPrimaryReselectPolicy=always\n"},
+          {"vSwitch0-bond.network", linkFile("bond", "vSwitch0-bond", "Bridge=vSwitch0\n") + vlans},
+          {"tarn0-port.network", kPort + "\n[BridgeVLAN]\nPVID=100\nEgressUntagged=100\n"},
+          {"eth0.network", uplinkFile("eth0", "1", "Bond=vSwitch0-bond\n")},
+          {"eth1.network", uplinkFile("eth1", "0", "Bond=vSwitch0-bond\nPrimarySlave=yes\n")}});
   EXPECT_EQ(Get("vSwitch0.netdev", "Bridge", "VLANFiltering"), "yes");
   EXPECT_EQ(Get("vSwitch0.netdev", "Bridge", "DefaultPVID"), "none");
 
