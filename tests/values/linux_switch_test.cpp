@@ -54,7 +54,8 @@ TEST_F(LinuxSwitchFiles, OneUplinkWithoutVlan) {
        "[Bridge]\nSTP=no\nForwardDelaySec=0\n\n"
        "[X-Kiva-PortGroup]\nName=Management Network\nVlanId=0\n\n"
        "[X-Kiva-PortGroup]\nName=VM Network\nVlanId=0\n"},
-      {"vSwitch0.network", linkFile("switch", "vSwitch0", "", "ConfigureWithoutCarrier=yes\n")},
+      {"vSwitch0.network",
+       linkFile("switch", "vSwitch0", "ARP=no\n", "ConfigureWithoutCarrier=yes\n")},
       {"tarn0.netdev",
        "[X-Kiva]\nKind=interface\n\n[NetDev]\nName=tarn0\nKind=veth\n\n[Peer]\nName=tarn0-port\n"},
       {"tarn0-port.network", linkFile("port", "tarn0-port", "", "Bridge=vSwitch0\n",
