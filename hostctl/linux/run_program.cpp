@@ -89,7 +89,7 @@ ProgramResult runProgram(const Program& program, std::chrono::milliseconds limit
 
 std::string causeOf(const ProgramResult& result) {
   for (const std::string_view line : lines(result.output))
-    if (!trim(line).empty()) return std::string(trim(line));
+    if (!trim(line).empty() && line.find("warning:") == line.npos) return std::string(trim(line));
   return "status " + std::to_string(result.status);
 }
 

@@ -21,7 +21,7 @@ struct ProgramResult {
 /// through this.
 ProgramResult runProgram(const HostCtl::Lib::Program& program, std::chrono::milliseconds limit);
 
-/// The first line of what `result` says, for the text of an exception.
+/// The first line of what `result` says that is no warning, for the text of an exception.
 std::string causeOf(const ProgramResult& result);
 
 }  // namespace HostLinux

@@ -61,11 +61,11 @@ class LinuxLiveCore : public testing::Test {
   void SetUp() override {
     if (geteuid() != 0 || !installed("gdb prlimit dd"))
       GTEST_SKIP() << "not root, or no gdb on this machine";
-    folder_.Link("kiva-hoarder-of-memory", "/bin/dd");
+    folder_.Link(core_.process, "/bin/dd");
     fs::create_directory(cores_);
     const std::string folder = folder_.Path();
     input_ =
-        popen((folder + "/kiva-hoarder-of-memory bs=16M >" + folder + "/out 2>&1").c_str(), "we");
+        popen((folder + "/" + core_.process + " bs=16M >" + folder + "/out 2>&1").c_str(), "we");
     std::fputc('x', input_);
     std::fflush(input_);
     ASSERT_TRUE(waitUntil([&] { return Files(folder).ReadLine("/out") == "x"; }));
@@ -80,7 +80,9 @@ class LinuxLiveCore : public testing::Test {
 
   Harness::TemporaryFolder folder_;
   const std::string cores_ = folder_.Path() / "cores";
-  const HostSeam::LiveCore core_{"kiva-hoarder-of-memory", "mgmtd-restart%", cores_};
+  /// Only this test's own process is called so, and by more than the kernel keeps of a name.
+  const HostSeam::LiveCore core_{"kh" + std::to_string(getpid()) + "-hoarder-of-memory",
+                                 "mgmtd-restart%", cores_};
   FILE* input_ = nullptr;
 };
 
