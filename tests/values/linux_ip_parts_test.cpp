@@ -43,7 +43,8 @@ TEST(LinuxForeign, NamesWhoConfiguresAnInterface) {
                  "iface eth0 inet manual\niface tarn0 inet manual\n");
     folder.Write(path, text);
     EXPECT_EQ(foreignManagerOf(files, "eth0"), manager) << text;
-    EXPECT_EQ(foreignManagerOf(files, "tarn0"), "") << "it is ours: " << text;
+    const bool earlier = std::string(manager).ends_with("05-a.network");
+    EXPECT_EQ(foreignManagerOf(files, "tarn0"), earlier ? manager : "") << "it is ours: " << text;
   }
 }
 
