@@ -121,6 +121,12 @@ TEST(LinuxIpv6Switch, TheNextStartCounts) {
     if (*file) folder.Write(std::string(kIpv6SwitchFile).substr(1), file);
     EXPECT_EQ(ipv6ToBeOn(Files(folder.Path())), on) << options << running << file;
   }
+  const std::string all = "net.ipv6.conf.all.disable_ipv6", other = "net.ipv6.conf.default.",
+                    text = "# mine\n" + all + " = 1\nvm.swappiness = 1\n" + other;
+  EXPECT_EQ(withIpv6Switch(text + "disable_ipv6 = 1\n", false), text + "disable_ipv6 = 1\n");
+  EXPECT_EQ(withIpv6Switch(text + "forwarding = 1\n", true),
+            "# mine\n" + all + "=0\nvm.swappiness = 1\n" + other + "forwarding = 1\n" + other +
+                "disable_ipv6=0\n");
 }
 
 }  // namespace
