@@ -299,6 +299,16 @@ TEST_F(LinuxIp, NamesAndServers) {
   });
 }
 
+TEST_F(LinuxIp, NobodyWaitsForALeaseThatNeverComes) {
+  InLab("", [](const NetworkLab&) {
+    const auto start = std::chrono::steady_clock::now();
+    Write("dhcp dhcp6 dns");
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(4));
+    EXPECT_EQ(Ipv4(), "0.0.0.0 0.0.0.0 0.0.0.0 dhcp");
+    EXPECT_TRUE(Nic().configured.GetIpv6UseDhcp());
+  });
+}
+
 // What somebody else wrote for networkd stays in force when the first file of ours takes its place.
 TEST_F(LinuxIp, AFirstFileGoesOnFromAnothers) {
   InLab("", [](const NetworkLab& lab) {

@@ -1,14 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include "harness/hosts/machine.h"
 #include "harness/temporary_folder.h"
+#include "hostseam/domain_name.h"
 #include "linux/network/dhcp_release.h"
 #include "linux/network/foreign.h"
+#include "linux/network/ip_settings.h"
 #include "linux/network/ipv6_switch.h"
 #include "linux/network/name_settings.h"
 #include "linux/resolver.h"
 
 using namespace HostLinux;
+using namespace std::string_literals;
 
 namespace {
 
@@ -105,6 +109,51 @@ TEST(LinuxNames, NameAndHostsFileAfterAChange) {
       {"127.0.1.1  other\n#127.0.1.1 a\n", "a", "b", "127.0.1.1  other\n#127.0.1.1 a\n"}};
   for (const auto& [before, from, to, after] : hosts)
     EXPECT_EQ(withRenamedHost(before, from, to), after);
+}
+
+TEST(LinuxNames, RefusesWhatIsNoName) {
+  using Text = std::optional<std::string>;
+  const Harness::TemporaryFolder folder;
+  folder.Write("etc/hostname", "alpha\n");
+  const Files files(folder.Path());
+  const std::pair<Text, const char*> names[] = {{"", ""}, {".lan", ".lan"}};
+  for (const auto& [name, shown] : names)
+    EXPECT_EQ(failureOf([&] {
+                writeDns(files, {name, "", {}, {}});
+              }),
+              std::string("SaveConfig ") + shown + ": is no host name");
+  const std::string label(63, 'a'), name = label + "." + label + "." + label + ".";
+  for (const auto& domain : {"a..b"s, "-x"s, "a.-"s, ""s, "."s, "a/b"s, "\xc3\xa4"s, label + "a",
+                             name + label, std::string(300, 'a')})
+    EXPECT_EQ(failureOf([&] {
+                writeDns(files, {{}, {}, {}, {{"a", domain}}});
+              }),
+              "SaveConfig " + domain + ": is no domain name");
+  for (const auto& domain : {"a"s, "_x.B-1.lan."s, name + label.substr(2)})
+    EXPECT_TRUE(HostSeam::isDomainName(domain)) << domain;
+  EXPECT_FALSE(files.Exists("/etc/resolv.conf"));
+}
+
+TEST(LinuxIpSettings, RefusesAddressesThatMeanSomethingElse) {
+  constexpr const char* kOwn = "etc/systemd/network/10-kiva-eth0.network";
+  const Harness::TemporaryFolder folder;
+  folder.Write("sys/class/net/eth0/ifindex", "7\n");
+  folder.Write("proc/sys/net/ipv6/conf/all/disable_ipv6", "0");
+  folder.Write(kOwn, "[Match]\nName=eth0\n");
+  const Files files(folder.Path());
+  const auto why = [&](const HostCtl::Network::IpConfig& config) {
+    return failureOf([&] { writeIpConfig(files, "eth0", config); });
+  };
+  for (const std::string address : {"0.0.0.0", "224.0.0.1", "239.9.9.9", "255.255.255.255"})
+    EXPECT_EQ(why(ipConfig(address + "/24")),
+              "SetIpConfig " + address + ": is no address of an interface");
+  auto config = ipConfig("dhcp");
+  for (const std::string address : {"::", "ff02::1", "fe80::7%eth0"}) {
+    config.SetIpv6Networks({{HostCtl::Network::Ipv6Address::FromString(address).value(), 64,
+                             HostCtl::Network::AddressType::Static}});
+    EXPECT_EQ(why(config), "SetIpConfig " + address + ": is no address of an interface");
+  }
+  EXPECT_EQ(files.Read("/" + std::string(kOwn)), "[Match]\nName=eth0\n");
 }
 
 TEST(LinuxIpv6Switch, TheNextStartCounts) {

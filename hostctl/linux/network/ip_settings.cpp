@@ -20,6 +20,8 @@ namespace HostLinux {
 using HostCtl::Lib::HostCtlException;
 using HostCtl::Network::IpAddress;
 using HostCtl::Network::IpConfig;
+using HostCtl::Network::Ipv4Address;
+using HostCtl::Network::Ipv6Address;
 
 namespace {
 
@@ -76,6 +78,25 @@ bool isConfiguredSo(const Files& files, const std::string& interface, const IpCo
          !bringsIpv6Back(files, *nic);
 }
 
+/// networkd takes another address for some of these, and none for the others.
+bool isForAnInterface(Ipv4Address address) {
+  constexpr std::uint32_t kMulticast = 0xe, kEveryHost = 0xffffffff;
+  const std::uint32_t value = address.GetValue();
+  return !address.IsEmpty() && value >> 28 != kMulticast && value != kEveryHost;
+}
+bool isForAnInterface(const Ipv6Address& address) {
+  return !address.IsEmpty() && !address.IsMulticast() && address.GetZone().empty();
+}
+
+void refuseSpecialAddresses(const IpConfig& config) {
+  for (const Wanted& wanted : staticAddresses(config))
+    if (!std::visit([](const auto& address) { return isForAnInterface(address); }, wanted.address))
+      throw HostCtlException(kOperation, toString(wanted.address), "is no address of an interface");
+  if (config.GetIpv4UseStatic() && !Ipv4Address::IsValidNetmask(config.GetIpv4Netmask()))
+    throw HostCtlException(kOperation, config.GetIpv4Netmask().GetStringAddress(),
+                           "is no network mask");
+}
+
 /// What is to be written for `config`; nothing where it is in force already, by whomever.
 std::vector<FileChange> changesFor(const Files& files, const OwnFiles& own,
                                    const std::string& interface, const IpConfig& config) {
@@ -100,7 +121,10 @@ void writeIpConfig(const Files& files, const std::string& interface, const IpCon
   const OwnFiles own(files);
   const auto sole = own.Lock();
   const auto changes = changesFor(files, own, interface, config);
-  if (!changes.empty()) refuseForeign(files, kOperation, interface);
+  if (!changes.empty()) {
+    refuseForeign(files, kOperation, interface);
+    refuseSpecialAddresses(config);
+  }
   const bool released = takeReleaseBack(files, interface);
   const auto check = [&] {
     refuseForeign(files, kOperation, interface);
