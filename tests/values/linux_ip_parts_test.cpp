@@ -112,16 +112,14 @@ TEST(LinuxNames, NameAndHostsFileAfterAChange) {
 }
 
 TEST(LinuxNames, RefusesWhatIsNoName) {
-  using Text = std::optional<std::string>;
   const Harness::TemporaryFolder folder;
   folder.Write("etc/hostname", "alpha\n");
   const Files files(folder.Path());
-  const std::pair<Text, const char*> names[] = {{"", ""}, {".lan", ".lan"}};
-  for (const auto& [name, shown] : names)
+  for (const auto& name : {""s, ".lan"s})
     EXPECT_EQ(failureOf([&] {
                 writeDns(files, {name, "", {}, {}});
               }),
-              std::string("SaveConfig ") + shown + ": is no host name");
+              "SaveConfig " + name + ": is no host name");
   const std::string label(63, 'a'), name = label + "." + label + "." + label + ".";
   for (const auto& domain : {"a..b"s, "-x"s, "a.-"s, ""s, "."s, "a/b"s, "\xc3\xa4"s, label + "a",
                              name + label, std::string(300, 'a')})
@@ -131,7 +129,6 @@ TEST(LinuxNames, RefusesWhatIsNoName) {
               "SaveConfig " + domain + ": is no domain name");
   for (const auto& domain : {"a"s, "_x.B-1.lan."s, name + label.substr(2)})
     EXPECT_TRUE(HostSeam::isDomainName(domain)) << domain;
-  EXPECT_FALSE(files.Exists("/etc/resolv.conf"));
 }
 
 TEST(LinuxIpSettings, RefusesAddressesThatMeanSomethingElse) {
