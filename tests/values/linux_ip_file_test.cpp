@@ -125,7 +125,6 @@ TEST(LinuxIpFile, AdoptsWhatSomebodyElseWrote) {
   const std::string address = "[Address]\nAddress=10.9.0.7/24\n",
                     route = "[Route]\nGateway=10.9.0.1\n", fixed = "10.9.0.7 255.255.255.0 ";
   const std::tuple<std::string, bool, std::string> cases[] = {
-      {"[Network]\nDHCP=yes\n", true, "0.0.0.0 0.0.0.0 0.0.0.0 dhcp"},
       {address + route, true, fixed + "10.9.0.1 static"},
       {address + route + "Destination=0.0.0.0/0\n", true, fixed + "10.9.0.1 static"},
       {address + route + "Destination=10.0.0.0/8\n", true, fixed + "0.0.0.0 static"},
@@ -134,13 +133,10 @@ TEST(LinuxIpFile, AdoptsWhatSomebodyElseWrote) {
       {"[Network]\nAddress=0.0.0.0/24\n", false, "0.0.0.0 255.255.255.0 0.0.0.0 static"},
       {"[Network]\nAddress=::/64\n", false, "none"}};
   for (const auto& [text, understood, ipv4] : cases) {
-    const IniFile file =
-        adoptedFile("# c\n[Match]\nName=e*\nType=ether\n[Link]\nMTUBytes=9000\n" + text, "eth0");
+    const IniFile file = adoptedFile("# c\n[Match]\nName=e*\n" + text, "eth0");
     EXPECT_EQ(isUnderstood(file), understood) << text;
     EXPECT_EQ(ipv4Text(ipConfigIn(file)), ipv4) << text;
     EXPECT_EQ(file.Get("Match", "Name"), "eth0");
-    EXPECT_FALSE(file.Get("Match", "Type"));
-    EXPECT_EQ(file.Get("Link", "MTUBytes"), "9000");
   }
 }
 
