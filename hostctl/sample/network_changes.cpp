@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "hostctl/lib/exception.h"
+#include "hostseam/domain_name.h"
 #include "sample/json_lists.h"
 #include "sample/running_state.h"
 
@@ -161,6 +162,9 @@ void setIpv6Gateway(Store& store, const Ipv6Address& gateway) {
 }
 
 void setDns(Store& store, const HostSeam::DnsChange& change) {
+  for (const auto& domain : change.searchDomains.value_or(std::vector<std::string>()))
+    if (!HostSeam::isDomainName(domain))
+      throw HostCtlException("SaveConfig", domain, "is no domain name");
   changeNetwork(store, [&](Json& network) {
     Json& dns = network["dns"];
     if (change.hostname) dns["hostname"] = *change.hostname;

@@ -174,7 +174,7 @@ void Planner::Ipv6() {
   if (!pending_.ipv6Enabled) return;
   Add({.log = "Setting ipv6 configuration"});
   if (!config_) return;
-  if (!pending_.ipv6EnabledAtStart) config_->EnableIpv6();
+  config_->EnableIpv6();
   config_->SetUseIpv6Dhcp(pending_.ipConfig.GetIpv6UseDhcp());
   config_->SetUseIpv6RouterAdvertised(pending_.ipConfig.GetIpv6UseRouterAdvertisement());
   config_->SetIpv6Networks(pending_.ipConfig.GetIpv6Networks());

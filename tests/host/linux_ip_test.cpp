@@ -301,6 +301,45 @@ TEST_F(LinuxIp, NamesAndServers) {
   });
 }
 
+TEST_F(LinuxIp, NobodyWaitsForALeaseThatNeverComes) {
+  InLab("", [](const NetworkLab&) {
+    const auto start = std::chrono::steady_clock::now();
+    Write("dhcp dhcp6 dns");
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(4));
+    EXPECT_EQ(Ipv4(), "0.0.0.0 0.0.0.0 0.0.0.0 dhcp");
+    EXPECT_TRUE(Nic().configured.GetIpv6UseDhcp());
+  });
+}
+
+// What somebody else wrote for networkd stays in force when the first file of ours takes its place.
+TEST_F(LinuxIp, AFirstFileGoesOnFromAnothers) {
+  InLab("", [](const NetworkLab& lab) {
+    ASSERT_TRUE(
+        shell("ip link set eth0 up; ip address add 10.9.0.7/24 dev eth0;"
+              "ip route add default via 10.9.0.1"));
+    Network().WriteIpConfig(kNic, Nic().configured);
+    EXPECT_FALSE(Files().Exists(kFile));
+    Network().WriteIpv4Gateway(ip4("10.9.0.3"));
+    EXPECT_EQ(Ipv4(), "10.9.0.7 255.255.255.0 10.9.0.3 static") << "nobody's before";
+    ASSERT_TRUE(shell("rm " + std::string(kFile)));
+    lab.Configure("50-all.network",
+                  "[Match]\nName=e*0\n[Link]\nMTUBytes=1400\n[Network]\nGateway=10.9.0.1\n"
+                  "[Address]\nAddress=10.9.0.7/24\n[Route]\nDestination=10.77.0.0/16\n"
+                  "Gateway=10.9.0.2\n");
+    ASSERT_TRUE(shell("networkctl reload"));
+    ASSERT_TRUE(Becomes("10.9.0.7 255.255.255.0 10.9.0.1 static"));
+    Network().WriteIpConfig(kNic, Nic().configured);
+    Network().WriteIpv4Gateway(ip4("10.9.0.1"));
+    Network().WriteDns({{}, {}, {}, {{"a.lan"}}});
+    EXPECT_EQ(LinuxDriver().ReadDns().searchDomains, std::vector<std::string>{"a.lan"});
+    EXPECT_FALSE(Files().Exists(kFile));
+    Write("10.9.0.8/24 off");
+    EXPECT_TRUE(Becomes("10.9.0.8 255.255.255.0 10.9.0.1 static"));
+    EXPECT_EQ(ended("ip route show 10.77.0.0/16; cat /sys/class/net/eth0/mtu").output,
+              "10.77.0.0/16 via 10.9.0.2 dev eth0 proto static \n1400\n");
+  });
+}
+
 TEST_F(LinuxIp, NameServersFollowTheLeases) {
   InLab("", [](const NetworkLab& lab) {
     const auto servers = [] { return ended("grep -v '^#' /etc/resolv.conf").output; };
@@ -377,7 +416,11 @@ TEST_F(LinuxIp, RefusedWithEverythingAsItWas) {
                 std::string::npos)
           << why;
     }
-    ASSERT_TRUE(shell("rm /etc/network/interfaces"));
+    EXPECT_EQ(failureOf([] { Write("10.9.0.7/24 off"); }), "") << "nothing differs";
+    ASSERT_TRUE(shell("mv " + std::string(kFile) + " /run/ours"));
+    EXPECT_EQ(failureOf([] { Network().WriteIpConfig(kNic, Nic().configured); }), "");
+    EXPECT_FALSE(Files().Exists(kFile));
+    ASSERT_TRUE(shell("mv /run/ours " + std::string(kFile) + "; rm /etc/network/interfaces"));
     lab.HangBus();
     const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(failureOf([&] { Network().ReleaseLease(kNic); }),

@@ -176,6 +176,8 @@ TEST(ApplyPlan, Ipv6AndRenewal) {
        {[](P p) { p.Ip().SetIpv6Networks({Ipv6Network()}); }, kLeased + " dhcp6 ::/64 dns !ipv6, "},
        {[](P p) { p.Now().configured = {}, p.pending.ipv6EnabledAtStart = false; },
         "Switching to DHCP on tarn0, " + kLeased + " dhcp6 dns !ip/ipv6, reboot, "},
+       {[](P p) { p.Now().configured = {}; },
+        "Switching to DHCP on tarn0, " + kLeased + " dhcp6 dns !ip/ipv6, "},
        {[](P p) { p.pending.ipv6GatewaySet = true; }, "Setting default ipv6 gateway to ::, "}});
 }
 

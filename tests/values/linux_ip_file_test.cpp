@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "harness/hosts/machine.h"
+#include "linux/network/interface_file.h"
 #include "linux/network/ip_file.h"
 
 using namespace HostLinux;
@@ -118,6 +119,25 @@ TEST(LinuxIpFile, KeepsWhatIsNotOurs) {
   EXPECT_TRUE(ipConfigIn(file).GetIpv4UseDhcp());
   setIpConfig(file, "tarn0", ipConfig("dhcp dns"), Ipv6Half::InForce);
   EXPECT_TRUE(nameServersIn(file).empty()) << "the lease's own are meant";
+}
+
+TEST(LinuxIpFile, AdoptsWhatSomebodyElseWrote) {
+  const std::string address = "[Address]\nAddress=10.9.0.7/24\n",
+                    route = "[Route]\nGateway=10.9.0.1\n", fixed = "10.9.0.7 255.255.255.0 ";
+  const std::tuple<std::string, bool, std::string> cases[] = {
+      {address + route, true, fixed + "10.9.0.1 static"},
+      {address + route + "Destination=0.0.0.0/0\n", true, fixed + "10.9.0.1 static"},
+      {address + route + "Destination=10.0.0.0/8\n", true, fixed + "0.0.0.0 static"},
+      {address + route + "Metric=7\n", true, fixed + "0.0.0.0 static"},
+      {address + "Label=x\n", false, "none"},
+      {"[Network]\nAddress=0.0.0.0/24\n", false, "0.0.0.0 255.255.255.0 0.0.0.0 static"},
+      {"[Network]\nAddress=::/64\n", false, "none"}};
+  for (const auto& [text, understood, ipv4] : cases) {
+    const IniFile file = adoptedFile("# c\n[Match]\nName=e*\n" + text, "eth0");
+    EXPECT_EQ(isUnderstood(file), understood) << text;
+    EXPECT_EQ(ipv4Text(ipConfigIn(file)), ipv4) << text;
+    EXPECT_EQ(file.Get("Match", "Name"), "eth0");
+  }
 }
 
 }  // namespace

@@ -74,11 +74,11 @@ int indexOf(const Files& files, const std::string& interface) {
 }
 
 std::string foreignManagerOf(const Files& files, const std::string& interface) {
-  if (interface == kManagementNic) return {};
-  if (const auto file = stanzaIn(files, kIfupdown, interface, 0); !file.empty())
-    return "ifupdown (" + file + ")";
   const int index = indexOf(files, interface);
-  if (networkManagerHas(files, index)) return "NetworkManager";
+  const bool made = interface == kManagementNic;
+  if (const auto file = stanzaIn(files, kIfupdown, interface, 0); !made && !file.empty())
+    return "ifupdown (" + file + ")";
+  if (!made && networkManagerHas(files, index)) return "NetworkManager";
   return earlierNetworkFile(files, index);
 }
 

@@ -9,8 +9,9 @@ namespace HostLinux {
 
 /// Who else configures `interface`, in words for an operator, because a second configuration beside
 /// his would have the two overwrite each other: ifupdown that has a stanza for it, NetworkManager
-/// that manages it, or a file of networkd in force whose name sorts before ours. Empty for nobody
-/// and for the management interface that Kiva made. Files alone are read.
+/// that manages it, or a file of networkd in force whose name sorts before ours. Empty for nobody.
+/// The management interface that Kiva made has no other manager, but such a file can outrank it,
+/// too. Files alone are read.
 std::string foreignManagerOf(const Files& files, const std::string& interface);
 
 /// Throws HostCtlException of `operation` where somebody else configures `interface`, and where

@@ -4,6 +4,7 @@
 
 #include "hostctl/lib/exception.h"
 #include "linux/network/foreign.h"
+#include "linux/network/interface_file.h"
 #include "linux/network/ip_file.h"
 #include "linux/network/ip_settings.h"
 #include "linux/network/networkd_bus.h"
@@ -80,7 +81,6 @@ HostSeam::KernelNic managementNic(const Files& files, const std::string& operati
                                   const std::string& gateway) {
   auto nic = readManagementNic(files, operation);
   if (!nic) throw HostCtlException(operation, gateway, "there is no management interface");
-  refuseForeign(files, operation, nic->name);
   return *nic;
 }
 
@@ -90,11 +90,15 @@ void write(const Files& files, const std::string& operation, const Address& gate
   const OwnFiles own(files);
   const auto sole = own.Lock();
   const std::string name = ownFileName(nic.name, "network");
-  IniFile file = own.Read(name);
+  const int index = indexOf(files, nic.name);
+  const auto leads = [&] { return leadsOver(readNetworkTables(operation), index, gateway); };
+  if (!own.Exists(name) && leads()) return;
+  IniFile file = interfaceFile(files, own, operation, nic.name);
   const IpConfig before = ipConfigIn(file);
   if (gateway.IsEmpty() && gatewayOf(before, gateway).IsEmpty()) return;
-  const bool reached = own.Exists(name) && (reaches(before, nic.name, gateway) ||
-                                            reaches(nic.running, nic.name, gateway));
+  refuseForeign(files, operation, nic.name);
+  const bool reached =
+      reaches(before, nic.name, gateway) || reaches(nic.running, nic.name, gateway);
   if (!gateway.IsEmpty() && !reached)
     throw HostCtlException(operation, textOf(gateway), "is in no network of " + nic.name);
   setGateway(file, gateway);
@@ -106,8 +110,7 @@ void write(const Files& files, const std::string& operation, const Address& gate
   if (own.Change(operation, nic.name, {{name, file.Text()}},
                  reloadAndCheck(files, operation, nic.name, check)))
     return;
-  const int index = indexOf(files, nic.name);
-  if (leadsOver(readNetworkTables(operation), index, gateway)) return;
+  if (leads()) return;
   reconfigureLink(operation, nic.name, index);
   check();
 }

@@ -94,6 +94,13 @@ std::vector<std::string> IniSection::GetAll(std::string_view key) const {
   return values;
 }
 
+std::vector<std::string> IniSection::Keys() const {
+  std::vector<std::string> keys;
+  for (const Line& line : lines_)
+    if (!line.key.empty()) keys.push_back(line.key);
+  return keys;
+}
+
 void IniSection::Set(std::string_view key, const IniValue& value) {
   SetAll(key, {value.Text()});
 }

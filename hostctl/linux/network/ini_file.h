@@ -34,6 +34,8 @@ class IniSection {
   std::optional<std::string> Get(std::string_view key) const;
   /// All of them in their order. An empty value takes back those before it, as networkd reads it.
   std::vector<std::string> GetAll(std::string_view key) const;
+  /// What it sets, in its order.
+  std::vector<std::string> Keys() const;
   /// Makes `value` the one value of `key`.
   void Set(std::string_view key, const IniValue& value);
   /// Makes `values` all values of `key`.

@@ -17,8 +17,8 @@ namespace HostLinux {
 void writeIpConfig(const Files& files, const std::string& interface,
                    const HostCtl::Network::IpConfig& config);
 
-/// Of the management interface, which must have a file of ours and a network that reaches it; the
-/// empty address for none.
+/// Of the management interface, which must have a network that reaches it; the empty address for
+/// none.
 void writeGateway(const Files& files, HostCtl::Network::Ipv4Address gateway);
 void writeGateway(const Files& files, const HostCtl::Network::Ipv6Address& gateway);
 

@@ -29,15 +29,11 @@ bool kernelHasNone(const Files& files) {
   return std::find(all.begin(), all.end(), kKernelOption) != all.end();
 }
 
-std::string switchText(bool enabled) {
-  const std::string value = enabled ? " = 0\n" : " = 1\n";
-  return kAll + value + kDefault + value;
-}
-
 void writeSwitch(const Files& files, bool enabled) {
   const auto old = files.Read(kIpv6SwitchFile);
-  const bool isSo = old ? *old == switchText(enabled) : ipv6ToBeOn(files) == enabled;
-  if (!isSo) replaceFile(files.Path(kIpv6SwitchFile), switchText(enabled));
+  if (!old && ipv6ToBeOn(files) == enabled) return;
+  const std::string text = withIpv6Switch(old.value_or(""), enabled);
+  if (text != old) replaceFile(files.Path(kIpv6SwitchFile), text);
 }
 
 /// The management interface's file in the form that goes with the switch.
@@ -58,6 +54,14 @@ bool ipv6ToBeOn(const Files& files) {
   if (const auto set = files.Read(kIpv6SwitchFile))
     return valueOf(parseAssignments(*set), kAll) != "1";
   return files.ReadLine("/proc/sys/net/ipv6/conf/all/disable_ipv6") == "0";
+}
+
+std::string withIpv6Switch(std::string_view text, bool enabled) {
+  std::string result(text);
+  for (const char* key : {kAll, kDefault})
+    if (const char* value = enabled ? "0" : "1"; valueOf(parseAssignments(result), key) != value)
+      result = withAssignment(result, key, value);
+  return result;
 }
 
 void writeIpv6Enabled(const Files& files, bool enabled) try {

@@ -8,6 +8,7 @@
 #include <system_error>
 
 #include "hostctl/lib/exception.h"
+#include "hostseam/domain_name.h"
 #include "linux/network/foreign.h"
 #include "linux/network/ip_file.h"
 #include "linux/network/ip_settings.h"
@@ -39,18 +40,11 @@ std::string_view labelOf(std::string_view name) {
   return name.substr(0, name.find('.'));
 }
 
-/// What a line of resolv.conf can hold.
-void refuseNoDomain(const std::string& domain) {
-  const bool plain = std::all_of(domain.begin(), domain.end(), [](char c) {
-    return static_cast<unsigned char>(c) > ' ' && c != '#' && c != ';' && c != '~' && c != '\x7f';
-  });
-  if (domain.empty() || !plain) throw HostCtlException(kOperation, domain, "is no domain");
-}
-
 std::vector<std::string> eachOnce(const std::vector<std::string>& domains) {
   std::vector<std::string> once;
   for (const auto& domain : domains) {
-    refuseNoDomain(domain);
+    if (!HostSeam::isDomainName(domain))
+      throw HostCtlException(kOperation, domain, "is no domain name");
     if (std::none_of(once.begin(), once.end(),
                      [&](const auto& other) { return equalIgnoringCase(other, domain); }))
       once.push_back(domain);
@@ -230,6 +224,7 @@ void writeDns(const Files& files, const DnsChange& asked) try {
   const std::string old = readHostname(files), stored = files.ReadLine(kHostnameFile);
   const std::string name = nameAfter(old, change);
   const bool renames = (change.hostname || change.domain) && (name != old || name != stored);
+  if (renames && labelOf(name).empty()) throw HostCtlException(kOperation, name, "is no host name");
   if (renames) setStaticHostname(kOperation, name);
   try {
     resolver.Carry();

@@ -5,8 +5,8 @@
 
 #include "hostseam/management_nic.h"
 #include "linux/kernel_nics.h"
+#include "linux/network/interface_file.h"
 #include "linux/network/ip_file.h"
-#include "linux/network/own_files.h"
 #include "linux/network_file.h"
 #include "linux/pnics.h"
 
@@ -19,14 +19,21 @@ void addFromFiles(const Files& files, LinkRow& link) {
   link.ipv6 = files.ReadLine("/proc/sys/net/ipv6/conf/" + link.name + "/disable_ipv6") == "0";
 }
 
-/// An uplink's file of ours says nothing about IP.
-void addConfigured(const OwnFiles& own, HostSeam::KernelNic& nic) {
-  const std::string name = std::string(kOwnNetworkFiles) + nic.name + ".network";
-  if (!own.Exists(name)) return;
-  const IniFile file = own.Read(name);
-  nic.setUpByKiva = nic.setUpByKiva || file.Get("Network", "DHCP").has_value();
+void configureBy(const IniFile& file, HostSeam::KernelNic& nic) {
   nic.configured = ipConfigIn(file);
   nic.running.SetDhcpDns(nic.configured.GetDnsFromDhcp());
+}
+
+/// An uplink's file of ours says nothing about IP.
+void addConfigured(const Files& files, const OwnFiles& own, HostSeam::KernelNic& nic) {
+  const std::string name = std::string(kOwnNetworkFiles) + nic.name + ".network";
+  if (own.Exists(name)) {
+    const IniFile file = own.Read(name);
+    nic.setUpByKiva = nic.setUpByKiva || file.Get("Network", "DHCP").has_value();
+    configureBy(file, nic);
+  } else if (const auto file = fileOfOthers(files, nic.name); file && isUnderstood(*file)) {
+    configureBy(*file, nic);
+  }
 }
 
 bool isMade(const HostSeam::KernelNic& nic) {
@@ -43,13 +50,20 @@ std::vector<HostSeam::KernelNic> readKernelNics(const Files& files, const std::s
   const OwnFiles own(files);
   for (auto& nic : nics) {
     refine(nic, reported);
-    addConfigured(own, nic);
+    addConfigured(files, own, nic);
     nic.macAddress = files.ReadLine("/sys/class/net/" + nic.name + "/address");
   }
   // The one that Kiva made goes before one that it only configures.
   if (std::any_of(nics.begin(), nics.end(), isMade))
     for (auto& nic : nics) nic.setUpByKiva = isMade(nic);
   return nics;
+}
+
+std::optional<HostSeam::KernelNic> readKernelNic(const Files& files, const std::string& operation,
+                                                 const std::string& name) {
+  for (auto& nic : readKernelNics(files, operation, {}))
+    if (nic.name == name) return std::move(nic);
+  return std::nullopt;
 }
 
 std::optional<HostSeam::KernelNic> readManagementNic(const Files& files,
