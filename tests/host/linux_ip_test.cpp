@@ -310,10 +310,13 @@ TEST_F(LinuxIp, RefusedWithEverythingAsItWas) {
     lab.StartNetworkd();
     Write("10.9.0.7/24 off");
     const auto before = Files().Read(kFile);
+    auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(failureOf([] { Write("10.9.0.8/24 fd00:9::1/64"); }),
               "SetIpConfig eth0: systemd-networkd did not set the address fd00:9::1 within 10 "
               "seconds")
         << "it is the peer's";
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(16))
+        << "nobody waits for it again";
     EXPECT_EQ(Files().Read(kFile), before);
     EXPECT_TRUE(waitUntil([] { return Ipv4().starts_with("10.9.0.7 "); }));
 
@@ -337,7 +340,7 @@ TEST_F(LinuxIp, RefusedWithEverythingAsItWas) {
     }
     ASSERT_TRUE(shell("rm /etc/network/interfaces"));
     lab.HangBus();
-    const auto start = std::chrono::steady_clock::now();
+    start = std::chrono::steady_clock::now();
     EXPECT_EQ(failureOf([&] { Network().ReleaseLease(kNic); }),
               "ReleaseLease eth0: the system bus: Connection timed out");
     EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::seconds(9));

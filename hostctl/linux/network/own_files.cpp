@@ -89,9 +89,9 @@ void OwnFiles::Write(const FileChange& change) const {
   }
 }
 
-void OwnFiles::PutBack(const std::vector<FileChange>& old, const TakeOver& takeOver) const try {
+void OwnFiles::PutBack(const std::vector<FileChange>& old, const TakeOver* takeOver) const try {
   std::for_each(old.rbegin(), old.rend(), [&](const FileChange& change) { Write(change); });
-  if (takeOver) takeOver();
+  if (takeOver) (*takeOver)();
 } catch (const std::exception& error) {
   syslog(LOG_USER | LOG_ERR, "The network's old files could not be put back: %s", error.what());
 }
@@ -103,7 +103,7 @@ bool OwnFiles::Change(const std::string& operation, const std::string& object,
   std::stable_sort(changes.begin(), changes.end(),
                    [](const FileChange& a, const FileChange& b) { return rank(a) < rank(b); });
   std::vector<FileChange> old;
-  TakeOver again;
+  const TakeOver* again = nullptr;
   try {
     makeReadableFolder(files_.Path(kNetworkFolder));
     for (const auto& change : changes) {
@@ -111,7 +111,7 @@ bool OwnFiles::Change(const std::string& operation, const std::string& object,
       Write(change);
       old.push_back(std::move(before));
     }
-    again = takeOver;
+    again = &takeOver;
     takeOver();
   } catch (const HostCtlException&) {
     PutBack(old, again);

@@ -32,7 +32,8 @@ void makeReadableFolder(const std::string& folder);
 /// touched.
 class OwnFiles {
  public:
-  /// What makes the written files the network's configuration; it throws when they are refused.
+  /// What makes the written files the network's configuration; it throws when they are refused. It
+  /// is called once more, never a copy of it, when the old files are put back.
   using TakeOver = std::function<void()>;
 
   /// `files` outlives it.
@@ -63,7 +64,7 @@ class OwnFiles {
  private:
   std::optional<std::string> Text(const std::string& name) const;
   void Write(const FileChange& change) const;
-  void PutBack(const std::vector<FileChange>& old, const TakeOver& takeOver) const;
+  void PutBack(const std::vector<FileChange>& old, const TakeOver* takeOver) const;
 
   const Files& files_;
 };
