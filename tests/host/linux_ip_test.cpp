@@ -216,6 +216,12 @@ TEST_F(LinuxIp, LeasesAreRenewedAndGivenBack) {
       if (way == 0) shell("ip link set eth0 up"), Network().RenewLease(kNic, LeaseRenewal::Ipv4);
       EXPECT_TRUE(leased()) << way;
     }
+    release();
+    Network().SetNicUp(kNic, false);
+    lab.StopBus();
+    EXPECT_NE(failureOf([] { Network().SetNicUp(kNic, true); }).find("the system bus: "),
+              std::string::npos);
+    EXPECT_EQ(ended("cat /sys/class/net/eth0/flags").output, "0x1003\n") << "up all the same";
   });
 }
 

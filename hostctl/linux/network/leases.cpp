@@ -72,8 +72,8 @@ bool hasCarrier(const std::string& operation, const std::string& interface) {
 }
 
 void takeUp(const Files& files, const std::string& operation, const std::string& interface) {
-  if (takeReleaseBack(files, interface)) reloadFor(files, operation, interface);
   setLinkUp(operation, interface, true);
+  if (takeReleaseBack(files, interface)) reloadFor(files, operation, interface);
   const bool came = waitFor(kInForceWithin, [&] { return hasCarrier(operation, interface); });
   reconfigureLink(operation, interface, indexOf(files, interface));
   if (!came)
