@@ -121,7 +121,12 @@ TEST_F(SampleNetwork, FollowsWhatIsConfiguredAndOffered) {
        "dhcp 10.20.30.40/24 via 10.20.30.1; " + noLease + "; 10.20.30.2"},
       {[] { Nic()->Disable(); },
        "dhcp 0.0.0.0/0 via 10.20.30.1; dhcp ra via 2001:db8:20::1; 10.20.30.2"},
-      {[] { Nic()->Enable(); }, "dhcp 10.20.30.40/24 via 10.20.30.1; " + all + servers},
+      {[&] {
+         host.Set("/faults", {{"Disable", "no"}});
+         EXPECT_THROW(Nic()->Restart(), HostCtl::Lib::HostCtlException);
+         host.Set("/faults", Json::object());
+       },
+       "dhcp 10.20.30.40/24 via 10.20.30.1; " + all + servers},
       {[] { MakeStatic("10.20.30.77"); },
        "set 10.20.30.77/24 via 0.0.0.0; " + all + "; 2001:db8:20::53"},
       {[&] { routing.SetTarnDefaultGateway(ipv4("10.20.30.9"), false); },

@@ -22,7 +22,7 @@ void releaseLease(const Files& files, const std::string& interface);
 /// Lets networkd ask again from its next reload on; false where no lease was given back.
 bool takeReleaseBack(const Files& files, const std::string& interface);
 
-/// Takes the interface down, or up, whatever of the rest fails: then waits for its carrier, ten
+/// Takes the interface down, or up whatever of the rest fails: then waits for its carrier, ten
 /// seconds at most, has networkd configure it, and waits for its static addresses.
 void setNicUp(const Files& files, const std::string& interface, bool up);
 
