@@ -225,6 +225,22 @@ TEST_F(LinuxIp, LeasesAreRenewedAndGivenBack) {
   });
 }
 
+TEST_F(LinuxIp, AReleaseIsOfOneInterface) {
+  InLab("dhcp4", [](const NetworkLab& lab) {
+    lab.Configure("50-all.network", "[Match]\nName=eth*\n[Network]\nDHCP=ipv4\n");
+    lab.StartAfresh();
+    const auto leased = [] {
+      return waitUntil(
+          [] { return ended("ip -4 -br addr show up | grep -c 10.9.0.5").output == "2\n"; });
+    };
+    ASSERT_TRUE(leased());
+    Network().ReleaseLease(kNic);
+    EXPECT_TRUE(waitUntil([&] { return lab.Logged("DHCPRELEASE") == 1; }));
+    EXPECT_TRUE(leased());
+    EXPECT_TRUE(Files().List("/run/systemd/network").empty());
+  });
+}
+
 TEST_F(LinuxIp, DownAndUpWithAStaticAddress) {
   InLab("", [](const NetworkLab& lab) {
     Write("10.9.0.7/24 off");

@@ -37,9 +37,13 @@ std::string dropInName(const std::string& interface) {
   return "kiva-released-" + interface + ".conf";
 }
 
-std::string dropInPath(const Files& files, int index, const std::string& interface) {
-  const std::string file = fs::path(networkFileOf(files, index)).filename();
-  return file.empty() ? "" : kDropIns + file + ".d/" + dropInName(interface);
+/// A file of others may be in force for other interfaces as well.
+bool isOurOwn(const std::string& fileInForce, const std::string& interface) {
+  return fs::path(fileInForce) == fs::path(kNetworkFolder) / ownFileName(interface, "network");
+}
+
+std::string dropInPath(const std::string& interface) {
+  return kDropIns + ownFileName(interface, "network") + ".d/" + dropInName(interface);
 }
 
 void tellServer(const Files& files, const std::string& operation, const std::string& interface,
@@ -114,12 +118,13 @@ void releaseLease(const Files& files, const std::string& interface) try {
   const char* operation = "ReleaseLease";
   refuseForeign(files, operation, interface);
   const int index = indexOf(files, interface);
-  const std::string dropIn = dropInPath(files, index, interface);
-  if (dropIn.empty())
+  const std::string inForce = networkFileOf(files, index);
+  if (inForce.empty())
     throw HostCtlException(operation, interface, "is not managed by systemd-networkd");
+  const std::string dropIn = dropInPath(interface);
   if (files.Exists(dropIn)) return;
   tellServer(files, operation, interface, index);
-  askNobody(files, operation, interface, dropIn);
+  if (isOurOwn(inForce, interface)) askNobody(files, operation, interface, dropIn);
 } catch (const std::system_error& error) {
   throw HostCtlException("ReleaseLease", interface, error.what());
 }
