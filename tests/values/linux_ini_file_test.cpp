@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include <future>
+
 #include "harness/hosts/machine.h"
 #include "harness/temporary_folder.h"
 #include "hostctl/lib/exception.h"
@@ -119,6 +121,16 @@ TEST_F(LinuxOwnFiles, TakenOverOnceAndOnlyWhenDifferent) {
   EXPECT_TRUE(Change({{"10-kiva-a.network", std::nullopt}}));
   EXPECT_EQ(seen_.size(), 2u);
   EXPECT_EQ(Folder(), "10-kiva-a.network.Xy12=half 10-kiva-b.netdev=2 50-others.network=x ");
+}
+
+TEST_F(LinuxOwnFiles, OneChangesTheNetworkAtATime) {
+  auto sole = own_.Lock();
+  EXPECT_EQ(failureOf([&] { own_.Lock(std::chrono::milliseconds(1)); }),
+            "change the network: another change of it is under way");
+  auto next = std::async(std::launch::async, [&] { return OwnFiles(files_).Lock(); });
+  EXPECT_EQ(next.wait_for(std::chrono::milliseconds(100)), std::future_status::timeout);
+  sole.Close();
+  EXPECT_EQ(next.wait_for(std::chrono::seconds(5)), std::future_status::ready);
 }
 
 TEST_F(LinuxOwnFiles, RefusedFilesArePutBack) {

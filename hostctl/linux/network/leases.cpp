@@ -59,6 +59,7 @@ void tellServer(const Files& files, const std::string& operation, const std::str
 
 void askNobody(const Files& files, const std::string& operation, const std::string& interface,
                const std::string& dropIn) {
+  const auto sole = OwnFiles(files).Lock();
   makeReadableFolder(fs::path(files.Path(dropIn)).parent_path());
   replaceFile(files.Path(dropIn), kAskNobody);
   try {
@@ -69,6 +70,14 @@ void askNobody(const Files& files, const std::string& operation, const std::stri
   }
 }
 
+/// False where no lease was given back.
+bool askAgain(const Files& files, const std::string& operation, const std::string& interface) {
+  const auto sole = OwnFiles(files).Lock();
+  const bool released = takeReleaseBack(files, interface);
+  if (released) reloadFor(files, operation, interface);
+  return released;
+}
+
 bool hasCarrier(const std::string& operation, const std::string& interface) {
   const auto links = readLinks(operation);
   return std::any_of(links.begin(), links.end(),
@@ -77,7 +86,7 @@ bool hasCarrier(const std::string& operation, const std::string& interface) {
 
 void takeUp(const Files& files, const std::string& operation, const std::string& interface) {
   setLinkUp(operation, interface, true);
-  if (takeReleaseBack(files, interface)) reloadFor(files, operation, interface);
+  askAgain(files, operation, interface);
   const bool came = waitFor(kInForceWithin, [&] { return hasCarrier(operation, interface); });
   reconfigureLink(operation, interface, indexOf(files, interface));
   if (!came)
@@ -106,9 +115,8 @@ void renewLease(const Files& files, const std::string& interface, LeaseRenewal w
   const char* operation = "RenewLease";
   refuseForeign(files, operation, interface);
   const int index = indexOf(files, interface);
-  if (takeReleaseBack(files, interface))
-    reloadFor(files, operation, interface);
-  else if (what == LeaseRenewal::Ipv4)
+  if (askAgain(files, operation, interface)) return;
+  if (what == LeaseRenewal::Ipv4)
     renewLink(operation, interface, index);
   else
     reconfigureLink(operation, interface, index);

@@ -73,10 +73,14 @@ bool OwnFiles::Exists(const std::string& name) const {
   return files_.Exists(pathOf(name));
 }
 
-HostCtl::Lib::Descriptor OwnFiles::Lock() const {
+HostCtl::Lib::Descriptor OwnFiles::Lock(std::chrono::milliseconds turnWithin) const try {
   const std::string folder = files_.Path(kNetworkFolder);
   makeReadableFolder(folder);
-  return lockFolder(folder);
+  return lockFolder(folder, turnWithin);
+} catch (const std::system_error& error) {
+  const bool busy = error.code() == std::errc::operation_would_block;
+  throw HostCtlException("change", "the network",
+                         busy ? "another change of it is under way" : error.what());
 }
 
 void OwnFiles::Write(const FileChange& change) const {

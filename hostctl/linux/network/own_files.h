@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <optional>
 #include <string>
@@ -46,8 +47,10 @@ class OwnFiles {
   bool Exists(const std::string& name) const;
 
   /// Keeps others from changing the network: whoever reads files to write them anew holds this from
-  /// before the reading. Throws std::system_error.
-  HostCtl::Lib::Descriptor Lock() const;
+  /// before the reading. Waits for a change under way, and longer than one takes that is put back.
+  /// Throws HostCtlException.
+  HostCtl::Lib::Descriptor Lock(
+      std::chrono::milliseconds turnWithin = std::chrono::seconds(40)) const;
 
   /// Writes those of `changes` that differ from what is there and has them taken over; false when
   /// none differs, and then nothing was touched. Devices are written before what refers to them and

@@ -2,7 +2,6 @@
 #include "linux/network/switch_editor.h"
 
 #include <algorithm>
-#include <system_error>
 
 #include "hostctl/lib/exception.h"
 #include "linux/folder_lock.h"
@@ -23,19 +22,13 @@ bool anyBond(const Switches& switches) {
                      [](const Switch& one) { return one.HasBond(); });
 }
 
-HostCtl::Lib::Descriptor lockOwnFiles(const OwnFiles& own, const ChangeContext& context) try {
-  return own.Lock();
-} catch (const std::system_error& error) {
-  throw HostCtlException(context.operation, context.object, error.what());
-}
-
 }  // namespace
 
 SwitchEditor::SwitchEditor(const Files& files, ChangeContext context)
     : files_(files),
       own_(files),
       context_(std::move(context)),
-      lock_(lockOwnFiles(own_, context_)),
+      lock_(own_.Lock()),
       before_(readSwitchFiles(own_)),
       after_(before_) {}
 
