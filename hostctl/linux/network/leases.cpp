@@ -111,7 +111,7 @@ bool takeReleaseBack(const Files& files, const std::string& interface) {
   return taken;
 }
 
-void renewLease(const Files& files, const std::string& interface, LeaseRenewal what) {
+void renewLease(const Files& files, const std::string& interface, LeaseRenewal what) try {
   const char* operation = "RenewLease";
   refuseForeign(files, operation, interface);
   const int index = indexOf(files, interface);
@@ -120,6 +120,8 @@ void renewLease(const Files& files, const std::string& interface, LeaseRenewal w
     renewLink(operation, interface, index);
   else
     reconfigureLink(operation, interface, index);
+} catch (const std::system_error& error) {
+  throw HostCtlException("RenewLease", interface, error.what());
 }
 
 void releaseLease(const Files& files, const std::string& interface) try {
@@ -137,13 +139,15 @@ void releaseLease(const Files& files, const std::string& interface) try {
   throw HostCtlException("ReleaseLease", interface, error.what());
 }
 
-void setNicUp(const Files& files, const std::string& interface, bool up) {
+void setNicUp(const Files& files, const std::string& interface, bool up) try {
   const char* operation = up ? "Enable" : "Disable";
   refuseForeign(files, operation, interface);
   if (up)
     takeUp(files, operation, interface);
   else
     takeDown(files, operation, interface);
+} catch (const std::system_error& error) {
+  throw HostCtlException(up ? "Enable" : "Disable", interface, error.what());
 }
 
 }  // namespace HostLinux
