@@ -155,6 +155,18 @@ TEST_F(LinuxOwnFiles, RefusedFilesArePutBack) {
   EXPECT_TRUE(failed.starts_with("AddUplink pnic0: ")) << failed;
   EXPECT_EQ(own_.Read("10-kiva-a.network").Text(), "1");
   EXPECT_EQ(seen_.size(), 3u) << "of these networkd was never told";
+
+  // Nor does what cannot be put back keep the rest from it.
+  const std::string c = "/etc/systemd/network/10-kiva-c.network";
+  const auto blocked = [&] {
+    std::filesystem::remove(files_.Path(c));
+    folder_.Write(c + "/x", "");
+    TakeOver();
+  };
+  refuseAt_ = 4;
+  const std::vector<FileChange> two = {{"10-kiva-a.network", "7"}, {"10-kiva-c.network", "8"}};
+  EXPECT_EQ(failureOf([&] { own_.Change("op", "object", two, blocked); }), "networkd says no");
+  EXPECT_EQ(own_.Read("10-kiva-a.network").Text(), "1");
 }
 
 }  // namespace

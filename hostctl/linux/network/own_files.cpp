@@ -38,6 +38,13 @@ int rank(const FileChange& change) {
   return isDevice(change) ? 3 : 2;
 }
 
+/// One step of a way back, which goes on whatever fails.
+void attempt(const std::function<void()>& step) try {
+  step();
+} catch (const std::exception& error) {
+  syslog(LOG_USER | LOG_ERR, "The network's old files could not be put back: %s", error.what());
+}
+
 }  // namespace
 
 std::string ownFileName(const std::string& subject, const std::string& kind) {
@@ -93,11 +100,10 @@ void OwnFiles::Write(const FileChange& change) const {
   }
 }
 
-void OwnFiles::PutBack(const std::vector<FileChange>& old, const TakeOver* takeOver) const try {
-  std::for_each(old.rbegin(), old.rend(), [&](const FileChange& change) { Write(change); });
-  if (takeOver) (*takeOver)();
-} catch (const std::exception& error) {
-  syslog(LOG_USER | LOG_ERR, "The network's old files could not be put back: %s", error.what());
+void OwnFiles::PutBack(const std::vector<FileChange>& old, const TakeOver* takeOver) const {
+  std::for_each(old.rbegin(), old.rend(),
+                [&](const FileChange& change) { attempt([&] { Write(change); }); });
+  if (takeOver) attempt(*takeOver);
 }
 
 bool OwnFiles::Change(const std::string& operation, const std::string& object,
