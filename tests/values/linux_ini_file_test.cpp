@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <future>
 
@@ -124,7 +125,13 @@ TEST_F(LinuxOwnFiles, TakenOverOnceAndOnlyWhenDifferent) {
 }
 
 TEST_F(LinuxOwnFiles, OneChangesTheNetworkAtATime) {
+  const auto mask = umask(077);
   auto sole = own_.Lock();
+  umask(mask);
+  for (const char* folder : {"/etc", "/etc/systemd", "/etc/systemd/network"})
+    EXPECT_EQ(std::filesystem::status(files_.Path(folder)).permissions(),
+              static_cast<std::filesystem::perms>(0755))
+        << folder;
   EXPECT_EQ(failureOf([&] { own_.Lock(std::chrono::milliseconds(1)); }),
             "change the network: another change of it is under way");
   auto next = std::async(std::launch::async, [&] { return OwnFiles(files_).Lock(); });
@@ -147,12 +154,14 @@ TEST_F(LinuxOwnFiles, RefusedFilesArePutBack) {
   EXPECT_EQ(seen_[1], "10-kiva-a.network=3 10-kiva-c.netdev=4 ");
   EXPECT_EQ(seen_[2], before) << "networkd has the old files again";
 
-  // A folder in a file's place cannot be written: what was written before it goes back as well.
+  // What cannot be written: what was written before it goes back as well.
   folder_.Write("/etc/systemd/network/10-kiva-d.network/x", "");
-  const auto failed = failureOf([&] {
-    Change({{"10-kiva-a.network", "5"}, {"10-kiva-d.network", "6"}});
-  });
-  EXPECT_TRUE(failed.starts_with("AddUplink pnic0: ")) << failed;
+  for (const auto& [name, why] : {std::pair(std::string("10-kiva-d.network"), "can be read"),
+                                  std::pair(std::string(300, 'n'), "File name too long")}) {
+    const auto failed = failureOf([&] { Change({{"10-kiva-a.network", "5"}, {name, "6"}}); });
+    EXPECT_TRUE(failed.starts_with("AddUplink pnic0: ") && failed.find(why) != failed.npos)
+        << failed;
+  }
   EXPECT_EQ(own_.Read("10-kiva-a.network").Text(), "1");
   EXPECT_EQ(seen_.size(), 3u) << "of these networkd was never told";
 

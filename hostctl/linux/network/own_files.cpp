@@ -55,7 +55,9 @@ std::string ownFileName(const std::string& subject, const std::string& kind) {
 
 void makeReadableFolder(const std::string& folder) {
   using enum fs::perms;
-  if (fs::create_directories(folder))
+  if (fs::is_directory(folder)) return;
+  makeReadableFolder(fs::path(folder).parent_path());
+  if (fs::create_directory(folder))
     fs::permissions(folder, owner_all | group_read | group_exec | others_read | others_exec);
 }
 
@@ -100,6 +102,13 @@ void OwnFiles::Write(const FileChange& change) const {
   }
 }
 
+void OwnFiles::DemandReadable(const std::string& operation, const std::string& object,
+                              const std::string& name) const {
+  std::error_code ignored;
+  if (!Text(name) && fs::exists(fs::symlink_status(files_.Path(pathOf(name)), ignored)))
+    throw HostCtlException(operation, object, pathOf(name) + " is no file that can be read");
+}
+
 void OwnFiles::PutBack(const std::vector<FileChange>& old, const TakeOver* takeOver) const {
   std::for_each(old.rbegin(), old.rend(),
                 [&](const FileChange& change) { attempt([&] { Write(change); }); });
@@ -108,6 +117,7 @@ void OwnFiles::PutBack(const std::vector<FileChange>& old, const TakeOver* takeO
 
 bool OwnFiles::Change(const std::string& operation, const std::string& object,
                       std::vector<FileChange> changes, const TakeOver& takeOver) const {
+  for (const auto& change : changes) DemandReadable(operation, object, change.name);
   std::erase_if(changes, [&](const FileChange& one) { return Text(one.name) == one.text; });
   if (changes.empty()) return false;
   std::stable_sort(changes.begin(), changes.end(),

@@ -25,7 +25,8 @@ struct FileChange {
 /// HostCtlException for a subject that is no interface's name.
 std::string ownFileName(const std::string& subject, const std::string& kind);
 
-/// Makes the folder where it is missing, for networkd to read whatever the umask.
+/// Makes the folder, an absolute path, and those above it where they are missing, for networkd to
+/// read whatever the umask.
 void makeReadableFolder(const std::string& folder);
 
 /// Kiva's own files in networkd's folder, which are all that Kiva keeps about the network.
@@ -55,9 +56,9 @@ class OwnFiles {
   /// Writes those of `changes` that differ from what is there and has them taken over; false when
   /// none differs, and then nothing was touched. Devices are written before what refers to them and
   /// go after it, otherwise the order is the caller's: wherever the power is cut, what networkd
-  /// finds refers to devices that there are. When writing or the take-over fails, the old files are
-  /// put back, taken over where the new ones were, and HostCtlException of `operation` and
-  /// `object` says why.
+  /// finds refers to devices that there are. What is there and cannot be read is not overwritten.
+  /// When writing or the take-over fails, the old files are put back, taken over where the new ones
+  /// were, and HostCtlException of `operation` and `object` says why.
   bool Change(const std::string& operation, const std::string& object,
               std::vector<FileChange> changes, const TakeOver& takeOver) const;
   /// The same with networkd's own reload.
@@ -66,6 +67,8 @@ class OwnFiles {
 
  private:
   std::optional<std::string> Text(const std::string& name) const;
+  void DemandReadable(const std::string& operation, const std::string& object,
+                      const std::string& name) const;
   void Write(const FileChange& change) const;
   void PutBack(const std::vector<FileChange>& old, const TakeOver* takeOver) const;
 
