@@ -32,10 +32,13 @@ bool isDevice(const FileChange& change) {
   return change.name.ends_with(".netdev");
 }
 
-/// 0: a device comes, 1: something refers to it, 2: nothing does any more, 3: it goes.
+/// 0: a device comes, 1: a link is left alone, 2: one is no port of a bridge or no more, 3: one is,
+/// 4: a device goes. So at no time has a bridge both the port that it had and the one that it gets,
+/// which would be a loop.
 int rank(const FileChange& change) {
-  if (change.text) return isDevice(change) ? 0 : 1;
-  return isDevice(change) ? 3 : 2;
+  if (isDevice(change)) return change.text ? 0 : 4;
+  if (!change.text) return 1;
+  return IniFile(*change.text).Get("Network", "Bridge") ? 3 : 2;
 }
 
 /// One step of a way back, which goes on whatever fails.
@@ -51,6 +54,12 @@ std::string ownFileName(const std::string& subject, const std::string& kind) {
   if (!isPlainName(subject) || subject.size() > kLongestInterface)
     throw HostCtlException("write a network file", subject, "not the name of an interface");
   return std::string(kOwnNetworkFiles) + subject + "." + kind;
+}
+
+std::vector<FileChange> inWritingOrder(std::vector<FileChange> changes) {
+  std::stable_sort(changes.begin(), changes.end(),
+                   [](const FileChange& a, const FileChange& b) { return rank(a) < rank(b); });
+  return changes;
 }
 
 void makeReadableFolder(const std::string& folder) {
@@ -120,8 +129,7 @@ bool OwnFiles::Change(const std::string& operation, const std::string& object,
   for (const auto& change : changes) DemandReadable(operation, object, change.name);
   std::erase_if(changes, [&](const FileChange& one) { return Text(one.name) == one.text; });
   if (changes.empty()) return false;
-  std::stable_sort(changes.begin(), changes.end(),
-                   [](const FileChange& a, const FileChange& b) { return rank(a) < rank(b); });
+  changes = inWritingOrder(std::move(changes));
   std::vector<FileChange> old;
   const TakeOver* again = nullptr;
   try {

@@ -25,6 +25,11 @@ struct FileChange {
 /// HostCtlException for a subject that is no interface's name.
 std::string ownFileName(const std::string& subject, const std::string& kind);
 
+/// Devices before what refers to them, and gone after it; a link leaves a bridge before another one
+/// becomes its port; otherwise the caller's order. So wherever the power is cut, what networkd
+/// finds refers to devices that there are and makes no loop.
+std::vector<FileChange> inWritingOrder(std::vector<FileChange> changes);
+
 /// Makes the folder, an absolute path, and those above it where they are missing, for networkd to
 /// read whatever the umask.
 void makeReadableFolder(const std::string& folder);
@@ -54,11 +59,9 @@ class OwnFiles {
       std::chrono::milliseconds turnWithin = std::chrono::seconds(40)) const;
 
   /// Writes those of `changes` that differ from what is there and has them taken over; false when
-  /// none differs, and then nothing was touched. Devices are written before what refers to them and
-  /// go after it, otherwise the order is the caller's: wherever the power is cut, what networkd
-  /// finds refers to devices that there are. What is there and cannot be read is not overwritten.
-  /// When writing or the take-over fails, the old files are put back, taken over where the new ones
-  /// were, and HostCtlException of `operation` and `object` says why.
+  /// none differs, and then nothing was touched. What is there and cannot be read is not
+  /// overwritten. When writing or the take-over fails, the old files are put back, taken over where
+  /// the new ones were, and HostCtlException of `operation` and `object` says why.
   bool Change(const std::string& operation, const std::string& object,
               std::vector<FileChange> changes, const TakeOver& takeOver) const;
   /// The same with networkd's own reload.
