@@ -182,6 +182,9 @@ TEST_F(LinuxSwitch, RefusalsChangeNothing) {
     EXPECT_EQ(failureOf([&] { lab.network_.AddUplink("vSwitch0", "pnic1"); }),
               "AddUplink eth1: is configured by ifupdown (/etc/network/interfaces)");
     EXPECT_EQ(lab.Folder(), before);
+    ASSERT_TRUE(shell("rm /etc/network/interfaces; ip link del eth1"));
+    EXPECT_EQ(failureOf([&] { lab.network_.AddUplink("vSwitch0", "pnic1"); }),
+              "AddUplink pnic1: there is no adapter pnic1");
     if (bonds || vlans) GTEST_SKIP() << "this kernel has bonding or VLAN filtering";
   });
 }

@@ -84,9 +84,8 @@ Switch& SwitchEditor::SwitchNamed(const std::string& name) {
 }
 
 std::string SwitchEditor::NicNamed(const std::string& pnic) {
-  const auto nics = physicalNics(files_);
-  for (std::size_t i = 0; i < nics.size(); ++i)
-    if (pnicName(i) == pnic) return nics[i];
+  for (const auto& nic : physicalNics(files_))
+    if (nic.pnic == pnic) return nic.kernel;
   if (switchWithUplink(after_, pnic)) return pnic;
   Refuse("there is no adapter " + pnic);
 }

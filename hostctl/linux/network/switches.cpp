@@ -25,12 +25,6 @@ namespace {
 constexpr std::chrono::seconds kAddressWithin{10};
 constexpr std::chrono::milliseconds kLook{20};
 
-/// An adapter that is gone keeps the kernel's name.
-std::string pnicNamed(const std::vector<std::string>& nics, const std::string& nic) {
-  const auto found = std::find(nics.begin(), nics.end(), nic);
-  return found == nics.end() ? nic : pnicName(static_cast<std::size_t>(found - nics.begin()));
-}
-
 auto findUplink(Switch& of, const std::string& nic) {
   return std::find_if(of.uplinks.begin(), of.uplinks.end(),
                       [&](const SwitchUplink& uplink) { return uplink.nic == nic; });
@@ -93,13 +87,14 @@ std::vector<PnicRecord> readPnics(const Files& files, const std::vector<LinkRow>
   const auto nics = physicalNics(files);
   Switches switches = readSwitchFiles(OwnFiles(files));
   for (std::size_t i = 0; i < std::min(pnics.size(), nics.size()); ++i) {
-    if (Switch* of = switchWithUplink(switches, nics[i])) {
+    const std::string& nic = nics[i].kernel;
+    if (Switch* of = switchWithUplink(switches, nic)) {
       pnics[i].switchName = of->name;
-      const auto uplink = findUplink(*of, nics[i]);
+      const auto uplink = findUplink(*of, nic);
       if (!uplink->permanentAddress.empty()) pnics[i].macAddress = uplink->permanentAddress;
     }
     for (const LinkRow& link : links)
-      if (link.name == nics[i] && !link.permanentAddress.empty())
+      if (link.name == nic && !link.permanentAddress.empty())
         pnics[i].macAddress = link.permanentAddress;
   }
   return pnics;
