@@ -182,7 +182,11 @@ TEST_F(LinuxSwitch, RefusalsChangeNothing) {
     EXPECT_EQ(failureOf([&] { lab.network_.AddUplink("vSwitch0", "pnic1"); }),
               "AddUplink eth1: is configured by ifupdown (/etc/network/interfaces)");
     EXPECT_EQ(lab.Folder(), before);
-    ASSERT_TRUE(shell("rm /etc/network/interfaces; ip link del eth1"));
+    ASSERT_TRUE(shell("rm /etc/network/interfaces"));
+    lab.lab_.Configure("10-kiva-eth1.network", "[Match]\nName=eth1\n[Network]\nDHCP=ipv4\n");
+    EXPECT_EQ(failureOf([&] { lab.network_.AddUplink("vSwitch0", "pnic1"); }),
+              "AddUplink pnic1: eth1 has an IP configuration of its own");
+    ASSERT_TRUE(shell("ip link del eth1"));
     EXPECT_EQ(failureOf([&] { lab.network_.AddUplink("vSwitch0", "pnic1"); }),
               "AddUplink pnic1: there is no adapter pnic1");
     if (bonds || vlans) GTEST_SKIP() << "this kernel has bonding or VLAN filtering";

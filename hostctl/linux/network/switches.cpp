@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "hostctl/lib/exception.h"
+#include "linux/network/ip_file.h"
 #include "linux/network/mac_address.h"
 #include "linux/network/switch_editor.h"
 #include "linux/network/switch_files.h"
@@ -46,6 +47,14 @@ SwitchPortGroup& groupNamed(SwitchEditor& editor, const PortGroupName& name) {
   if (SwitchPortGroup* found = editor.SwitchNamed(name.switchName).FindPortGroup(name.name))
     return *found;
   editor.Refuse("there is no such port group on " + name.switchName);
+}
+
+/// An uplink has none, and what reaches the host by them should not be cut off in passing.
+void demandNoAddresses(SwitchEditor& editor, const std::string& nic) {
+  const auto config = ipConfigIn(editor.Own().Read(ownFileName(nic, "network")));
+  if (!config.GetIpv4UseNone() || config.GetIpv6UseDhcp() ||
+      !config.GetStaticIpv6Networks().empty())
+    editor.Refuse(nic + " has an IP configuration of its own");
 }
 
 void waitForAddress(const ChangeContext& context, const std::string& nic,
@@ -106,6 +115,7 @@ void addUplink(const Files& files, const std::string& switchName, const std::str
   const std::string nic = editor.NicNamed(pnic);
   Switch* old = switchWithUplink(editor.All(), nic);
   if (old == &target) return;
+  if (!old) demandNoAddresses(editor, nic);
   SwitchUplink added = old ? takeFrom(editor, *old, nic, switchName) : editor.NewUplink(nic);
   const auto active = static_cast<std::ptrdiff_t>(target.ActiveUplinks().size());
   target.uplinks.insert(target.uplinks.begin() + active, std::move(added));
