@@ -3,9 +3,11 @@
 
 #include <algorithm>
 #include <chrono>
+#include <fstream>
 
 #include "harness/hosts/network_lab.h"
 #include "linux/driver.h"
+#include "linux/network/name_settings.h"
 
 using namespace HostLinux;
 
@@ -318,6 +320,46 @@ TEST_F(LinuxIp, NamesAndServers) {
       return ended("cat /etc/resolv.conf").output == "search d.lan\nnameserver 10.9.0.1\n";
     })) << ended("cat /etc/resolv.conf").output;
     EXPECT_TRUE(Nic().configured.GetDnsFromDhcp());
+  });
+}
+
+TEST_F(LinuxIp, NameServersFollowTheLeases) {
+  InLab("", [](const NetworkLab& lab) {
+    const auto servers = [] { return ended("grep -v '^#' /etc/resolv.conf").output; };
+    const auto set = [](const char* server) {
+      std::ofstream("/etc/resolv.conf") << "# mine\nnameserver " << server << "\n";
+    };
+    const auto isLeftAlone = [] {
+      const std::string before = Trace();
+      followLeasedServers(Files());
+      return Trace() == before;
+    };
+    set("10.0.0.1");
+    Write("dhcp dns off");
+    ASSERT_TRUE(shell(KIVA_BINARY_DIR "/kiva-name-servers & echo $! >/run/follower"));
+    EXPECT_TRUE(isLeftAlone()) << "there is no other yet";
+    lab.Serve("dhcp4");
+    EXPECT_TRUE(waitUntil([&] { return servers() == "nameserver 10.9.0.1\n"; })) << servers();
+    set("10.0.0.2");
+    Network().RenewLease(kNic, LeaseRenewal::Ipv4AndIpv6);
+    EXPECT_TRUE(waitUntil([&] { return servers() == "nameserver 10.9.0.1\n"; })) << servers();
+
+    EXPECT_TRUE(isLeftAlone());
+    ASSERT_TRUE(shell("kill $(cat /run/follower); mkdir -p /etc/network"));
+    set("10.0.0.3");
+    ASSERT_TRUE(shell("echo iface eth0 inet dhcp >/etc/network/interfaces"));
+    EXPECT_TRUE(isLeftAlone()) << "somebody else's interface";
+    ASSERT_TRUE(
+        shell("rm /etc/network/interfaces; mv /etc/resolv.conf /run/resolv.conf;"
+              "ln -s /run/resolv.conf /etc/resolv.conf"));
+    EXPECT_TRUE(isLeftAlone()) << "a link";
+    ASSERT_TRUE(shell("mv /run/resolv.conf /etc/resolv.conf"));
+    for (const char* config : {"dhcp off", "10.9.0.7/24 off"}) {
+      Write(config);
+      ASSERT_TRUE(waitUntil([] { return !Ipv4().starts_with("0.0.0.0 "); }));
+      EXPECT_TRUE(isLeftAlone()) << config;
+    }
+    EXPECT_EQ(servers(), "nameserver 10.0.0.3\n");
   });
 }
 

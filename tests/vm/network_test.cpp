@@ -48,8 +48,7 @@ class VmNetwork : public InstalledMachine {
     ExpectSeen("10.20.0.5", 1);
   }
 
- private:
-  std::vector<std::string> nics_;
+  std::vector<std::string> nics_;  ///< The kernel's names of the hub's NICs.
 };
 
 TEST_F(VmNetwork, JoinsUplinksInAVlan) {
@@ -75,7 +74,7 @@ TEST_F(VmNetwork, JoinsUplinksInAVlan) {
 
   // A trunk hands on the frames of all VLANs as they are.
   LogIn();
-  Change({{"choose:VLAN", "wait:VLAN ID", "type:4095", "Enter"}});
+  Change({{"choose:VLAN", "wait:VLAN ID", "type:4095", "Enter", "wait:Warning", "Enter"}});
   Shell(
       "ip link add link tarn0 name tagged type vlan id 20; ip addr add 10.20.0.6/24 dev tagged; "
       "ip link set tagged up");
@@ -87,6 +86,23 @@ TEST_F(VmNetwork, JoinsUplinksInAVlan) {
           {"Up", "Enter", "focus:[X] pnic1", "Space", "Enter"}});
   ExpectSeen("10.20.0.5", 2);
   Shell("! ls /proc/net/bonding/*");
+}
+
+// Whoever controls an Open vSwitch bridge decides on its ports and their VLANs.
+TEST_F(VmNetwork, LeavesADistributedSwitchAlone) {
+  Shell("systemctl start openvswitch-switch && ovs-vsctl add-br dvs0 && ovs-vsctl add-port dvs0 " +
+        nics_[0] +
+        " && ovs-vsctl add-port dvs0 mgmt0 -- set interface mgmt0 type=internal &&"
+        " ovs-vsctl set-fail-mode dvs0 standalone && ovs-vsctl set-controller dvs0 tcp:127.0.0.1 &&"
+        " ip addr add 10.9.0.5/24 dev mgmt0 && ip link set mgmt0 up &&"
+        " ip route add default via 10.9.0.1 dev mgmt0");
+  Shell("halocli network ip list | grep -x 'mgmt0 *Connection *- *distributed dvs0 *'");
+  const std::string state = "ovs-vsctl show; ip -br addr show mgmt0; ip route";
+  const std::string before = Shell(state);
+  LogIn();
+  Change({{"choose:Network Adapters", "focus:[ ] pnic2", "Space", "Enter"},
+          {"choose:VLAN", "wait:VLAN ID", "type:20", "Enter"}});
+  EXPECT_EQ(Shell(state), before);
 }
 
 }  // namespace

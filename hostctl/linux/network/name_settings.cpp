@@ -91,6 +91,10 @@ class ResolverChange {
                change.searchDomains.value_or(now.searchDomains) != now.searchDomains;
   }
 
+  bool IsForeign() const {
+    return !interface_.empty() && !foreignManagerOf(files_, interface_).empty();
+  }
+
   void Carry() {
     const bool writes = IsOurs() && text_ != old_.value_or("");
     const bool changesFile = hasFile_ && file_.Text() != own_.Read(name_).Text();
@@ -234,6 +238,14 @@ void writeDns(const Files& files, const DnsChange& asked) try {
     throw;
   }
   if (name != old) renameInHosts(files, old, name);
+} catch (const std::system_error& error) {
+  throw HostCtlException(kOperation, kResolverFile, error.what());
+}
+
+void followLeasedServers(const Files& files) try {
+  const auto sole = OwnFiles(files).Lock();
+  ResolverChange resolver(files, {});
+  if (!resolver.IsForeign()) resolver.Carry();
 } catch (const std::system_error& error) {
   throw HostCtlException(kOperation, kResolverFile, error.what());
 }
