@@ -15,15 +15,14 @@ using HostCtl::Lib::Descriptor;
 
 namespace {
 
-constexpr std::chrono::seconds kTurnWithin{5};
 constexpr std::chrono::milliseconds kLook{20};
 
 }  // namespace
 
-Descriptor lockFolder(const std::string& folder) {
+Descriptor lockFolder(const std::string& folder, std::chrono::milliseconds turnWithin) {
   Descriptor opened(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (!opened) throw std::system_error(errno, std::generic_category(), folder);
-  const auto end = std::chrono::steady_clock::now() + kTurnWithin;
+  const auto end = std::chrono::steady_clock::now() + turnWithin;
   while (flock(opened.Get(), LOCK_EX | LOCK_NB) != 0) {
     if (errno != EWOULDBLOCK || std::chrono::steady_clock::now() > end)
       throw std::system_error(errno, std::generic_category(), folder);

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <map>
+#include <mutex>
 
 #include "linux/text.h"
 
@@ -42,27 +44,50 @@ PnicRecord readPnic(const Files& files, const std::string& name) {
   return pnic;
 }
 
+bool contains(const std::vector<std::string>& names, const std::string& name) {
+  return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+/// The NICs that this program has seen on the machine, in the order in which it did.
+std::vector<std::string> everSeen(const Files& files, const std::vector<std::string>& present) {
+  static std::mutex mutex;
+  static std::map<std::string, std::vector<std::string>> ofMachines;
+  const std::lock_guard alone(mutex);
+  auto& seen = ofMachines[files.Path("/")];
+  for (const auto& nic : present)
+    if (!contains(seen, nic)) seen.push_back(nic);
+  return seen;
+}
+
 }  // namespace
 
 std::string masterOf(const Files& files, const std::string& name) {
   return std::filesystem::path(files.RealPath(kClass + name + "/master")).filename();
 }
 
-std::vector<std::string> physicalNics(const Files& files) {
-  auto names = files.List("/sys/class/net");
-  std::erase_if(names, [&](const auto& name) { return !files.Exists(kClass + name + "/device"); });
-  return names;
+std::vector<PhysicalNic> physicalNics(const Files& files) {
+  auto present = files.List("/sys/class/net");
+  std::erase_if(present, [&](const auto& nic) { return !files.Exists(kClass + nic + "/device"); });
+  std::vector<PhysicalNic> nics;
+  std::size_t number = 0;
+  for (const auto& nic : everSeen(files, present)) {
+    const std::string pnic = "pnic" + std::to_string(number++);
+    if (contains(present, nic)) nics.push_back({pnic, nic});
+  }
+  return nics;
 }
 
-std::string pnicName(std::size_t index) {
-  return "pnic" + std::to_string(index);
+std::string pnicNamed(const std::vector<PhysicalNic>& nics, const std::string& kernel) {
+  for (const auto& nic : nics)
+    if (nic.kernel == kernel) return nic.pnic;
+  return kernel;
 }
 
 std::vector<PnicRecord> readPnics(const Files& files) {
   std::vector<PnicRecord> pnics;
-  for (const auto& name : physicalNics(files)) {
-    pnics.push_back(readPnic(files, name));
-    pnics.back().name = pnicName(pnics.size() - 1);
+  for (const auto& nic : physicalNics(files)) {
+    pnics.push_back(readPnic(files, nic.kernel));
+    pnics.back().name = nic.pnic;
   }
   return pnics;
 }

@@ -8,14 +8,21 @@
 
 namespace HostLinux {
 
-/// The kernel's names of the physical NICs, in natural order; the console calls them pnic0, pnic1,
-/// ….
-std::vector<std::string> physicalNics(const Files& files);
-std::string pnicName(std::size_t index);
+/// A physical NIC: a network interface that hangs on a device.
+struct PhysicalNic {
+  std::string pnic;    ///< what the console calls it: "pnic0"
+  std::string kernel;  ///< "eth0"
+};
 
-/// The physical NICs: the network interfaces that hang on a device, named pnic0, pnic1, … in the
-/// order of the kernel's own names, which their descriptions begin with. A NIC without a link has
-/// speed 0; its switch is the bridge that it is a port of.
+/// Those that are there. Their numbers are positions among the kernel's names in natural order,
+/// when they are first asked for; from then on this program calls a NIC what it called it, however
+/// many come and go: a new one gets the next number, and that of one that is gone is nobody's.
+std::vector<PhysicalNic> physicalNics(const Files& files);
+/// An adapter that is gone keeps the kernel's name.
+std::string pnicNamed(const std::vector<PhysicalNic>& nics, const std::string& kernel);
+
+/// The physical NICs, in the order of their numbers; descriptions begin with the kernel's name. A
+/// NIC without a link has speed 0; its switch is the bridge that it is a port of.
 std::vector<HostCtl::Network::PnicRecord> readPnics(const Files& files);
 
 /// The bridge or bond that the kernel interface `name` is a port of, or an empty text.

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "src/tarn_nic_impl.h"
 
+#include "hostctl/lib/exception.h"
 #include "src/enter.h"
 
 namespace TarnCtl::Network {
 
 using namespace HostCtl::Network;
+using HostCtl::Lib::HostCtlException;
 
 namespace {
 
@@ -83,8 +85,17 @@ void TarnNicImpl::Enable() {
 }
 
 void TarnNicImpl::Restart() {
-  ReleaseLease();
-  Disable();
+  try {
+    ReleaseLease();
+    Disable();
+  } catch (const HostCtlException&) {
+    try {
+      Enable();
+    } catch (const HostCtlException&) {
+      // Why it is not restarted matters more.
+    }
+    throw;
+  }
   Enable();
 }
 

@@ -81,9 +81,18 @@ TEST_F(LinuxSwitch, RestoredNetworkAndAnotherUplink) {
     EXPECT_EQ(lab.SeenByPeer(), kMac0);
     EXPECT_EQ(lab.Link("eth0"), "vSwitch0 06:16:3e:00:00:00");
 
+    const auto use = [&](const std::vector<std::string>& pnics) {
+      lab.network_.WriteActiveUplinks({"vSwitch0", kGroup}, pnics);
+    };
+    use({});
+    lab.network_.AddUplink("vSwitch0", "pnic1");
+    for (const char* idle : {"eth1", "eth0"}) {
+      use({idle == std::string("eth1") ? "pnic0" : "pnic1"});
+      EXPECT_TRUE(lab.Link(idle).starts_with("- ")) << lab.Link(idle);
+      EXPECT_EQ(ended(std::string("cat /sys/class/net/") + idle + "/flags").output, "0x1003\n");
+    }
     lab.network_.RemoveUplink("vSwitch0", "pnic0");
     EXPECT_EQ(lab.Link("eth0"), "- " + kMac0) << "as it was before";
-    lab.network_.AddUplink("vSwitch0", "pnic1");
     lab.network_.WriteActiveUplinks({"vSwitch0", kGroup}, {"pnic1"});
     lab.network_.WriteMacAddress("tarn0", kMac1);
     EXPECT_EQ(lab.SeenByPeer(), kMac1);
@@ -177,6 +186,13 @@ TEST_F(LinuxSwitch, RefusalsChangeNothing) {
     EXPECT_EQ(failureOf([&] { lab.network_.AddUplink("vSwitch0", "pnic1"); }),
               "AddUplink eth1: is configured by ifupdown (/etc/network/interfaces)");
     EXPECT_EQ(lab.Folder(), before);
+    ASSERT_TRUE(shell("rm /etc/network/interfaces"));
+    lab.lab_.Configure("10-kiva-eth1.network", "[Match]\nName=eth1\n[Network]\nDHCP=ipv4\n");
+    EXPECT_EQ(failureOf([&] { lab.network_.AddUplink("vSwitch0", "pnic1"); }),
+              "AddUplink pnic1: eth1 has an IP configuration of its own");
+    ASSERT_TRUE(shell("ip link del eth1"));
+    EXPECT_EQ(failureOf([&] { lab.network_.AddUplink("vSwitch0", "pnic1"); }),
+              "AddUplink pnic1: there is no adapter pnic1");
     if (bonds || vlans) GTEST_SKIP() << "this kernel has bonding or VLAN filtering";
   });
 }

@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <future>
 
 #include "harness/hosts/machine.h"
 #include "harness/temporary_folder.h"
@@ -121,6 +124,22 @@ TEST_F(LinuxOwnFiles, TakenOverOnceAndOnlyWhenDifferent) {
   EXPECT_EQ(Folder(), "10-kiva-a.network.Xy12=half 10-kiva-b.netdev=2 50-others.network=x ");
 }
 
+TEST_F(LinuxOwnFiles, OneChangesTheNetworkAtATime) {
+  const auto mask = umask(077);
+  auto sole = own_.Lock();
+  umask(mask);
+  for (const char* folder : {"/etc", "/etc/systemd", "/etc/systemd/network"})
+    EXPECT_EQ(std::filesystem::status(files_.Path(folder)).permissions(),
+              static_cast<std::filesystem::perms>(0755))
+        << folder;
+  EXPECT_EQ(failureOf([&] { own_.Lock(std::chrono::milliseconds(1)); }),
+            "change the network: another change of it is under way");
+  auto next = std::async(std::launch::async, [&] { return OwnFiles(files_).Lock(); });
+  EXPECT_EQ(next.wait_for(std::chrono::milliseconds(100)), std::future_status::timeout);
+  sole.Close();
+  EXPECT_EQ(next.wait_for(std::chrono::seconds(5)), std::future_status::ready);
+}
+
 TEST_F(LinuxOwnFiles, RefusedFilesArePutBack) {
   ASSERT_TRUE(Change({{"10-kiva-a.network", "1"}, {"10-kiva-b.netdev", "2"}}));
   const std::string before = Folder();
@@ -135,14 +154,28 @@ TEST_F(LinuxOwnFiles, RefusedFilesArePutBack) {
   EXPECT_EQ(seen_[1], "10-kiva-a.network=3 10-kiva-c.netdev=4 ");
   EXPECT_EQ(seen_[2], before) << "networkd has the old files again";
 
-  // A folder in a file's place cannot be written: what was written before it goes back as well.
+  // What cannot be written: what was written before it goes back as well.
   folder_.Write("/etc/systemd/network/10-kiva-d.network/x", "");
-  const auto failed = failureOf([&] {
-    Change({{"10-kiva-a.network", "5"}, {"10-kiva-d.network", "6"}});
-  });
-  EXPECT_TRUE(failed.starts_with("AddUplink pnic0: ")) << failed;
+  for (const auto& [name, why] : {std::pair(std::string("10-kiva-d.network"), "can be read"),
+                                  std::pair(std::string(300, 'n'), "File name too long")}) {
+    const auto failed = failureOf([&] { Change({{"10-kiva-a.network", "5"}, {name, "6"}}); });
+    EXPECT_TRUE(failed.starts_with("AddUplink pnic0: ") && failed.find(why) != failed.npos)
+        << failed;
+  }
   EXPECT_EQ(own_.Read("10-kiva-a.network").Text(), "1");
   EXPECT_EQ(seen_.size(), 3u) << "of these networkd was never told";
+
+  // Nor does what cannot be put back keep the rest from it.
+  const std::string c = "/etc/systemd/network/10-kiva-c.network";
+  const auto blocked = [&] {
+    std::filesystem::remove(files_.Path(c));
+    folder_.Write(c + "/x", "");
+    TakeOver();
+  };
+  refuseAt_ = 4;
+  const std::vector<FileChange> two = {{"10-kiva-a.network", "7"}, {"10-kiva-c.network", "8"}};
+  EXPECT_EQ(failureOf([&] { own_.Change("op", "object", two, blocked); }), "networkd says no");
+  EXPECT_EQ(own_.Read("10-kiva-a.network").Text(), "1");
 }
 
 }  // namespace

@@ -130,6 +130,27 @@ TEST_F(LinuxSwitchFiles, KeepsWhatOthersWrote) {
   EXPECT_EQ(own_.List(), std::vector<std::string>{"10-kiva-tarn0.network"});
 }
 
+TEST_F(LinuxSwitchFiles, NoBridgeHasTwoUplinksWhereverTheWritingEnds) {
+  const SwitchUplink idle0{"eth0", "", false}, idle1{"eth1", "", false};
+  const std::vector<SwitchUplink> teams[] = {
+      {kEth0}, {kEth0, kEth1}, {kEth1, idle0}, {kEth0, idle1}};
+  const auto ports = [&] {
+    int count = 0;
+    for (const char* name : {"eth0", "eth1", "vSwitch0-bond"})
+      if (own_.Read(ownFileName(name, "network")).Get("Network", "Bridge")) ++count;
+    return count;
+  };
+  for (const auto& from : teams)
+    for (const auto& to : teams) {
+      Write({management(from, 0)});
+      for (const auto& step : inWritingOrder(switchFilesFor({management(to, 0)}, own_))) {
+        own_.Change("op", "object", {step}, [] {});
+        EXPECT_LE(ports(), 1) << step.name;
+      }
+      EXPECT_EQ(ports(), 1);
+    }
+}
+
 TEST(LinuxSwitchModel, VlansOfPorts) {
   using Ids = std::vector<int>;
   const PortVlans::Range all{1, 4094};

@@ -91,6 +91,17 @@ TEST_F(LinuxTree, PhysicalNicsAndConnections) {
       {"pnic0", "eth2 (ixgbe, PCI 8086:10FB)", "ixgbe", "00:11:22:33:44:55", true, 10000, "br0"},
       {"pnic1", "eth10 (ixgbe, PCI 8086:10FB)", "ixgbe", "00:11:22:33:44:55", false, 0, ""}};
   EXPECT_EQ(driver_.ReadPnics(), expected);
+  const auto called = [&] {
+    std::string text;
+    for (const auto& pnic : driver_.ReadPnics())
+      text += pnic.name + "=" + pnic.description.substr(0, pnic.description.find(' ')) + " ";
+    return text;
+  };
+  fs::rename(root_ + net + "eth2/device", root_ + "/unplugged");
+  Write(net + "eth0/device/uevent", "");
+  EXPECT_EQ(called(), "pnic1=eth10 pnic2=eth0 ") << "a name never means another adapter";
+  fs::rename(root_ + "/unplugged", root_ + net + "eth2/device");
+  EXPECT_EQ(called(), "pnic0=eth2 pnic1=eth10 pnic2=eth0 ");
   const Files files(root_);
   const Switches ours{{"vSwitch0", {}, {{"Group", 0}}, {{"tarn0", "Group"}}}};
   const OvsInterfaces known{{"vm7", ""}, {"eth9", "dvs0"}};

@@ -129,7 +129,12 @@ TEST_F(SampleNetwork, FollowsWhatIsConfiguredAndOffered) {
       {[] { Nic()->RenewLease(LeaseRenewal::Ipv4); }, lease + noLease + "; 10.20.30.2"},
       {[] { Nic()->Disable(); },
        "dhcp 0.0.0.0/0 via 10.20.30.1; dhcp ra via 2001:db8:20::1; 10.20.30.2"},
-      {[] { Nic()->Enable(); }, lease + all + servers},
+      {[&] {
+         host.Set("/faults", {{"Disable", "no"}});
+         EXPECT_THROW(Nic()->Restart(), HostCtl::Lib::HostCtlException);
+         host.Set("/faults", Json::object());
+       },
+       lease + all + servers},
       {[] { MakeStatic("10.20.30.77"); }, "set 10.20.30.77/24 via 0.0.0.0; " + own},
       {[&] { routing.SetTarnDefaultGateway(ipv4("10.20.30.9"), false), Nic()->Restart(); },
        "set 10.20.30.77/24 via 10.20.30.9; " + own},

@@ -37,9 +37,13 @@ std::string dropInName(const std::string& interface) {
   return "kiva-released-" + interface + ".conf";
 }
 
-std::string dropInPath(const Files& files, int index, const std::string& interface) {
-  const std::string file = fs::path(networkFileOf(files, index)).filename();
-  return file.empty() ? "" : kDropIns + file + ".d/" + dropInName(interface);
+/// A file of others may be in force for other interfaces as well.
+bool isOurOwn(const std::string& fileInForce, const std::string& interface) {
+  return fs::path(fileInForce) == fs::path(kNetworkFolder) / ownFileName(interface, "network");
+}
+
+std::string dropInPath(const std::string& interface) {
+  return kDropIns + ownFileName(interface, "network") + ".d/" + dropInName(interface);
 }
 
 void tellServer(const Files& files, const std::string& operation, const std::string& interface,
@@ -55,6 +59,7 @@ void tellServer(const Files& files, const std::string& operation, const std::str
 
 void askNobody(const Files& files, const std::string& operation, const std::string& interface,
                const std::string& dropIn) {
+  const auto sole = OwnFiles(files).Lock();
   makeReadableFolder(fs::path(files.Path(dropIn)).parent_path());
   replaceFile(files.Path(dropIn), kAskNobody);
   try {
@@ -65,6 +70,14 @@ void askNobody(const Files& files, const std::string& operation, const std::stri
   }
 }
 
+/// False where no lease was given back.
+bool askAgain(const Files& files, const std::string& operation, const std::string& interface) {
+  const auto sole = OwnFiles(files).Lock();
+  const bool released = takeReleaseBack(files, interface);
+  if (released) reloadFor(files, operation, interface);
+  return released;
+}
+
 bool hasCarrier(const std::string& operation, const std::string& interface) {
   const auto links = readLinks(operation);
   return std::any_of(links.begin(), links.end(),
@@ -72,8 +85,8 @@ bool hasCarrier(const std::string& operation, const std::string& interface) {
 }
 
 void takeUp(const Files& files, const std::string& operation, const std::string& interface) {
-  if (takeReleaseBack(files, interface)) reloadFor(files, operation, interface);
   setLinkUp(operation, interface, true);
+  askAgain(files, operation, interface);
   const bool came = waitFor(kInForceWithin, [&] { return hasCarrier(operation, interface); });
   reconfigureLink(operation, interface, indexOf(files, interface));
   if (!came)
@@ -98,39 +111,43 @@ bool takeReleaseBack(const Files& files, const std::string& interface) {
   return taken;
 }
 
-void renewLease(const Files& files, const std::string& interface, LeaseRenewal what) {
+void renewLease(const Files& files, const std::string& interface, LeaseRenewal what) try {
   const char* operation = "RenewLease";
   refuseForeign(files, operation, interface);
   const int index = indexOf(files, interface);
-  if (takeReleaseBack(files, interface))
-    reloadFor(files, operation, interface);
-  else if (what == LeaseRenewal::Ipv4)
+  if (askAgain(files, operation, interface)) return;
+  if (what == LeaseRenewal::Ipv4)
     renewLink(operation, interface, index);
   else
     reconfigureLink(operation, interface, index);
+} catch (const std::system_error& error) {
+  throw HostCtlException("RenewLease", interface, error.what());
 }
 
 void releaseLease(const Files& files, const std::string& interface) try {
   const char* operation = "ReleaseLease";
   refuseForeign(files, operation, interface);
   const int index = indexOf(files, interface);
-  const std::string dropIn = dropInPath(files, index, interface);
-  if (dropIn.empty())
+  const std::string inForce = networkFileOf(files, index);
+  if (inForce.empty())
     throw HostCtlException(operation, interface, "is not managed by systemd-networkd");
+  const std::string dropIn = dropInPath(interface);
   if (files.Exists(dropIn)) return;
   tellServer(files, operation, interface, index);
-  askNobody(files, operation, interface, dropIn);
+  if (isOurOwn(inForce, interface)) askNobody(files, operation, interface, dropIn);
 } catch (const std::system_error& error) {
   throw HostCtlException("ReleaseLease", interface, error.what());
 }
 
-void setNicUp(const Files& files, const std::string& interface, bool up) {
+void setNicUp(const Files& files, const std::string& interface, bool up) try {
   const char* operation = up ? "Enable" : "Disable";
   refuseForeign(files, operation, interface);
   if (up)
     takeUp(files, operation, interface);
   else
     takeDown(files, operation, interface);
+} catch (const std::system_error& error) {
+  throw HostCtlException(up ? "Enable" : "Disable", interface, error.what());
 }
 
 }  // namespace HostLinux

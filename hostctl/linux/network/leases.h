@@ -15,15 +15,16 @@ namespace HostLinux {
 void renewLease(const Files& files, const std::string& interface,
                 HostCtl::Network::LeaseRenewal what);
 
-/// Tells the server of an IPv4 lease, has networkd drop all leases, and lets it ask for none until
-/// the configuration is written, a lease renewed, the interface taken up, or the host restarted.
+/// Tells the server of an IPv4 lease. Where our own file is in force, which is about this interface
+/// alone, networkd drops all leases and asks for none until the configuration is written, a lease
+/// renewed, the interface taken up, or the host restarted; else it keeps what it has.
 void releaseLease(const Files& files, const std::string& interface);
 
 /// Lets networkd ask again from its next reload on; false where no lease was given back.
 bool takeReleaseBack(const Files& files, const std::string& interface);
 
-/// Takes the interface down, or up: then waits for its carrier, ten seconds at most, has networkd
-/// configure it, and waits for its static addresses.
+/// Takes the interface down, or up whatever of the rest fails: then waits for its carrier, ten
+/// seconds at most, has networkd configure it, and waits for its static addresses.
 void setNicUp(const Files& files, const std::string& interface, bool up);
 
 }  // namespace HostLinux

@@ -32,10 +32,20 @@ bool isDevice(const FileChange& change) {
   return change.name.ends_with(".netdev");
 }
 
-/// 0: a device comes, 1: something refers to it, 2: nothing does any more, 3: it goes.
+/// 0: a device comes, 1: a link is left alone, 2: one is no port of a bridge or no more, 3: one is,
+/// 4: a device goes. So at no time has a bridge both the port that it had and the one that it gets,
+/// which would be a loop.
 int rank(const FileChange& change) {
-  if (change.text) return isDevice(change) ? 0 : 1;
-  return isDevice(change) ? 3 : 2;
+  if (isDevice(change)) return change.text ? 0 : 4;
+  if (!change.text) return 1;
+  return IniFile(*change.text).Get("Network", "Bridge") ? 3 : 2;
+}
+
+/// One step of a way back, which goes on whatever fails.
+void attempt(const std::function<void()>& step) try {
+  step();
+} catch (const std::exception& error) {
+  syslog(LOG_USER | LOG_ERR, "The network's old files could not be put back: %s", error.what());
 }
 
 }  // namespace
@@ -46,9 +56,17 @@ std::string ownFileName(const std::string& subject, const std::string& kind) {
   return std::string(kOwnNetworkFiles) + subject + "." + kind;
 }
 
+std::vector<FileChange> inWritingOrder(std::vector<FileChange> changes) {
+  std::stable_sort(changes.begin(), changes.end(),
+                   [](const FileChange& a, const FileChange& b) { return rank(a) < rank(b); });
+  return changes;
+}
+
 void makeReadableFolder(const std::string& folder) {
   using enum fs::perms;
-  if (fs::create_directories(folder))
+  if (fs::is_directory(folder)) return;
+  makeReadableFolder(fs::path(folder).parent_path());
+  if (fs::create_directory(folder))
     fs::permissions(folder, owner_all | group_read | group_exec | others_read | others_exec);
 }
 
@@ -73,10 +91,14 @@ bool OwnFiles::Exists(const std::string& name) const {
   return files_.Exists(pathOf(name));
 }
 
-HostCtl::Lib::Descriptor OwnFiles::Lock() const {
+HostCtl::Lib::Descriptor OwnFiles::Lock(std::chrono::milliseconds turnWithin) const try {
   const std::string folder = files_.Path(kNetworkFolder);
   makeReadableFolder(folder);
-  return lockFolder(folder);
+  return lockFolder(folder, turnWithin);
+} catch (const std::system_error& error) {
+  const bool busy = error.code() == std::errc::operation_would_block;
+  throw HostCtlException("change", "the network",
+                         busy ? "another change of it is under way" : error.what());
 }
 
 void OwnFiles::Write(const FileChange& change) const {
@@ -89,21 +111,27 @@ void OwnFiles::Write(const FileChange& change) const {
   }
 }
 
-void OwnFiles::PutBack(const std::vector<FileChange>& old, const TakeOver& takeOver) const try {
-  std::for_each(old.rbegin(), old.rend(), [&](const FileChange& change) { Write(change); });
-  if (takeOver) takeOver();
-} catch (const std::exception& error) {
-  syslog(LOG_USER | LOG_ERR, "The network's old files could not be put back: %s", error.what());
+void OwnFiles::DemandReadable(const std::string& operation, const std::string& object,
+                              const std::string& name) const {
+  std::error_code ignored;
+  if (!Text(name) && fs::exists(fs::symlink_status(files_.Path(pathOf(name)), ignored)))
+    throw HostCtlException(operation, object, pathOf(name) + " is no file that can be read");
+}
+
+void OwnFiles::PutBack(const std::vector<FileChange>& old, const TakeOver* takeOver) const {
+  std::for_each(old.rbegin(), old.rend(),
+                [&](const FileChange& change) { attempt([&] { Write(change); }); });
+  if (takeOver) attempt(*takeOver);
 }
 
 bool OwnFiles::Change(const std::string& operation, const std::string& object,
                       std::vector<FileChange> changes, const TakeOver& takeOver) const {
+  for (const auto& change : changes) DemandReadable(operation, object, change.name);
   std::erase_if(changes, [&](const FileChange& one) { return Text(one.name) == one.text; });
   if (changes.empty()) return false;
-  std::stable_sort(changes.begin(), changes.end(),
-                   [](const FileChange& a, const FileChange& b) { return rank(a) < rank(b); });
+  changes = inWritingOrder(std::move(changes));
   std::vector<FileChange> old;
-  TakeOver again;
+  const TakeOver* again = nullptr;
   try {
     makeReadableFolder(files_.Path(kNetworkFolder));
     for (const auto& change : changes) {
@@ -111,7 +139,7 @@ bool OwnFiles::Change(const std::string& operation, const std::string& object,
       Write(change);
       old.push_back(std::move(before));
     }
-    again = takeOver;
+    again = &takeOver;
     takeOver();
   } catch (const HostCtlException&) {
     PutBack(old, again);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <optional>
 #include <string>
@@ -24,7 +25,13 @@ struct FileChange {
 /// HostCtlException for a subject that is no interface's name.
 std::string ownFileName(const std::string& subject, const std::string& kind);
 
-/// Makes the folder where it is missing, for networkd to read whatever the umask.
+/// Devices before what refers to them, and gone after it; a link leaves a bridge before another one
+/// becomes its port; otherwise the caller's order. So wherever the power is cut, what networkd
+/// finds refers to devices that there are and makes no loop.
+std::vector<FileChange> inWritingOrder(std::vector<FileChange> changes);
+
+/// Makes the folder, an absolute path, and those above it where they are missing, for networkd to
+/// read whatever the umask.
 void makeReadableFolder(const std::string& folder);
 
 /// Kiva's own files in networkd's folder, which are all that Kiva keeps about the network.
@@ -32,7 +39,8 @@ void makeReadableFolder(const std::string& folder);
 /// touched.
 class OwnFiles {
  public:
-  /// What makes the written files the network's configuration; it throws when they are refused.
+  /// What makes the written files the network's configuration; it throws when they are refused. It
+  /// is called once more, never a copy of it, when the old files are put back.
   using TakeOver = std::function<void()>;
 
   /// `files` outlives it.
@@ -45,15 +53,15 @@ class OwnFiles {
   bool Exists(const std::string& name) const;
 
   /// Keeps others from changing the network: whoever reads files to write them anew holds this from
-  /// before the reading. Throws std::system_error.
-  HostCtl::Lib::Descriptor Lock() const;
+  /// before the reading. Waits for a change under way, and longer than one takes that is put back.
+  /// Throws HostCtlException.
+  HostCtl::Lib::Descriptor Lock(
+      std::chrono::milliseconds turnWithin = std::chrono::seconds(40)) const;
 
   /// Writes those of `changes` that differ from what is there and has them taken over; false when
-  /// none differs, and then nothing was touched. Devices are written before what refers to them and
-  /// go after it, otherwise the order is the caller's: wherever the power is cut, what networkd
-  /// finds refers to devices that there are. When writing or the take-over fails, the old files are
-  /// put back, taken over where the new ones were, and HostCtlException of `operation` and
-  /// `object` says why.
+  /// none differs, and then nothing was touched. What is there and cannot be read is not
+  /// overwritten. When writing or the take-over fails, the old files are put back, taken over where
+  /// the new ones were, and HostCtlException of `operation` and `object` says why.
   bool Change(const std::string& operation, const std::string& object,
               std::vector<FileChange> changes, const TakeOver& takeOver) const;
   /// The same with networkd's own reload.
@@ -62,8 +70,10 @@ class OwnFiles {
 
  private:
   std::optional<std::string> Text(const std::string& name) const;
+  void DemandReadable(const std::string& operation, const std::string& object,
+                      const std::string& name) const;
   void Write(const FileChange& change) const;
-  void PutBack(const std::vector<FileChange>& old, const TakeOver& takeOver) const;
+  void PutBack(const std::vector<FileChange>& old, const TakeOver* takeOver) const;
 
   const Files& files_;
 };

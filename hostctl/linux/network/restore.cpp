@@ -91,7 +91,8 @@ SwitchUplink uplinkFor(SwitchEditor& editor, const std::string& nic) {
 
 void restoreNetwork(const Files& files) {
   SwitchEditor editor(files, {kOperation, kSwitch});
-  const auto nics = physicalNics(files);
+  std::vector<std::string> nics;
+  for (const auto& nic : physicalNics(files)) nics.push_back(nic.kernel);
   if (nics.empty()) editor.Refuse("this machine has no physical adapter");
   const SwitchUplink uplink = uplinkFor(editor, chooseNic(nics));
   editor.All() = {

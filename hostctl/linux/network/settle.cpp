@@ -67,8 +67,9 @@ void letNetworkdFinish(const Files& files, const std::string& interface) {
 OwnFiles::TakeOver reloadAndCheck(const Files& files, const std::string& operation,
                                   const std::string& interface, std::function<void()> check) {
   return [=, &files]() mutable {
+    const auto once = std::exchange(check, nullptr);
     reloadFor(files, operation, interface);
-    if (const auto once = std::exchange(check, nullptr)) once();
+    if (once) once();
   };
 }
 

@@ -29,8 +29,8 @@ void reloadFor(const Files& files, const std::string& operation, const std::stri
 /// calls an interface that waits for a lease or a router unfinished.
 void letNetworkdFinish(const Files& files, const std::string& interface);
 
-/// Does what reloadFor does and checks what came of it. That is not checked again when it was
-/// refused and the old files are taken over. `files` outlives it.
+/// Does what reloadFor does and checks what came of it: the first time only, so not when the old
+/// files are taken over again. `files` outlives it.
 OwnFiles::TakeOver reloadAndCheck(const Files& files, const std::string& operation,
                                   const std::string& interface, std::function<void()> check);
 

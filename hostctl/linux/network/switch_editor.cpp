@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "linux/network/switch_editor.h"
 
+#include <net/if.h>
+#include <syslog.h>
+
 #include <algorithm>
-#include <system_error>
 
 #include "hostctl/lib/exception.h"
 #include "linux/folder_lock.h"
@@ -23,11 +25,44 @@ bool anyBond(const Switches& switches) {
                      [](const Switch& one) { return one.HasBond(); });
 }
 
-HostCtl::Lib::Descriptor lockOwnFiles(const OwnFiles& own, const ChangeContext& context) try {
-  return own.Lock();
-} catch (const std::system_error& error) {
-  throw HostCtlException(context.operation, context.object, error.what());
-}
+/// Keeps the uplinks' ports that switches are about to lose silent, because networkd may give a
+/// bridge its new port while it has the old one; two ways to the same network are a loop.
+class SilentPorts {
+ public:
+  SilentPorts(const ChangeContext& context, const Switches& before, Switches after)
+      : context_(context) {
+    const auto links = readLinks(context.operation);
+    for (const Switch& one : before) {
+      const Switch* later = findSwitch(after, one.name);
+      const std::string port = later ? later->UplinkPort() : "";
+      if (!port.empty() && port != one.UplinkPort()) Silence(one.UplinkPort(), links);
+    }
+  }
+  ~SilentPorts() {
+    for (const auto& port : silenced_) Raise(port);
+  }
+  SilentPorts(const SilentPorts&) = delete;
+  SilentPorts& operator=(const SilentPorts&) = delete;
+
+ private:
+  void Silence(const std::string& port, const std::vector<LinkRow>& links) {
+    const bool isUp = std::any_of(links.begin(), links.end(), [&](const LinkRow& link) {
+      return link.name == port && link.up;
+    });
+    if (!isUp) return;
+    silenced_.push_back(port);
+    setLinkUp(context_.operation, port, false);
+  }
+  /// A bond is gone by then, if all went well.
+  void Raise(const std::string& port) const try {
+    if (if_nametoindex(port.c_str()) != 0) setLinkUp(context_.operation, port, true);
+  } catch (const HostCtlException& error) {
+    syslog(LOG_USER | LOG_ERR, "%s", error.what());
+  }
+
+  const ChangeContext& context_;
+  std::vector<std::string> silenced_;
+};
 
 }  // namespace
 
@@ -35,7 +70,7 @@ SwitchEditor::SwitchEditor(const Files& files, ChangeContext context)
     : files_(files),
       own_(files),
       context_(std::move(context)),
-      lock_(lockOwnFiles(own_, context_)),
+      lock_(own_.Lock()),
       before_(readSwitchFiles(own_)),
       after_(before_) {}
 
@@ -49,9 +84,8 @@ Switch& SwitchEditor::SwitchNamed(const std::string& name) {
 }
 
 std::string SwitchEditor::NicNamed(const std::string& pnic) {
-  const auto nics = physicalNics(files_);
-  for (std::size_t i = 0; i < nics.size(); ++i)
-    if (pnicName(i) == pnic) return nics[i];
+  for (const auto& nic : physicalNics(files_))
+    if (nic.pnic == pnic) return nic.kernel;
   if (switchWithUplink(after_, pnic)) return pnic;
   Refuse("there is no adapter " + pnic);
 }
@@ -82,8 +116,10 @@ void SwitchEditor::Carry(std::vector<FileChange> changes,
   bool told = false;
   own_.Change(context_.operation, context_.object, std::move(changes), [&] {
     const bool back = std::exchange(told, true);
+    const Switches &from = back ? after_ : before_, &to = back ? before_ : after_;
+    const SilentPorts silent(context_, from, to);
     reloadNetworkd(context_.operation, context_.object);
-    settleSwitches(context_, back ? after_ : before_, back ? before_ : after_);
+    settleSwitches(context_, from, to);
     if (!back && alsoSettled) alsoSettled();
   });
   before_ = after_;

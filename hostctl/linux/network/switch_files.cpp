@@ -106,7 +106,6 @@ void writeMaster(IniFile& file, const Switch& of, const std::string& master,
 }
 
 void writePortGroups(IniFile& file, const std::vector<SwitchPortGroup>& groups) {
-  std::vector<SwitchPortGroup> kept;
   file.RemoveSections(kGroup, [&](const IniSection& section) {
     const auto named = [&](const auto& group) { return group.name == section.Get("Name"); };
     return std::none_of(groups.begin(), groups.end(), named);

@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "hostctl/lib/exception.h"
+#include "linux/network/ip_file.h"
 #include "linux/network/mac_address.h"
 #include "linux/network/switch_editor.h"
 #include "linux/network/switch_files.h"
@@ -24,12 +25,6 @@ namespace {
 
 constexpr std::chrono::seconds kAddressWithin{10};
 constexpr std::chrono::milliseconds kLook{20};
-
-/// An adapter that is gone keeps the kernel's name.
-std::string pnicNamed(const std::vector<std::string>& nics, const std::string& nic) {
-  const auto found = std::find(nics.begin(), nics.end(), nic);
-  return found == nics.end() ? nic : pnicName(static_cast<std::size_t>(found - nics.begin()));
-}
 
 auto findUplink(Switch& of, const std::string& nic) {
   return std::find_if(of.uplinks.begin(), of.uplinks.end(),
@@ -52,6 +47,14 @@ SwitchPortGroup& groupNamed(SwitchEditor& editor, const PortGroupName& name) {
   if (SwitchPortGroup* found = editor.SwitchNamed(name.switchName).FindPortGroup(name.name))
     return *found;
   editor.Refuse("there is no such port group on " + name.switchName);
+}
+
+/// An uplink has none, and what reaches the host by them should not be cut off in passing.
+void demandNoAddresses(SwitchEditor& editor, const std::string& nic) {
+  const auto config = ipConfigIn(editor.Own().Read(ownFileName(nic, "network")));
+  if (!config.GetIpv4UseNone() || config.GetIpv6UseDhcp() ||
+      !config.GetStaticIpv6Networks().empty())
+    editor.Refuse(nic + " has an IP configuration of its own");
 }
 
 void waitForAddress(const ChangeContext& context, const std::string& nic,
@@ -93,13 +96,14 @@ std::vector<PnicRecord> readPnics(const Files& files, const std::vector<LinkRow>
   const auto nics = physicalNics(files);
   Switches switches = readSwitchFiles(OwnFiles(files));
   for (std::size_t i = 0; i < std::min(pnics.size(), nics.size()); ++i) {
-    if (Switch* of = switchWithUplink(switches, nics[i])) {
+    const std::string& nic = nics[i].kernel;
+    if (Switch* of = switchWithUplink(switches, nic)) {
       pnics[i].switchName = of->name;
-      const auto uplink = findUplink(*of, nics[i]);
+      const auto uplink = findUplink(*of, nic);
       if (!uplink->permanentAddress.empty()) pnics[i].macAddress = uplink->permanentAddress;
     }
     for (const LinkRow& link : links)
-      if (link.name == nics[i] && !link.permanentAddress.empty())
+      if (link.name == nic && !link.permanentAddress.empty())
         pnics[i].macAddress = link.permanentAddress;
   }
   return pnics;
@@ -111,6 +115,7 @@ void addUplink(const Files& files, const std::string& switchName, const std::str
   const std::string nic = editor.NicNamed(pnic);
   Switch* old = switchWithUplink(editor.All(), nic);
   if (old == &target) return;
+  if (!old) demandNoAddresses(editor, nic);
   SwitchUplink added = old ? takeFrom(editor, *old, nic, switchName) : editor.NewUplink(nic);
   const auto active = static_cast<std::ptrdiff_t>(target.ActiveUplinks().size());
   target.uplinks.insert(target.uplinks.begin() + active, std::move(added));

@@ -70,7 +70,7 @@ class TarnNic {
   virtual void ReleaseLease() = 0;
   virtual void Disable() = 0;
   virtual void Enable() = 0;
-  /// ReleaseLease, Disable, Enable.
+  /// ReleaseLease, Disable, Enable; the last also when one of the others fails, and then throws.
   virtual void Restart() = 0;
   /// The adapter's own MAC address for an interface on a standard switch.
   virtual void SetMacAddressFromPnic(const Pnic* pnic) = 0;
