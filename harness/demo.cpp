@@ -90,6 +90,12 @@ Json failing(const std::string& operation, const std::string& text) {
   return {{"faults", {{operation, text}}}};
 }
 
+Lines parts(const std::string& text, char separator) {
+  Lines found(1);
+  for (const char c : text) c == separator ? found.emplace_back() : found.back() += c;
+  return found;
+}
+
 Lines operator+(Lines lines, const Lines& more) {
   lines.insert(lines.end(), more.begin(), more.end());
   return lines;

@@ -66,6 +66,8 @@ Json failing(const std::string& operation, const std::string& text);
 /// What is logged when the console's child is killed.
 inline constexpr const char* kKilled = "log.err\tRun Command did not terminate normally";
 
+/// What stands between the separators of a text.
+Lines parts(const std::string& text, char separator = ';');
 Lines operator+(Lines lines, const Lines& more);
 Lines operator+(Lines lines, const std::string& more);
 /// Those of the texts that the screen does not show.

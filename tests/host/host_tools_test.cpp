@@ -85,25 +85,21 @@ TEST_F(HostToolsTest, NetworkingAgent) {
 TEST_F(HostToolsTest, StandardSwitches) {
   using namespace Kiva;
   const std::pair<bool (*)(), std::string> cases[] = {
-      {[] { return AddStandardSwitch("vSwitch0"); }, "add -v vSwitch0"},
-      {[] { return AddUplinkToStandardSwitch("vSwitch0", "pnic1"); },
-       "uplink add -u pnic1 -v vSwitch0"},
-      {[] { return RemoveUplinkFromStandardSwitch("vSwitch0", "pnic1"); },
-       "uplink remove -u pnic1 -v vSwitch0"},
-      {[] { return AddPortGroupToStandardSwitch("Management", "vSwitch0"); },
-       "portgroup add -p Management -v vSwitch0"}};
-  const std::string run = "run /bin/halocli ", command = "halocli network vswitch standard ";
+      {[] { return AddStandardSwitch("s"); }, "add -v s"},
+      {[] { return AddUplinkToStandardSwitch("s", "u"); }, "uplink add -u u -v s"},
+      {[] { return RemoveUplinkFromStandardSwitch("s", "u"); }, "uplink remove -u u -v s"},
+      {[] { return AddPortGroupToStandardSwitch("p", "s"); }, "portgroup add -p p -v s"}};
   for (const auto& [change, words] : cases) {
-    SCOPED_TRACE(words);
     platform->Clear();
     platform->scripts["/bin/halocli"] = "exit 0";
     EXPECT_TRUE(change());
     platform->scripts["/bin/halocli"] = "printf busy; echo unseen >&2; exit 9";
     EXPECT_FALSE(change());
-    const std::string line = command + words;
-    EXPECT_EQ(platform->Lines(),
-              (Lines{run + line, "log.6 Command \"" + line + "\" succeeded", run + line,
-                     "log.3 Command \"" + line + "\" failed (rc=9): busy"}));
+    const std::string line = "halocli network vswitch standard " + words;
+    EXPECT_EQ(
+        platform->Lines(),
+        (Lines{"run /bin/halocli " + line, "log.6 Command \"" + line + "\" succeeded",
+               "run /bin/halocli " + line, "log.3 Command \"" + line + "\" failed (rc=9): busy"}));
   }
 }
 
@@ -115,12 +111,10 @@ TEST_F(HostToolsTest, SecondTryHasTheWholeBuffer) {
 }
 
 TEST_F(HostToolsTest, BooleanQueries) {
-  const std::pair<const char*, bool> cases[] = {
-      {"echo true", true},   {"printf trueish", true},    {"echo True", false},
-      {"echo false", false}, {"echo ' true'", false},     {"exit 0", false},
-      {"exit 3", false},     {"echo true; exit 1", false}};
-  for (const auto& [script, answer] : cases) {
+  for (const std::string script : {"echo true", "printf trueish", "echo True", "echo false",
+                                   "echo ' true'", "exit 0", "echo true; exit 1"}) {
     platform->scripts["/bin/hmx-cmd"] = script;
+    const bool answer = script == "echo true" || script == "printf trueish";
     EXPECT_EQ(Kiva::HmxCmdGetBool("hmxsvc/auth/lockdown_is_enabled"), answer) << script;
   }
 }
@@ -128,29 +122,27 @@ TEST_F(HostToolsTest, BooleanQueries) {
 TEST_F(HostToolsTest, ShellsAreSwitchedWhateverTheToolsAnswer) {
   using namespace Kiva;
   using enum ServiceSwitch;
-  const struct {
-    const ShellService& service;
-    ServiceSwitch direction;
-    std::string start, enable, did, warned, script;
-  } changes[] = {{kHaloShellService, On, "start_halo_shell", "enable_halo_shell",
-                  "enabled Halo Shell", "Halo Shell", "HaloShell start"},
-                 {kHaloShellService, Off, "stop_halo_shell", "disable_halo_shell",
-                  "disabled Halo Shell", "Halo Shell", "HaloShell stop"},
-                 {kSshService, On, "start_ssh", "enable_ssh", "enabled SSH", "ssh", "SSH start"},
-                 {kSshService, Off, "stop_ssh", "disable_ssh", "disabled SSH", "ssh", "SSH stop"}};
+  using S = std::string;
+  const std::tuple<const ShellService*, ServiceSwitch, S, S, S, S, S> changes[] = {
+      {&kHaloShellService, On, "start_halo_shell", "enable_halo_shell", "enabled Halo Shell",
+       "Halo Shell", "HaloShell start"},
+      {&kHaloShellService, Off, "stop_halo_shell", "disable_halo_shell", "disabled Halo Shell",
+       "Halo Shell", "HaloShell stop"},
+      {&kSshService, On, "start_ssh", "enable_ssh", "enabled SSH", "ssh", "SSH start"},
+      {&kSshService, Off, "stop_ssh", "disable_ssh", "disabled SSH", "ssh", "SSH stop"}};
   driver->failing = "SetFirewallRuleset";
   for (const auto& [service, direction, start, enable, did, warned, script] : changes)
     for (const std::string end : kEnds) {
       SCOPED_TRACE(did + ", " + end);
       platform->Clear();
       platform->scripts = {{"/bin/sh", "exit 1"}, {"/bin/hmx-cmd", end}};
-      switchService(service, direction);
+      switchService(*service, direction);
       Lines lines;
       addRequest(lines, end, "hostsvc/" + start);
       if (end != "exit 0") {
         lines.push_back("log.4 Unable to run hmx-cmd to start/stop " + warned);
         lines.push_back("run /bin/sh sh /etc/init.d/" + script);
-        if (&service == &kSshService)
+        if (service == &kSshService)
           lines.push_back("log.3 Failed to update firewall sshServer ruleset status: out of order");
       }
       addRequest(lines, end, "hostsvc/" + enable);

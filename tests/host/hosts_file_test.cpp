@@ -46,8 +46,7 @@ bool killedAt(int step, void (*work)()) {
   return waitpid(child, &status, 0) == child;
 }
 
-class NamingPlatform : public TestSupport::RecordingPlatform {
- public:
+struct NamingPlatform : TestSupport::RecordingPlatform {
   bool ResolveName(const std::string&) override {
     seen = Harness::contentOf(HostPath("/etc/hosts"));
     return true;

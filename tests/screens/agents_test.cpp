@@ -3,8 +3,7 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
-#include <algorithm>
-#include <csignal>
+#include <set>
 
 #include "harness/demo.h"
 
@@ -60,7 +59,6 @@ TEST(Agents, LeaveALiveCoreBehindOnEveryRequestWhateverTheToolsCameTo) {
       {Json::object(), done},
       {rehearsed({{"/sbin/services.sh", one}}), done},
       {rehearsed({{"/sbin/tarnbacktrace", one}}), failed},
-      {rehearsed({{"/sbin/tarnbacktrace", kGone}}), failed},
       {rehearsed({{"/bin/sh", kGone}}), failed},
       {failing("SetSystemAlert", "deaf"), kRestarted + run},
       {failing("TarnCtl_Exec", "none"), {run[0], "log.err\tnone", "log.err\tnone"}}};
@@ -80,9 +78,8 @@ TEST(Agents, LeaveALiveCoreBehindOnEveryRequestWhateverTheToolsCameTo) {
       return (all = demo.host.Journal()).size() >= expected.size();
     };
     demo.WaitUntil(isWritten, "the threads to end");
-    std::sort(all.begin(), all.end());
-    std::sort(expected.begin(), expected.end());
-    EXPECT_EQ(all, expected);
+    EXPECT_EQ(std::multiset(all.begin(), all.end()),
+              std::multiset(expected.begin(), expected.end()));
   }
 }
 

@@ -34,12 +34,12 @@ TEST(NetworkRestart, HappensOnF11Alone) {
 }
 
 TEST(NetworkRestart, TellsTheAddressesThatTheInterfaceHasThen) {
-  const std::string at = "   IP address is fd00::", end = "/64 ";
-  const Lines four = {"   IP address is  10.0.0.5 "}, two = {at + "1" + end, at + "2" + end};
+  const std::string at = "   IP address is fd00::";
+  const Lines four = {"   IP address is  10.0.0.5 "}, two = {at + "1/64 ", at + "2/64 "};
   const std::tuple<const char*, int, Lines> cases[] = {{"dhcp", 0, {}},
                                                        {"none", 2, two},
                                                        {"static", 0, four},
-                                                       {"static", 3, four + two + (at + "3" + end)},
+                                                       {"static", 3, four + two + (at + "3/64 ")},
                                                        {"dhcp", 4, two + "   ... "}};
   for (const auto& [mode, networks, addresses] : cases) {
     Demo demo;

@@ -31,10 +31,6 @@ void startRun(Demo& demo, const std::string& until) {
   demo.WaitForPassing(until);
 }
 
-std::string hostsOf(const Demo& demo) {
-  return contentOf(demo.host.Root("/etc/hosts"));
-}
-
 TEST(NetworkTestForm, TakesAddressesAndANameAndNothingElse) {
   Demo demo;
   openForm(demo);
@@ -113,29 +109,30 @@ TEST(NetworkTestRun, EndsWithEscapeWhateverHangs) {
 TEST(NetworkTestRun, WaitsForAnAbandonedResolutionAndIsMendedAfterAKill) {
   Demo demo(Json{{"resolutionSeconds", 2}});
   openForm(demo);
-  const std::string before = hostsOf(demo);
+  const auto hosts = [&] { return contentOf(demo.host.Root("/etc/hosts")); };
+  const std::string before = hosts();
   fill(demo, {"", "", ""});
   demo.NewLines();
   for (int i = 0; i < 2; ++i) {
     startRun(demo, "Resolving hostname");
     demo.WaitForLine("resolve", kName);
-    EXPECT_EQ(hostsOf(demo).find(kName), std::string::npos);
+    EXPECT_EQ(hosts().find(kName), std::string::npos);
     demo.Do({"Esc", "gone:Testing"});
   }
   startRun(demo, " OK. ");
   EXPECT_EQ(demo.NewLines(), kResolved + kResolved) << "the second never began";
-  EXPECT_EQ(hostsOf(demo), before);
+  EXPECT_EQ(hosts(), before);
 
   const auto start = [&] { Terminal(demo.host.Demo(), Size{24, 80}).WaitFor(kWelcome); };
   demo.host.Change({{"resolutionSeconds", 30}});
   demo.Press("Enter");
   startRun(demo, "Resolving hostname");
-  demo.WaitUntil([&](const Screen&) { return hostsOf(demo) != before; }, "the resolution");
+  demo.WaitUntil([&](const Screen&) { return hosts() != before; }, "the resolution");
   start();
-  EXPECT_NE(hostsOf(demo), before) << "one console leaves the other its test";
+  EXPECT_NE(hosts(), before) << "one console leaves the other its test";
   demo.EndBy(SIGKILL);
   start();
-  EXPECT_EQ(hostsOf(demo), before);
+  EXPECT_EQ(hosts(), before);
   EXPECT_TRUE(demo.HasLine("log.info", "Putting /etc/hosts back from /etc/hosts.backup"));
 }
 

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
-#include <sstream>
-
 #include "harness/demo.h"
 
 using namespace Harness;
@@ -50,11 +48,8 @@ Lines pane(const Screen& screen, std::size_t rows) {
 
 TEST(NetworkWindow, ShowsWhatIsPendingOfEverySetting) {
   const std::string router = "Default Gateway:", alternate = "Alternate DNS Server:";
-  const struct {
-    Json host;
-    /// Of one entry after the other.
-    std::vector<Lines> panes;
-  } cases[] = {
+  /// The panes of one entry after the other.
+  const std::pair<Json, std::vector<Lines>> cases[] = {
       {Json::object(),
        {{"pnic0 Quillon 10G (...) Connected", "", "The adapters listed here provide the"},
         {"Not set", "", "A VLAN is a virtual network within a"},
@@ -83,10 +78,10 @@ TEST(NetworkWindow, ShowsWhatIsPendingOfEverySetting) {
       {kNoIpv6, {{}, {}, {}, {"IPv6 is disabled.", "", "This host can be configured to"}}},
       {kDistributed, {{"Not set", ""}, {"Not set", ""}}},
       {kUnknown, {{"Not set", ""}, {"Not set", ""}}}};
-  for (const auto& one : cases) {
-    Demo demo(one.host);
+  for (const auto& [host, panes] : cases) {
+    Demo demo(host);
     openNetwork(demo, 0);
-    for (const Lines& lines : one.panes) {
+    for (const Lines& lines : panes) {
       EXPECT_EQ(pane(demo.Look(), lines.size()), lines) << demo.Look().Dump();
       EXPECT_TRUE(demo.Look().Shows("<Enter> Change             <Esc> Exit"));
       demo.Press("Down");
@@ -96,37 +91,31 @@ TEST(NetworkWindow, ShowsWhatIsPendingOfEverySetting) {
 
 TEST(NetworkWindow, DoesNotOpenOnAHostThatItCannotRead) {
   const Lines unreadable = {"Network Configuration Error",
-                            "Operation on the management network interface failed."};
-  const Lines missing = {"Enable Management Network: Error",
+                            "Operation on the management network interface failed."},
+              missing = {"Enable Management Network: Error",
                          "Management network interface cannot be found."};
-  const std::string notFound = "Could not get a suitable management interface";
-  const struct {
-    Lines operations;
-    Lines message;
-    std::string logged = "no {answer}";
-  } cases[] = {
-      {{"IsTarnIpv6Enabled", "GetConfiguredIpConfig", "RoutingInfo", "GetTarnDefaultGateway",
-        "GetTarnIpv6DefaultGateway", "DnsConfig", "DnsConfig.Refresh", "GetHostname",
-        "GetNameServers", "GetDomain", "GetSearchDomains", "GetConnectionPoint"},
-       unreadable},
-      {{"GetVirtualSwitches", "GetNicTeamingPolicy"},
-       unreadable,
-       "Getting uplinks failed: no {answer}"},
-      {{"GetVlanId"}, unreadable, "Getting VlanID failed: no {answer}"},
-      {{"UpdateManagementInterface", "GetManagementInterface"}, missing, notFound}};
+  const std::tuple<std::string, Lines, std::string> cases[] = {
+      {"IsTarnIpv6Enabled;GetConfiguredIpConfig;RoutingInfo;GetTarnDefaultGateway;"
+       "GetTarnIpv6DefaultGateway;DnsConfig;DnsConfig.Refresh;GetHostname;GetNameServers;GetDomain;"
+       "GetSearchDomains;GetConnectionPoint",
+       unreadable, "no {answer}"},
+      {"GetVirtualSwitches;GetNicTeamingPolicy", unreadable, "Getting uplinks failed: no {answer}"},
+      {"GetVlanId", unreadable, "Getting VlanID failed: no {answer}"},
+      {"UpdateManagementInterface;GetManagementInterface", missing,
+       "Could not get a suitable management interface"}};
   Demo demo;
   logIn(demo);
   demo.Press("Down", 2);
-  for (const auto& one : cases)
-    for (const std::string& operation : one.operations) {
+  for (const auto& [operations, message, logged] : cases)
+    for (const std::string& operation : parts(operations)) {
       SCOPED_TRACE(operation);
       demo.host.Set("/faults", {{operation, "no {answer}"}});
       demo.NewLines();
       demo.Press("Enter");
       const Screen screen = demo.Look();
-      EXPECT_EQ(missingFrom(screen, one.message), Lines{}) << screen.Dump();
+      EXPECT_EQ(missingFrom(screen, message), Lines{}) << screen.Dump();
       EXPECT_FALSE(screen.Shows("VLAN") || screen.Shows("<Esc>")) << "the panes stay empty";
-      EXPECT_EQ(demo.NewLines(), (Lines{"log.info\tCOLS=80, LINES=24", "log.err\t" + one.logged}));
+      EXPECT_EQ(demo.NewLines(), (Lines{"log.info\tCOLS=80, LINES=24", "log.err\t" + logged}));
       demo.Do({"Enter", "wait:<Enter> More"});
     }
   demo.host.Set("/faults", {{"GetPnics", "no"}});
@@ -138,14 +127,6 @@ constexpr const char* kRestart = "Apply changes and restart management network?"
 constexpr const char* kReboot = "Apply changes and reboot host?";
 constexpr const char* kNothing = "System Customization";
 
-/// Steps as words: keys, "Space", and texts to type.
-Lines steps(const std::string& words) {
-  Lines found;
-  std::istringstream in(words);
-  for (std::string word; in >> word;) found.push_back(word == "Space" ? "type: " : word);
-  return found;
-}
-
 /// From the network window to the menu and back to an entry of a fresh one, whatever is pending.
 void reopen(Demo& demo, int row) {
   demo.Press("Esc");
@@ -155,53 +136,39 @@ void reopen(Demo& demo, int row) {
 }
 
 TEST(NetworkWindow, AsksOnlyWhereSomethingHasChanged) {
-  const std::string confirmAll =
-      "0 Enter Enter Down Enter Enter Down Enter Enter Down Enter Enter Down Enter Enter Down "
-      "Enter Enter";
-  const struct {
-    Json host;
-    const char* outcome;
-    /// Each begins with the entry's row.
-    Lines uses;
-  } cases[] = {
-      {Json::object(),
-       kNothing,
-       {confirmAll, "1 Enter type:7 Esc", "4 Enter Down Space Down type:a Up Up Space Enter"}},
-      {Json::object(),
-       kRestart,
-       {"0 Enter Down Space Enter", "1 Enter type:7 Enter", "3 Enter Space Enter",
-        "4 Enter Down Space Enter"}},
-      {kBare, kNothing, {confirmAll}},
-      {kDnsByDhcpv6, kNothing, {confirmAll}},
-      {kDnsByDhcpv6, kRestart, {"4 Enter Space Enter"}},
-      {kUnknown, kNothing, {"0 Enter"}},
-      {kNoIpv6, kNothing, {confirmAll}},
-      {kNoIpv6, kReboot, {"3 Enter Down Space Enter"}},
-      {kDhcp,
-       kNothing,
-       {"2 Enter Up Space Down Space Enter", "2 Enter Down Space Up Space Esc",
-        "3 Enter Up Space Enter Enter Down Space Enter"}},
-      {kDhcp, kRestart, {"2 Enter Up Space Enter", "3 Enter Down Space Enter"}},
-      {kDhcp, kReboot, {"3 Enter Up Space Enter"}},
-      {kStatic, kNothing, {confirmAll, "0 Enter Space Esc", "2 Enter Down type:1 Esc"}},
-      {kStatic,
-       kRestart,
-       {"0 Enter Space Enter", "1 Enter Delete Enter", "2 Enter Up Space Enter",
-        "2 Enter Down type:10.20.30.41 Enter", "2 Enter Down Down type:255.255.0.0 Enter",
-        "2 Enter Down Down Down type:0.0.0.0 Enter", "3 Enter Up Space Enter",
-        "3 Enter Down Down Delete Enter", "3 Enter Down Down Down Down Delete Enter",
-        "4 Enter Down Down Delete Enter", "4 Enter Down Down Down type:b Enter",
-        "5 Enter type:, Enter"}}};
-  for (const auto& one : cases) {
-    Demo demo(one.host, kQuickEscape);
+  const std::string next = " Enter Enter Down", all = "0" + next + next + next + next + next + next;
+  /// The uses between semicolons; each begins with the entry's row.
+  const std::tuple<Json, const char*, std::string> cases[] = {
+      {{}, kNothing, all + ";1 Enter type:7 Esc;4 Enter Down Space Down type:a Up Up Space Enter"},
+      {{}, kRestart, "0 Enter Down Space Enter;1 Enter type:7 Enter;3 Enter Space Enter"},
+      {{}, kRestart, "4 Enter Down Space Enter"},
+      {kBare, kNothing, all},
+      {kDnsByDhcpv6, kNothing, all},
+      {kDnsByDhcpv6, kRestart, "4 Enter Space Enter"},
+      {kUnknown, kNothing, "0 Enter"},
+      {kNoIpv6, kNothing, all},
+      {kNoIpv6, kReboot, "3 Enter Down Space Enter"},
+      {kDhcp, kNothing, "2 Enter Up Space Down Space Enter;2 Enter Down Space Up Space Esc"},
+      {kDhcp, kNothing, "3 Enter Up Space Enter Enter Down Space Enter"},
+      {kDhcp, kRestart, "2 Enter Up Space Enter;3 Enter Down Space Enter"},
+      {kDhcp, kReboot, "3 Enter Up Space Enter"},
+      {kStatic, kNothing, all + ";0 Enter Space Esc;2 Enter Down type:1 Esc"},
+      {kStatic, kRestart, "0 Enter Space Enter;1 Enter Delete Enter;2 Enter Up Space Enter"},
+      {kStatic, kRestart,
+       "2 Enter Down type:10.20.30.41 Enter;2 Enter Down Down type:255.255.0.0 Enter;"
+       "2 Enter Down Down Down type:0.0.0.0 Enter;3 Enter Up Space Enter;"
+       "3 Enter Down Down Delete Enter;3 Enter Down Down Down Down Delete Enter;"
+       "4 Enter Down Down Delete Enter;4 Enter Down Down Down type:b Enter;5 Enter type:, Enter"}};
+  for (const auto& [host, outcome, uses] : cases) {
+    Demo demo(host.is_null() ? Json::object() : host, kQuickEscape);
     openNetwork(demo, 0);
-    for (const std::string& use : one.uses) {
-      SCOPED_TRACE(use + one.host.dump());
+    for (const std::string& use : parts(uses, ';')) {
+      SCOPED_TRACE(use + host.dump());
       reopen(demo, use[0] - '0');
-      demo.Do(steps(use.substr(1)));
+      demo.Do(parts(use.substr(2), ' '));
       demo.Press("Esc");
-      EXPECT_TRUE(demo.Look().Shows(one.outcome)) << demo.Look().Dump();
-      demo.Press(one.outcome == kNothing ? "Enter" : "Esc");
+      EXPECT_TRUE(demo.Look().Shows(outcome)) << demo.Look().Dump();
+      demo.Press(outcome == kNothing ? "Enter" : "Esc");
     }
     EXPECT_EQ(demo.host.Journal("hostctl"), Lines{}) << "everything is pending";
   }
@@ -249,71 +216,61 @@ void expectTyped(Demo& demo, const std::string& place, const std::string& text,
 
 TEST(IpDialogs, TakeValidAddressesOnly) {
   const std::string endless(100, '1');
-  const Lines bad4 = {"", "1.2.3", "1.2.3.4.5", "256.1.1.1", "01.2.3.4", endless};
-  const Lines ok = {"<Esc> Exit"}, subnet = {"Invalid subnet", "a valid subnet (x.x.x.x)."};
-  const std::string invalidIp = "Invalid IP address", invalidGateway = "Invalid gateway address";
-  const struct {
-    Lines places, texts, answer;
-    /// What the field takes of the text, where not all of it.
-    std::string shown = {};
-  } cases[] = {
-      {{"21"}, {"a1:b.2 -%_.c3.4"}, ok, "1.2.3.4 "},
-      {{"21", "22", "23"}, {"224.0.0.0", "255.255.255.255"}, ok},
-      {{"23"}, {"0.0.0.0"}, ok},
-      {{"21"}, bad4, {invalidIp, "Please reenter a valid IPv4 address (x.x.x.x)."}},
-      {{"22"}, bad4 + Lines{"0.0.0.0", "255.0.255.0", "0.255.255.255"}, subnet},
-      {{"23"}, bad4, {invalidGateway, "Please reenter a valid gateway address (x.x.x.x)."}},
-      {{"31"}, {"", "2001:db8::1/128", "ff02::1/1", "fec0::1/64"}, ok},
-      {{"32"}, {"::ffff:1.2.3.4/96"}, ok, "::ffff:1234/96 "},
-      {{"33"}, {"2001:DB8::9%_ -tarn0/64"}, ok, "2001:DB8::9%tarn0/64 "},
-      {{"31", "32", "33"},
-       {"2001:db8::1", "2001:db8::1/", "2001:db8::1/0", "2001:db8::1/129", "1/64", "::/64/64",
-        "2001:db8::1%/64", "1:2:3:4:5:6:7:8:9/64", endless},
-       {invalidIp, "Please reenter a valid IPv6 network address (x:x:x/x)."}},
-      {{"31", "33"},
-       {"fe80::1/64", "febf::1%tarn0/64"},
-       {"Invalid scope", "Cannot add a link-local address as static address."}},
-      {{"34"}, {"", "2001:db8::1", "fe80::1%tarn0"}, ok},
-      {{"34"},
-       {"2001:db8::1/64", "2001:db8::1%", "gateway", endless},
-       {invalidGateway, "Please reenter a valid IPv6 gateway address (x:x:x)."}},
-      {{"34"},
-       {"fe80::1", "fe80::2%tarn0"},
-       {invalidGateway, "Link-local addresses are not supported as default"}}};
+  const std::string bad4 = ";1.2.3;1.2.3.4.5;256.1.1.1;01.2.3.4;" + endless;
+  const std::string bad6 =
+      "2001:db8::1;2001:db8::1/;2001:db8::1/0;2001:db8::1/129;1/64;::/64/64;"
+      "2001:db8::1%/64;1:2:3:4:5:6:7:8:9/64;" +
+      endless;
+  const std::string ok = "<Esc> Exit", again = ";Please reenter a valid ",
+                    ip = "Invalid IP address", gateway = "Invalid gateway address",
+                    linkLocal = ";Link-local addresses are not supported as default";
+  /// Places, texts for each, the answer, and what the field takes of a text, where not all of it.
+  const std::tuple<std::string, std::string, std::string, std::string> cases[] = {
+      {"21", "a1:b.2 -%_.c3.4", ok, "1.2.3.4 "},
+      {"21;22;23", "224.0.0.0;255.255.255.255", ok, ""},
+      {"23", "0.0.0.0", ok, ""},
+      {"21", bad4, ip + again + "IPv4 address (x.x.x.x).", ""},
+      {"22", bad4 + ";0.0.0.0;255.0.255.0;0.255.255.255",
+       "Invalid subnet;a valid subnet (x.x.x.x).", ""},
+      {"23", bad4, gateway + again + "gateway address (x.x.x.x).", ""},
+      {"31", ";2001:db8::1/128;ff02::1/1;fec0::1/64", ok, ""},
+      {"32", "::ffff:1.2.3.4/96", ok, "::ffff:1234/96 "},
+      {"33", "2001:DB8::9%_ -tarn0/64", ok, "2001:DB8::9%tarn0/64 "},
+      {"31;32;33", bad6, ip + again + "IPv6 network address (x:x:x/x).", ""},
+      {"31;33", "fe80::1/64;febf::1%tarn0/64",
+       "Invalid scope;Cannot add a link-local address as static address.", ""},
+      {"34", ";2001:db8::1;fe80::1%tarn0", ok, ""},
+      {"34", "2001:db8::1/64;2001:db8::1%;gateway;" + endless,
+       gateway + again + "IPv6 gateway address (x:x:x).", ""},
+      {"34", "fe80::1;fe80::2%tarn0", gateway + linkLocal, ""}};
   Demo demo(kStatic, kQuickEscape);
   openNetwork(demo, 0);
   for (const auto& [places, texts, answer, shown] : cases)
-    for (const std::string& place : places)
-      for (const std::string& text : texts)
-        expectTyped(demo, place, text, shown.empty() ? text.substr(0, 16) : shown, answer);
+    for (const std::string& place : parts(places))
+      for (const std::string& text : parts(texts))
+        expectTyped(demo, place, text, shown.empty() ? text.substr(0, 16) : shown, parts(answer));
 }
 
 TEST(IpDialogs, OnlyTheMarkedChoiceCanBeFilledIn) {
-  const struct {
-    Json host;
-    int row;
-    std::string steps;
-    Lines shows;
-    /// Hidden where it is nowhere.
-    Position cursor = {};
-  } cases[] = {{kDhcp, 2, "", {"(o) Use dynamic IPv4", "( ) Set static", "( ) Disable"}},
-               {kDhcp, 2, "Down Down Down Space", {"(o) Set static", "( ) Use dynamic"}},
-               {kDhcp, 2, "Down Space Down", {"[ 0.0.0.0 "}, {14, 61}},
-               {kStatic, 2, "Down Down Down Down Down", {"(o) Set static"}, {16, 64}},
-               {kStatic, 2, "Down Down type:1 Space type:2", {"[ 12 "}, {15, 56}},
-               {kBare, 2, "", {"(o) Disable IPv4"}},
-               {kStatic, 3, "Up Space Down Space", {"[X] Use DHCPv6"}},
-               {kStatic, 3, "Down Home Right", {"[ 2001:db8::1/64 "}, {14, 29}},
-               {kNoIpv6, 3, "Down Down Up Down Space", {"(o) Set static", "( ) Disable"}}};
-  for (const auto& one : cases) {
-    SCOPED_TRACE(one.steps + one.host.dump());
-    Demo demo(one.host);
-    openNetwork(demo, one.row);
-    demo.Press("Enter");
-    demo.Do(steps(one.steps));
+  const Position hidden;  // it is nowhere
+  const std::tuple<Json, int, std::string, Lines, Position> cases[] = {
+      {kDhcp, 2, "Enter", {"(o) Use dynamic IPv4", "( ) Set static", "( ) Disable"}, hidden},
+      {kDhcp, 2, "Enter Down Down Down Space", {"(o) Set static", "( ) Use dynamic"}, hidden},
+      {kDhcp, 2, "Enter Down Space Down", {"[ 0.0.0.0 "}, {14, 61}},
+      {kStatic, 2, "Enter Down Down Down Down Down", {"(o) Set static"}, {16, 64}},
+      {kStatic, 2, "Enter Down Down type:1 Space type:2", {"[ 12 "}, {15, 56}},
+      {kBare, 2, "Enter", {"(o) Disable IPv4"}, hidden},
+      {kStatic, 3, "Enter Up Space Down Space", {"[X] Use DHCPv6"}, hidden},
+      {kStatic, 3, "Enter Down Home Right", {"[ 2001:db8::1/64 "}, {14, 29}},
+      {kNoIpv6, 3, "Enter Down Down Up Down Space", {"(o) Set static", "( ) Disable"}, hidden}};
+  for (const auto& [host, row, steps, shows, cursor] : cases) {
+    SCOPED_TRACE(steps + host.dump());
+    Demo demo(host);
+    openNetwork(demo, row);
+    demo.Do(parts(steps, ' '));
     const Screen screen = demo.Look();
-    EXPECT_EQ(missingFrom(screen, one.shows), Lines{}) << screen.Dump();
-    EXPECT_EQ(screen.cursorVisible ? screen.cursor : Position{}, one.cursor) << screen.Dump();
+    EXPECT_EQ(missingFrom(screen, shows), Lines{}) << screen.Dump();
+    EXPECT_EQ(screen.cursorVisible ? screen.cursor : hidden, cursor) << screen.Dump();
   }
 }
 

@@ -11,9 +11,9 @@ using namespace Harness;
 
 namespace {
 
-const Lines kNotStored = {
+const char* const kNotStored =
     "log.warning\tError while storing user account information to persistent storage. The new "
-    "information may not be available after reboot. Error: full"};
+    "information may not be available after reboot. Error: full";
 
 void openPassword(Demo& demo) {
   logIn(demo);
@@ -28,18 +28,17 @@ std::string shown(const Screen& screen) {
   return std::to_string(row) + ":" + std::to_string(std::count(text.begin(), text.end(), '*'));
 }
 
-const Lines kStored = {"hostctl\tStoreUserAccountsToCs"};
-const Lines kBackup = {"run\t/sbin/backup.sh backup.sh 0"};
+const std::string kBackup = "run\t/sbin/backup.sh backup.sh 0";
+const Lines kHead = {"hostctl\tStoreUserAccountsToCs", kBackup};
 
-Lines refreshed(const std::string& user) {
-  return {"run\t/bin/hmx-cmd hmx-cmd -U " + user + " internalsvc/refresh"};
+std::string refreshed(const std::string& user) {
+  return "run\t/bin/hmx-cmd hmx-cmd -U " + user + " internalsvc/refresh";
 }
 
 Lines told(const std::string& user) {
-  return {"log.info\tLogin password for user " + user + " has changed",
-          "log.info\tInitializing evbuser library",
-          "event\t@&!*@*@(evb.user.kiva.login.passwd.changed)Login password for user " + user +
-              " changed"};
+  const std::string what = "Login password for user " + user;
+  return {"log.info\t" + what + " has changed", "log.info\tInitializing evbuser library",
+          "event\t@&!*@*@(evb.user.kiva.login.passwd.changed)" + what + " changed"};
 }
 
 TEST(Password, TakesKeysAndTellsWhyItRefuses) {
@@ -80,28 +79,26 @@ TEST(Password, TakesKeysAndTellsWhyItRefuses) {
 
 TEST(Password, AChangeIsMadeToLastWhateverTheToolsCameTo) {
   const char *any = "long-enough", *backup = "/sbin/backup.sh", *agent = "/bin/hmx-cmd";
-  const Lines head = kStored + kBackup, end = told("root"), done = refreshed("root") + end;
-  const std::string asKiva =
+  const Lines end = told("root"), done = Lines{refreshed("root")} + end;
+  const Lines asKiva = {
+      refreshed("root"),
       "log.info\tUnable to execute command hmx-cmd internalsvc/refresh using user root. Using user "
-      "kiva";
-  const Lines noEvent = {end[0], end[1],
+      "kiva",
+      refreshed("kiva")};
+  const Lines noEvent = {refreshed("root"), end[0], end[1],
                          "log.err\tUnable to initialize evbuser library from KIVA. Error code: 7"};
   const Json refuses = {{"status", 255}};
   const Json noStore = {{"features", {{"UserAccountsInConfigStore", false}}}};
-  const struct {
-    Json changes;
-    std::string secret, message;
-    Lines lines;
-  } cases[] = {
-      {rehearsed({{backup, refuses}}), any, "", head + done},
-      {rehearsed({{backup, kDies}}), any, "", head + kKilled + done},
-      {rehearsed({{agent, refuses}}), any, "",
-       head + refreshed("root") + asKiva + refreshed("kiva") + end},
-      {{{"eventLibraryStatus", 7}}, any, "", head + refreshed("root") + noEvent},
-      {{{"minimumPasswordLength", 4}}, "demo", "same as old", head + done},
-      {noStore, any, "", kBackup + done},
-      {failing("StoreUserAccountsToCs", "full"), any, "Error while", kNotStored + kBackup + done},
-      {failing("FeatureList", "full"), any, "Error while", kNotStored + kBackup + done}};
+  const std::tuple<Json, std::string, std::string, Lines> cases[] = {
+      {rehearsed({{backup, refuses}}), any, "", kHead + done},
+      {rehearsed({{backup, kDies}}), any, "", kHead + kKilled + done},
+      {rehearsed({{agent, refuses}}), any, "", kHead + asKiva + end},
+      {{{"eventLibraryStatus", 7}}, any, "", kHead + noEvent},
+      {{{"minimumPasswordLength", 4}}, "demo", "same as old", kHead + done},
+      {noStore, any, "", Lines{kBackup} + done},
+      {failing("StoreUserAccountsToCs", "full"), any, "Error while",
+       Lines{kNotStored, kBackup} + done},
+      {failing("FeatureList", "full"), any, "Error while", Lines{kNotStored, kBackup} + done}};
   for (const auto& [changes, secret, message, lines] : cases) {
     SCOPED_TRACE(changes);
     Demo demo(changes, kQuickEscape);
@@ -128,7 +125,7 @@ TEST(Password, AnExpiredOneIsChangedOnTheWayIn) {
   demo.NewLines();
   demo.Do({"type:long-enough\tlong-enough\n", "wait:Login Name:          [ expired "});
   EXPECT_FALSE(demo.Look().Shows("*")) << "the new one is to be typed";
-  EXPECT_EQ(demo.NewLines(), kStored + kBackup + refreshed("expired") + told("expired"));
+  EXPECT_EQ(demo.NewLines(), kHead + refreshed("expired") + told("expired"));
   demo.Do({"type:long-enough\n", "wait:System Customization"});
 }
 
@@ -152,40 +149,34 @@ TEST(Password, NoCoreFileWhileOneIsHeld) {
 }
 
 TEST(Lockdown, AsksTheHostAndTellsIt) {
-  const std::string hmx = "run\t/bin/hmx-cmd hmx-cmd -U kiva hmxsvc/auth/lockdown_";
-  const std::string failed = "log.err\tEnabling lockdown mode failed with error: ";
-  const Lines enter = {hmx + "mode_enter"}, leave = {hmx + "mode_exit"};
-  const std::string enabled = "log.info\tLockdown mode enabled";
-  const std::string disabled = "log.info\tLockdown mode disabled";
-  const std::string unknown = "log.err\thmx-cmd invocation failure: Success";
-  const Lines ask = {"log.info\thmx-cmd invocation: get hmxsvc/auth/lockdown_is_enabled",
-                     hmx + "is_enabled"};
-  const Lines refused = enter + (failed + "no agent") + ask + unknown;
-  const Lines refusedSilently = enter + failed + ask + unknown;
-  const Lines died = enter + kKilled + failed + ask + kKilled + unknown;
-  const Json notAsUser = {{"status", 255}};
-  const Json noAgent = {{"status", 1}, {"stderr", "no agent"}};
-  const Json slow = {{"status", 0}, {"seconds", 1}};
-  const struct {
-    const char *keys, *box, *state;
-    Lines lines;
-    Json agent = {};
-  } steps[] = {{" \033", "[ ]", "Disabled", {}},
-               {"  \n\033", "[ ]", "Disabled", ask},
-               {"\033OB \n\033", "[ ]", "Enabled", enter + enabled + ask},
-               {"\n", "[X]", "Enabled", ask},
-               {" \n", "[X]", "Disabled", leave + disabled + ask},
-               {" \n", "[ ]", "Disabled", refused, noAgent},
-               {" \n", "[ ]", "Disabled", refusedSilently, notAsUser},
-               {" \n", "[ ]", "Disabled", died, kDies},
-               {" \n\n\033", "[ ]", "Disabled", enter + enabled + ask, slow}};
+  const std::string hmx = "run\t/bin/hmx-cmd hmx-cmd -U kiva hmxsvc/auth/lockdown_",
+                    failed = "log.err\tEnabling lockdown mode failed with error: ",
+                    unknown = "log.err\thmx-cmd invocation failure: Success";
+  const Lines enter = {hmx + "mode_enter"},
+              ask = {"log.info\thmx-cmd invocation: get hmxsvc/auth/lockdown_is_enabled",
+                     hmx + "is_enabled"},
+              enabled = enter + "log.info\tLockdown mode enabled" + ask,
+              disabled = Lines{hmx + "mode_exit", "log.info\tLockdown mode disabled"} + ask,
+              refused = enter + (failed + "no agent") + ask + unknown,
+              died = enter + kKilled + failed + ask + kKilled + unknown;
+  const Json noAgent = {{"status", 255}, {"stderr", "no agent"}}, fine = {},
+             slow = {{"status", 0}, {"seconds", 1}};
+  const std::tuple<const char*, std::string, const char*, Lines, Json> steps[] = {
+      {" \033", "[ ]", "Disabled", {}, fine},
+      {"  \n\033", "[ ]", "Disabled", ask, fine},
+      {"\033OB \n\033", "[ ]", "Enabled", enabled, fine},
+      {"\n", "[X]", "Enabled", ask, fine},
+      {" \n", "[X]", "Disabled", disabled, fine},
+      {" \n", "[ ]", "Disabled", refused, noAgent},
+      {" \n", "[ ]", "Disabled", died, kDies},
+      {" \n\n\033", "[ ]", "Disabled", enabled, slow}};
   Demo demo({}, kQuickEscape);
   logIn(demo);
   demo.Press("Down");
   for (const auto& [keys, box, state, lines, agent] : steps) {
     SCOPED_TRACE(keys + agent.dump());
     demo.host.Set("/tools", agent.is_null() ? Json::object() : Json{{"/bin/hmx-cmd", agent}});
-    demo.Do({"Enter", std::string("wait:") + box + " Enable lockdown mode"});
+    demo.Do({"Enter", "wait:" + box + " Enable lockdown mode"});
     demo.NewLines();
     demo.Type(keys);
     const Screen menu = demo.WaitForGone("Enable lockdown mode");

@@ -59,10 +59,9 @@ class Walk {
   void Restart() {
     Launch launch = host_.Demo({"--clock-speed", OneOf({"1", "1", "100", "5000"})});
     launch.term = OneOf({"xterm-256color", "xterm-256color", "xterm", "vt102"});
-    launch.environment = {{"ESCDELAY", "10"},
-                          {"LESSSECURE", "1"},
-                          {"ASAN_OPTIONS", reports_},
-                          {"UBSAN_OPTIONS", reports_}};
+    launch.environment = {{"ESCDELAY", "10"}, {"LESSSECURE", "1"}};
+    for (const char* sanitizer : {"ASAN_OPTIONS", "UBSAN_OPTIONS"})
+      launch.environment[sanitizer] = reports_;
     terminal_.reset();
     terminal_ = std::make_unique<Terminal>(launch, size_);
     recent_.clear();
@@ -71,16 +70,10 @@ class Walk {
 
   void Step() {
     const int kind = Below(100);
-    if (kind >= 24)
-      SendKeys(1 + Below(8));
-    else if (kind >= 23)
-      terminal_->Signal(OneOf({SIGUSR1, SIGUSR1, SIGUSR2, SIGINT, SIGWINCH}));
-    else if (kind >= 20)
-      ChangeHost();
-    else if (kind >= 1)
-      LogIn();
-    else
-      SendKeys(300);
+    if (kind >= 24 || kind < 1) return SendKeys(kind < 1 ? 300 : 1 + Below(8));
+    if (kind < 20) return LogIn();
+    if (kind < 23) return ChangeHost();
+    terminal_->Signal(OneOf({SIGUSR1, SIGUSR1, SIGUSR2, SIGINT, SIGWINCH}));
   }
 
   void SendKeys(int count) {
@@ -160,8 +153,6 @@ TEST_P(RandomWalk, FindsNothing) {
       << "it must get further than the door";
 }
 
-INSTANTIATE_TEST_SUITE_P(Sizes, RandomWalk, testing::ValuesIn(kSizes), [](const auto& size) {
-  return std::to_string(size.param.columns) + "x" + std::to_string(size.param.rows);
-});
+INSTANTIATE_TEST_SUITE_P(Sizes, RandomWalk, testing::ValuesIn(kSizes));
 
 }  // namespace

@@ -6,7 +6,6 @@
 
 #include <csignal>
 #include <cstring>
-#include <sstream>
 
 #include "harness/demo.h"
 #include "hostctl/lib/descriptor.h"
@@ -41,31 +40,29 @@ TEST(Start, TakesAVirtualTerminalsNumber) {
 }
 
 TEST(Start, ChoosesTheTerminalType) {
-  struct Case {
-    const char* term;
-    bool colours, localConsole, replaced;
-    std::map<std::string, std::string> environment = {};
-  };
-  for (const Case& c :
-       {Case{nullptr, 0, 0, 0}, Case{"no-such-type", 0, 0, 1}, Case{"", 0, 0, 1},
-        Case{"dumb", 0, 0, 1}, Case{"vt102", 0, 0, 0}, Case{"linux", 0, 0, 0},
-        Case{"xterm", 0, 1, 0}, Case{"xterm", 0, 0, 0, {{"SSH_CLIENT", "::1 50000 22"}}},
-        Case{"xterm-256color", 1, 0, 0}}) {
-    const std::string term = c.term ? c.term : "none";
+  /// The type; whether it has colours, is taken for the local console, and is replaced by another.
+  const std::tuple<std::optional<std::string>, bool, bool, bool> types[] = {
+      {std::nullopt, 0, 0, 0}, {"no-such-type", 0, 0, 1},  {"", 0, 0, 1},
+      {"dumb", 0, 0, 1},       {"vt102", 0, 0, 0},         {"linux", 0, 0, 0},
+      {"xterm", 0, 1, 0},      {"xterm-256color", 1, 0, 0}};
+  for (const auto& [type, hasColours, isLocal, isReplaced] : types) {
+    const std::string term = type.value_or("none");
     SCOPED_TRACE(term);
-    Demo demo({},
-              {.term = c.term ? std::optional(term) : std::nullopt, .environment = c.environment});
+    Demo demo({}, {.term = type});
     const Screen welcome = demo.WaitFor(kWelcome);
-    EXPECT_EQ(isAllIn(welcome, {}), !c.colours);
-    EXPECT_EQ(welcome.At(1, 1).reverse, !c.colours) << "the dark area, in standout";
+    EXPECT_EQ(isAllIn(welcome, {}), !hasColours);
+    EXPECT_EQ(welcome.At(1, 1).reverse, !hasColours) << "the dark area, in standout";
     EXPECT_FALSE(welcome.At(22, 1).reverse) << "the bright area, plain";
     const Lines replaced = {"Cannot drive a terminal of type \"" + term + "\", using vt102"};
-    EXPECT_EQ(demo.host.Journal("log.err"), c.replaced ? replaced : Lines{});
+    EXPECT_EQ(demo.host.Journal("log.err"), isReplaced ? replaced : Lines{});
     logIn(demo);
-    EXPECT_EQ(demo.Look().Shows("Configure Keyboard"), c.localConsole);
-    EXPECT_EQ(isAllIn(demo.Look(), {}), !c.colours);
-    EXPECT_EQ(demo.Look().At(4, 10).reverse, !c.colours) << "the selected entry";
+    EXPECT_EQ(demo.Look().Shows("Configure Keyboard"), isLocal);
+    EXPECT_EQ(isAllIn(demo.Look(), {}), !hasColours);
+    EXPECT_EQ(demo.Look().At(4, 10).reverse, !hasColours) << "the selected entry";
   }
+  Demo remote({}, {.term = "xterm", .environment = {{"SSH_CLIENT", "::1 50000 22"}}});
+  logIn(remote);
+  EXPECT_FALSE(remote.Look().Shows("Configure Keyboard"));
 }
 
 TEST(Start, ChangesPaletteAndTerminalUntilItEnds) {
@@ -104,15 +101,15 @@ TEST(Start, AnExceptionOfTheHostEndsItOrderly) {
 }
 
 TEST(Start, NoFaultOfTheHostCrashesIt) {
-  std::istringstream operations(
-      "FindOption GetAdapters GetAllSlots GetBiosData GetBmcVersion GetBootOption "
-      "GetConnectionPoint GetDomain GetFirewallRulesets GetHost GetHostname GetIpConfig "
-      "GetKeyboardLayout GetKeyboardLayouts GetManagementInterface GetModelName "
-      "GetModuleVersion GetNameServers GetNumCpuPackages GetPageSize GetPnics GetProductName "
-      "GetSearchDomains GetSerialNumber GetServiceTag GetTarnDefaultGateway GetToken "
-      "GetTotalPages GetVendorName GetVersion GetWelcomeMessage Refresh SetSystemAlert "
-      "UpdateManagementInterface");
-  for (std::string operation; operations >> operation;) {
+  for (const std::string& operation :
+       parts("FindOption GetAdapters GetAllSlots GetBiosData GetBmcVersion GetBootOption "
+             "GetConnectionPoint GetDomain GetFirewallRulesets GetHost GetHostname GetIpConfig "
+             "GetKeyboardLayout GetKeyboardLayouts GetManagementInterface GetModelName "
+             "GetModuleVersion GetNameServers GetNumCpuPackages GetPageSize GetPnics "
+             "GetProductName GetSearchDomains GetSerialNumber GetServiceTag GetTarnDefaultGateway "
+             "GetToken GetTotalPages GetVendorName GetVersion GetWelcomeMessage Refresh "
+             "SetSystemAlert UpdateManagementInterface",
+             ' ')) {
     SCOPED_TRACE(operation);
     Demo demo(failing(operation, "rehearsed"),
               {.term = "xterm", .environment = kQuickEscape.environment});
@@ -125,16 +122,13 @@ TEST(Start, NoFaultOfTheHostCrashesIt) {
   }
 }
 
-TEST(Start, EndsWithoutInput) {
+TEST(Start, EndsWithoutInputAndGoesOnWithoutOutput) {
   for (const char* script : {R"(exec "$0" "$@" </dev/null)", R"(exec "$0" "$@" <&-)",
                              R"(true | "$0" "$@")", R"(exec "$0" "$@" </dev/null >&- 2>&-)"}) {
     SCOPED_TRACE(script);
     Demo demo({}, {.script = script});
     EXPECT_EQ(demo.WaitForExit(), 0);
   }
-}
-
-TEST(Start, GoesOnWithoutOutput) {
   Demo demo({}, {.script = R"(exec "$0" "$@" >&-)"});
   demo.WaitForLine("log.info", "Starting KIVA");
   EXPECT_TRUE(demo.StaysIdle());

@@ -28,9 +28,6 @@ Json timeOut(int seconds) {
   return {{"options", {{"/UserVars/KivaTimeOut", seconds}}}};
 }
 
-constexpr const char* kCardInSlot = "/smartCardSlots/0/token";
-const Json kCard = {{"label", "Card"}, {"userId", "carla"}};
-
 bool isDim(const Screen& screen) {
   return isAllIn(screen, {6, 0}) && !screen.cursorVisible;
 }
@@ -39,15 +36,15 @@ Screen waitUntilDim(Demo& demo) {
   return demo.WaitUntil(isDim, "the screen to be dark grey on black, without a cursor");
 }
 
-const std::pair<const char*, Lines> kPlaces[] = {
-    {"welcome", {}},
-    {"login", {"F2", "wait:Authentication Required"}},
-    {"message", {"F2", "Enter", "Enter", "wait:Authentication failed"}},
-    {"menu", kLogIn}};
+/// Welcome, login, a message, and the menu.
+const Lines kPlaces[] = {{},
+                         {"F2", "wait:Authentication Required"},
+                         {"F2", "Enter", "Enter", "wait:Authentication failed"},
+                         kLogIn};
 
 TEST(Time, DimsAfterAMinuteAndWakesAsItWas) {
-  for (const auto& [name, way] : kPlaces) {
-    SCOPED_TRACE(name);
+  for (const Lines& way : kPlaces) {
+    SCOPED_TRACE(testing::PrintToString(way));
     Demo demo({}, at(kSpeed));
     demo.Do(way);
     demo.Press("PageUp");  // says nothing to these screens; the minute begins
@@ -93,7 +90,6 @@ TEST(Time, ADialogWithoutSessionTimesOutSilently) {
   Json changes = timeOut(30);
   changes["tools"]["/sbin/poweroff"]["status"] = 0;  // a host that does not go down
   const std::pair<Lines, const char*> places[] = {
-      {{"F2"}, kLogin},
       {{"F12"}, kLogin},
       {{"F2", "Enter", "Enter", "wait:Authentication f"}, kLogin},
       {{"F12", "Enter", "type:demo", "Enter", "wait:Forcefully", "F2"}, "in progress"}};
@@ -136,14 +132,28 @@ TEST(Time, SettingsThatNeverTimeOut) {
   EXPECT_EQ(demo.host.Journal(), Lines{"log.info\tStarting KIVA"});
 }
 
-TEST(Signals, EndWhateverIsOnTheScreen) {
-  for (const int end : {SIGTERM, SIGINT, SIGQUIT, SIGWINCH, kHangUp})
-    for (const auto& [name, way] : kPlaces) {
-      SCOPED_TRACE(name + std::to_string(end));
-      Demo demo({}, at(1));
-      demo.Do(way);
+TEST(Signals, EndWhateverIsOnTheScreenAndTellTheHostNothing) {
+  const Json full = {{"faults", {{"StoreUserAccountsToCs", "full"}, {"SetOption", "full"}}}};
+  constexpr int kOnTheWay = -1;
+  /// The row of the troubleshooting options in which the rest begins, unless all is on the way.
+  std::vector<std::pair<int, Lines>> places = {
+      {kOnTheWay, kLogIn + parts("Enter;type:demo\tdemo\tdemo\n;wait:Are you sure?")},
+      {kOnTheWay, kLogIn + parts("Enter;type:demo\tlong-enough\tlong-enough\n;wait:Error while")},
+      {kOnTheWay, {"F2", "type:expired\nexpired\n", "wait:has expired", "Enter"}},
+      {2, {"Enter", "type:1441", "Enter", "wait:Invalid timeout value"}},
+      {3, {"Enter", "type:5", "Enter", "wait:Operation Failed"}},
+      {4, {"Enter", "F11", "wait:<Enter> OK"}}};
+  for (const Lines& way : kPlaces) places.emplace_back(kOnTheWay, way);
+  for (const auto& [row, keys] : places)
+    for (const int end : {SIGTERM, SIGINT, SIGQUIT, SIGWINCH, kHangUp}) {
+      SCOPED_TRACE(testing::PrintToString(keys) + std::to_string(end));
+      Demo demo(full, at(1));
+      if (row != kOnTheWay) openTroubleshooting(demo, row);
+      demo.Do(keys);
+      demo.NewLines();
       EXPECT_EQ(demo.EndBy(end), 0);
-      EXPECT_EQ(demo.HasLine("log.info", "Resized window to 132x43"), end == SIGWINCH);
+      const Lines resized = {"log.info\tResized window to 132x43"};
+      EXPECT_EQ(demo.NewLines(), end == SIGWINCH ? resized : Lines{});
     }
   Demo demo;
   demo.Send("\033R");
@@ -151,41 +161,21 @@ TEST(Signals, EndWhateverIsOnTheScreen) {
   EXPECT_EQ(demo.host.Journal().back(), "log.info\tResized window to 80x24");
 }
 
-TEST(Signals, AStopEndsEveryDialogAndTellsTheHostNothing) {
-  const Json full = {{"faults", {{"StoreUserAccountsToCs", "full"}, {"SetOption", "full"}}}};
-  constexpr int kCustomization = -1;
-  const std::pair<int, Lines> places[] = {
-      {kCustomization, {"Enter", "type:demo\tdemo\tdemo\n", "wait:Are you sure?"}},
-      {kCustomization, {"Enter", "type:demo\tlong-enough\tlong-enough\n", "wait:Error while"}},
-      {kCustomization, {"Esc", "F2", "type:expired\nexpired\n", "wait:has expired", "Enter"}},
-      {2, {"Enter", "type:1441", "Enter", "wait:Invalid timeout value"}},
-      {3, {"Enter", "type:5", "Enter", "wait:Operation Failed"}},
-      {4, {"Enter", "F11", "wait:<Enter> OK"}}};
-  for (const auto& [row, keys] : places) {
-    SCOPED_TRACE(testing::PrintToString(keys));
-    Demo demo(full, at(1));
-    row == kCustomization ? logIn(demo) : openTroubleshooting(demo, row);
-    demo.Do(keys);
-    demo.NewLines();
-    EXPECT_EQ(demo.Stop(), 0);
-    EXPECT_EQ(demo.NewLines(), Lines{});
-  }
-}
-
 TEST(Signals, AStopRequestWaitsForTheSessionToEnd) {
-  for (const auto& [name, way] : kPlaces) {
-    SCOPED_TRACE(name);
+  for (const Lines& way : kPlaces) {
+    SCOPED_TRACE(testing::PrintToString(way));
+    const bool session = way == kLogIn;
     Demo demo({}, at(1));
     demo.Do(way);
     demo.Signal(SIGUSR2);
-    if (std::string(name) == "menu") {
+    if (session) {
       EXPECT_TRUE(demo.StaysIdle());
       demo.Press("Down");
       EXPECT_TRUE(demo.Look().Shows("lockdown mode prevents"));
       demo.Send("\033");
     }
     EXPECT_EQ(demo.WaitForExit(), 0);
-    EXPECT_EQ(demo.HasLine("log.info", "User root logged out"), std::string(name) == "menu");
+    EXPECT_EQ(demo.HasLine("log.info", "User root logged out"), session);
   }
   Demo demo(timeOut(30), at(kSpeed));
   logIn(demo);
@@ -196,24 +186,26 @@ TEST(Signals, AStopRequestWaitsForTheSessionToEnd) {
 
 TEST(Signals, ASmartCardOpensAndClosesItsOwnSession) {
   Demo demo({}, at(1));
-  demo.Signal(SIGUSR1);
+  const auto card = [&demo](const Json& token) {
+    demo.host.Set("/smartCardSlots/0/token", token);
+    demo.Signal(SIGUSR1);
+  };
+  const Json carla = {{"label", "Card"}, {"userId", "carla"}};
+  card(nullptr);
   EXPECT_TRUE(demo.StaysIdle());
-  demo.host.Set(kCardInSlot, kCard);
+  demo.host.Set("/smartCardSlots/0/token", carla);
   logIn(demo);
-  demo.host.Set(kCardInSlot, nullptr);
-  demo.Signal(SIGUSR1);
+  card(nullptr);
   demo.Press("Down");
   EXPECT_TRUE(demo.Look().Shows(kMenu)) << "a session by password";
   demo.Press("Esc");
-  demo.host.Set(kCardInSlot, kCard);
-  demo.Signal(SIGUSR1);
+  card(carla);
   demo.WaitForLine("log.info", "Found smart card with user id 'carla'");
   demo.Do({"F2", "wait:PIN:", "wait:[ carla ", "Enter", "type:4711", "Enter"});
   demo.WaitFor(kMenu);
-  demo.Signal(SIGUSR1);
+  card(carla);
   EXPECT_TRUE(demo.StaysIdle()) << "the card is still there";
-  demo.host.Set(kCardInSlot, nullptr);
-  demo.Signal(SIGUSR1);
+  card(nullptr);
   EXPECT_EQ(demo.WaitForExit(), 0);
   EXPECT_EQ(demo.host.Journal().back(), "log.info\tLogging out user id 'carla'");
 }

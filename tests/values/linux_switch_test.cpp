@@ -31,70 +31,75 @@ class LinuxSwitchFiles : public testing::Test {
     own_.Change("op", "object", changes, [] {});
   }
   std::string Text(const std::string& name) { return own_.Read("10-kiva-" + name).Text(); }
+  std::optional<std::string> Get(const std::string& name, const char* section, const char* key) {
+    return own_.Read("10-kiva-" + name).Get(section, key);
+  }
+  void Expect(const std::map<std::string, std::string>& texts) {
+    for (const auto& [name, text] : texts) EXPECT_EQ(Text(name), text) << name;
+  }
 
   const Harness::TemporaryFolder folder_;
   const Files files_{folder_.Path()};
   const OwnFiles own_{files_};
 };
 
-// The text of a link's file: its kind and name, what else stands in [Link] and [Network], and the
+// The text of a link's file: its kind and name, what else stands in [Network] and [Link], and the
 // rest.
-std::string linkFile(const std::string& kind, const std::string& name, const std::string& link,
-                     const std::string& network, const std::string& rest = {}) {
+std::string linkFile(const std::string& kind, const std::string& name, const std::string& network,
+                     const std::string& rest = {}, const std::string& link = {}) {
   return "[X-Kiva]\nKind=" + kind + "\n" + rest + "\n[Match]\nName=" + name +
          "\n\n[Link]\nRequiredForOnline=no\n" + link +
          "\n[Network]\nLinkLocalAddressing=no\nIPv6AcceptRA=no\n" + network;
 }
 
+// The same of eth0 or eth1.
+std::string uplinkFile(const std::string& name, const std::string& order,
+                       const std::string& network, const std::string& link = {}) {
+  return linkFile("uplink", name, network,
+                  "Switch=vSwitch0\nOrder=" + order +
+                      "\nActive=yes\nPermanentMACAddress=00:16:3e:00:00:0" + name.back() + "\n",
+                  link);
+}
+
+const std::string kPort = linkFile("port", "tarn0-port", "Bridge=vSwitch0\n",
+                                   "Interface=tarn0\nPortGroup=Management Network\n");
+
 TEST_F(LinuxSwitchFiles, OneUplinkWithoutVlan) {
   Write({management({kEth0}, 0)});
-  const std::pair<const char*, std::string> expected[] = {
-      {"vSwitch0.netdev",
-       "[X-Kiva]\nKind=switch\n\n[NetDev]\nName=vSwitch0\nKind=bridge\n\n"
-       "[Bridge]\nSTP=no\nForwardDelaySec=0\n\n"
-       "[X-Kiva-PortGroup]\nName=Management Network\nVlanId=0\n\n"
-       "[X-Kiva-PortGroup]\nName=VM Network\nVlanId=0\n"},
-      {"vSwitch0.network", linkFile("switch", "vSwitch0", "", "ConfigureWithoutCarrier=yes\n")},
-      {"tarn0.netdev",
-       "[X-Kiva]\nKind=interface\n\n[NetDev]\nName=tarn0\nKind=veth\n\n[Peer]\nName=tarn0-port\n"},
-      {"tarn0-port.network", linkFile("port", "tarn0-port", "", "Bridge=vSwitch0\n",
-                                      "Interface=tarn0\nPortGroup=Management Network\n")},
-      {"eth0.network",
-       linkFile("uplink", "eth0", "MACAddress=06:16:3e:00:00:00\n", "Bridge=vSwitch0\n",
-                "Switch=vSwitch0\nOrder=0\nActive=yes\nPermanentMACAddress=00:16:3e:00:00:00\n")}};
-  EXPECT_EQ(own_.List().size(), std::size(expected));
-  for (const auto& [name, text] : expected) EXPECT_EQ(Text(name), text) << name;
+  Expect({{"vSwitch0.netdev",
+           "[X-Kiva]\nKind=switch\n\n[NetDev]\nName=vSwitch0\nKind=bridge\n\n"
+           "[Bridge]\nSTP=no\nForwardDelaySec=0\n\n"
+           "[X-Kiva-PortGroup]\nName=Management Network\nVlanId=0\n\n"
+           "[X-Kiva-PortGroup]\nName=VM Network\nVlanId=0\n"},
+          {"vSwitch0.network", linkFile("switch", "vSwitch0", "ConfigureWithoutCarrier=yes\n")},
+          {"tarn0.netdev",
+           "[X-Kiva]\nKind=interface\n\n[NetDev]\nName=tarn0\nKind=veth\n\n"
+           "[Peer]\nName=tarn0-port\n"},
+          {"tarn0-port.network", kPort},
+          {"eth0.network",
+           uplinkFile("eth0", "0", "Bridge=vSwitch0\n", "MACAddress=06:16:3e:00:00:00\n")}});
+  EXPECT_EQ(own_.List().size(), 5u);
 }
 
 TEST_F(LinuxSwitchFiles, BondWithVlan) {
   Write({management({kEth1, kEth0}, 100)});
   const std::string vlans = "\n[BridgeVLAN]\nPVID=1\nEgressUntagged=1\n\n[BridgeVLAN]\nVLAN=100\n";
-  const std::pair<const char*, std::string> expected[] = {
-      {"vSwitch0-bond.netdev",
-       "[X-Kiva]\nKind=bond\n\n[NetDev]\nName=vSwitch0-bond\nKind=bond\n"
-       "MACAddress=0a:16:3e:00:00:01\n\n"
-       "[Bond]\nMode=active-backup\nMIIMonitorSec=0.1\nPrimaryReselectPolicy=always\n"},
-      {"vSwitch0-bond.network", linkFile("bond", "vSwitch0-bond", "", "Bridge=vSwitch0\n") + vlans},
-      {"tarn0-port.network", linkFile("port", "tarn0-port", "", "Bridge=vSwitch0\n",
-                                      "Interface=tarn0\nPortGroup=Management Network\n") +
-                                 "\n[BridgeVLAN]\nPVID=100\nEgressUntagged=100\n"},
-      {"eth0.network",
-       linkFile("uplink", "eth0", "", "Bond=vSwitch0-bond\n",
-                "Switch=vSwitch0\nOrder=1\nActive=yes\nPermanentMACAddress=00:16:3e:00:00:00\n")},
-      {"eth1.network",
-       linkFile("uplink", "eth1", "", "Bond=vSwitch0-bond\nPrimarySlave=yes\n",
-                "Switch=vSwitch0\nOrder=0\nActive=yes\nPermanentMACAddress=00:16:3e:00:00:01\n")}};
-  for (const auto& [name, text] : expected) EXPECT_EQ(Text(name), text) << name;
-  const IniFile bridge = own_.Read("10-kiva-vSwitch0.netdev");
-  EXPECT_EQ(bridge.Get("Bridge", "VLANFiltering"), "yes");
-  EXPECT_EQ(bridge.Get("Bridge", "DefaultPVID"), "none");
+  Expect({{"vSwitch0-bond.netdev",
+           "[X-Kiva]\nKind=bond\n\n[NetDev]\nName=vSwitch0-bond\nKind=bond\n"
+           "MACAddress=0a:16:3e:00:00:01\n\n"
+           "[Bond]\nMode=active-backup\nMIIMonitorSec=0.1\nPrimaryReselectPolicy=always\n"},
+          {"vSwitch0-bond.network", linkFile("bond", "vSwitch0-bond", "Bridge=vSwitch0\n") + vlans},
+          {"tarn0-port.network", kPort + "\n[BridgeVLAN]\nPVID=100\nEgressUntagged=100\n"},
+          {"eth0.network", uplinkFile("eth0", "1", "Bond=vSwitch0-bond\n")},
+          {"eth1.network", uplinkFile("eth1", "0", "Bond=vSwitch0-bond\nPrimarySlave=yes\n")}});
+  EXPECT_EQ(Get("vSwitch0.netdev", "Bridge", "VLANFiltering"), "yes");
+  EXPECT_EQ(Get("vSwitch0.netdev", "Bridge", "DefaultPVID"), "none");
 
   // The first of the order takes over in a bond that stays, which has the address that it has.
   Write({management({kEth0, kEth1}, 100)});
-  EXPECT_EQ(own_.Read("10-kiva-eth0.network").Get("Network", "PrimarySlave"), "yes");
-  EXPECT_EQ(own_.Read("10-kiva-eth1.network").Get("Network", "PrimarySlave"), std::nullopt);
-  EXPECT_EQ(own_.Read("10-kiva-vSwitch0-bond.netdev").Get("NetDev", "MACAddress"),
-            "0a:16:3e:00:00:01");
+  EXPECT_EQ(Get("eth0.network", "Network", "PrimarySlave"), "yes");
+  EXPECT_EQ(Get("eth1.network", "Network", "PrimarySlave"), std::nullopt);
+  EXPECT_EQ(Get("vSwitch0-bond.netdev", "NetDev", "MACAddress"), "0a:16:3e:00:00:01");
 }
 
 TEST_F(LinuxSwitchFiles, WhatWasWrittenIsReadAgain) {
@@ -118,37 +123,32 @@ TEST_F(LinuxSwitchFiles, KeepsWhatOthersWrote) {
                 Text("eth0.network") + "# by hand\n[Link]\nMTUBytes=9000\n");
   folder_.Write("/etc/systemd/network/10-kiva-tarn0.network", "[Network]\nDHCP=ipv4\n");
   Write({management({kEth0, kEth1}, 0)});
-  EXPECT_TRUE(Text("eth0.network").ends_with("# by hand\n[Link]\nMTUBytes=9000\n"))
-      << Text("eth0.network");
+  EXPECT_TRUE(Text("eth0.network").ends_with("# by hand\n[Link]\nMTUBytes=9000\n"));
   EXPECT_EQ(own_.Read("10-kiva-eth0.network").GetAll("Link", "MACAddress").size(), 0u);
   Write({});
   EXPECT_EQ(own_.List(), std::vector<std::string>{"10-kiva-tarn0.network"});
 }
 
 TEST(LinuxSwitchModel, VlansOfPorts) {
-  struct Case {
-    std::vector<int> groups;
-    bool filters;
-    PortVlans uplink;
-    std::vector<int> untagged;
-  };
+  using Ids = std::vector<int>;
   const PortVlans::Range all{1, 4094};
-  const Case cases[] = {{{0}, false, {1, {}}, {1}},
-                        {{0, 100}, true, {1, {{100, 100}}}, {1, 100}},
-                        {{1, 2, 0}, true, {3, {{1, 1}, {2, 2}}}, {1, 2, 3}},
-                        {{4095, 1}, true, {2, {all}}, {2, 1}}};
-  for (const Case& one : cases) {
+  const std::tuple<Ids, bool, PortVlans, Ids> cases[] = {
+      {{0}, false, {1, {}}, {1}},
+      {{0, 100}, true, {1, {{100, 100}}}, {1, 100}},
+      {{1, 2, 0}, true, {3, {{1, 1}, {2, 2}}}, {1, 2, 3}},
+      {{4095, 1}, true, {2, {all}}, {2, 1}}};
+  for (const auto& [groups, filters, uplink, untagged] : cases) {
     Switch of{"vSwitch0", {}, {}, {}};
-    for (const int id : one.groups) {
+    for (const int id : groups) {
       of.portGroups.push_back({"g" + std::to_string(id), id});
       of.interfaces.push_back({"tarn" + std::to_string(id), "g" + std::to_string(id)});
     }
-    EXPECT_EQ(of.FiltersVlans(), one.filters);
-    EXPECT_EQ(of.VlansOfUplink(), one.uplink);
-    for (std::size_t i = 0; i < one.groups.size(); ++i) {
+    EXPECT_EQ(of.FiltersVlans(), filters);
+    EXPECT_EQ(of.VlansOfUplink(), uplink);
+    for (std::size_t i = 0; i < groups.size(); ++i) {
       const PortVlans vlans = of.VlansOf(of.interfaces[i]);
-      EXPECT_EQ(vlans.untagged, one.untagged[i]);
-      EXPECT_EQ(vlans.tagged.size(), one.groups[i] == kTrunkVlan ? 1u : 0u);
+      EXPECT_EQ(vlans.untagged, untagged[i]);
+      EXPECT_EQ(vlans.tagged.size(), groups[i] == kTrunkVlan ? 1u : 0u);
     }
   }
 }
@@ -161,11 +161,12 @@ TEST(LinuxSwitchModel, WaitsForLinksThatAreNotAsWritten) {
     row.address = address;
     return row;
   };
-  const LinkRow bridge = link(1, "vSwitch0", 0), port = link(2, "tarn0-port", 1);
+  const char* kOwn = "06:16:3e:00:00:00";
+  const LinkRow bridge = link(1, "vSwitch0", 0), port = link(2, "tarn0-port", 1),
+                first = link(4, "eth0", 3), second = link(5, "eth1", 3), loose = link(5, "eth1", 1);
   LinkRow bond = link(3, "vSwitch0-bond", 1), down = port;
   bond.primary = 4;
   down.up = false;
-  const char* kOwn = "06:16:3e:00:00:00";
   const SwitchUplink idle{"eth1", "", false};
   const std::tuple<std::vector<SwitchUplink>, std::vector<LinkRow>, const char*> cases[] = {
       {{}, {bridge, port}, ""},
@@ -176,12 +177,10 @@ TEST(LinuxSwitchModel, WaitsForLinksThatAreNotAsWritten) {
       {{kEth0}, {bridge, port, link(4, "eth0", 1, kOwn)}, ""},
       {{kEth0}, {bridge, port, link(4, "eth0", 0, kOwn)}, "eth0"},
       {{kEth0}, {bridge, port, link(4, "eth0", 1, "00:16:3e:00:00:00")}, "eth0"},
-      {{kEth0, idle}, {bridge, port, link(4, "eth0", 1, kOwn), link(5, "eth1", 1)}, "eth1"},
-      {{kEth0, kEth1}, {bridge, port, bond, link(4, "eth0", 3), link(5, "eth1", 3)}, ""},
-      {{kEth0, kEth1}, {bridge, port, bond, link(4, "eth0", 3), link(5, "eth1", 1)}, "eth1"},
-      {{kEth1, kEth0},
-       {bridge, port, bond, link(4, "eth0", 3), link(5, "eth1", 3)},
-       "vSwitch0-bond"},
+      {{kEth0, idle}, {bridge, port, link(4, "eth0", 1, kOwn), loose}, "eth1"},
+      {{kEth0, kEth1}, {bridge, port, bond, first, second}, ""},
+      {{kEth0, kEth1}, {bridge, port, bond, first, loose}, "eth1"},
+      {{kEth1, kEth0}, {bridge, port, bond, first, second}, "vSwitch0-bond"},
       {{kEth0, kEth1}, {bridge, port}, "vSwitch0-bond"}};
   for (const auto& [uplinks, links, missing] : cases)
     EXPECT_EQ(unsettledLink({management(uplinks, 0)}, links), missing);

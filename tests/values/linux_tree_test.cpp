@@ -40,20 +40,17 @@ TEST_F(LinuxTree, AnEmptyMachineKnowsNothingAndThrowsNothing) {
 }
 
 TEST_F(LinuxTree, HardwareWithoutTheFirmwaresFillers) {
-  for (const auto& [name, text] : {std::pair{"sys_vendor", "Corvo Systems  \n"},
-                                   {"product_name", "to be filled by O.E.M.\n"},
-                                   {"product_serial", "SN-7\n"},
-                                   {"chassis_serial", "Default string\n"},
-                                   {"bios_release", "5.17\n"},
-                                   {"chassis_asset_tag", "A 7\n"}})
-    Write(std::string("/sys/class/dmi/id/") + name, text);
+  const std::map<std::string, std::string> identity = {
+      {"sys_vendor", "Corvo Systems  \n"}, {"product_name", "to be filled by O.E.M.\n"},
+      {"product_serial", "SN-7\n"},        {"chassis_serial", "Default string\n"},
+      {"bios_release", "5.17\n"},          {"chassis_asset_tag", "A 7\n"}};
+  for (const auto& [name, text] : identity) Write("/sys/class/dmi/id/" + name, text);
   Write("/sys/class/ipmi/ipmi0/device/bmc/firmware_revision", "4.22\n");
   const auto record = driver_.ReadHardware();
   EXPECT_EQ(record.vendorName + "|" + record.productName + "|" + record.serialNumber + "|" +
-                record.serviceTag + "|" + record.bmcVersion + "|" + record.bios.assetTag,
-            "Corvo Systems||SN-7||4.22|A 7");
-  EXPECT_EQ(record.bios.majorVersion, 5);
-  EXPECT_EQ(record.bios.minorVersion, 17);
+                record.serviceTag + "|" + record.bmcVersion + "|" + record.bios.assetTag + "|" +
+                std::to_string(record.bios.majorVersion * 100 + record.bios.minorVersion),
+            "Corvo Systems||SN-7||4.22|A 7|517");
 }
 
 TEST_F(LinuxTree, StorageAdaptersAndModuleVersions) {
@@ -141,10 +138,11 @@ TEST_F(LinuxTree, SettingsAndKeyboard) {
   Write("/etc/default/keyboard", "XKBLAYOUT=\"fr,us\"\n");
   EXPECT_EQ(driver_.ReadKeyboardLayout(), "fr");
   const std::string kept = "# KEYMAP=none\nFONT=Lat2\nKEYMAP_TOGGLE=us\n";
-  for (const auto& [before, after] : std::vector<std::pair<std::string, std::string>>{
-           {"", "KEYMAP=de\n"},
-           {kept, kept + "KEYMAP=de\n"},
-           {"KEYMAP=\"cz\"\n" + kept + " KEYMAP = 'us'", "KEYMAP=de\n" + kept}}) {
+  const std::pair<std::string, std::string> consoles[] = {
+      {"", "KEYMAP=de\n"},
+      {kept, kept + "KEYMAP=de\n"},
+      {"KEYMAP=\"cz\"\n" + kept + " KEYMAP = 'us'", "KEYMAP=de\n" + kept}};
+  for (const auto& [before, after] : consoles) {
     Write("/etc/vconsole.conf", before);
     driver_.WriteKeyboardLayout("de");
     EXPECT_EQ(Files(root_).Read("/etc/vconsole.conf"), after);

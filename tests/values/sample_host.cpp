@@ -10,7 +10,6 @@
 #include "sample/changes.h"
 #include "sample/sample_host.h"
 #include "sample/store.h"
-#include "system/host_tools.h"
 
 namespace {
 
@@ -63,16 +62,15 @@ TEST(SampleStore, RefusesWhatIsNoJson) {
       {"{\"memory\": 1e999}", ": a number is too large"},
       {std::string(100000, '['), ": line 1 is not JSON"},
       {"{\"version\": \"\xff\"}", ": line 1 is not JSON"}};
-  for (const auto& [text, trouble] : cases) {
-    DemoHost host;
-    host.WriteText(text);
-    EXPECT_EQ(troubleOf(host), host.File().string() + trouble);
-  }
   DemoHost host;
   auto json = host.State();
   for (const char* key : {"faults", "tools", "eventLibraryStatus", "systemAlert"}) json.erase(key);
   host.WriteText(json.dump());
   EXPECT_EQ(troubleOf(host), "usable") << "these may be left out";
+  for (const auto& [text, trouble] : cases) {
+    host.WriteText(text);
+    EXPECT_EQ(troubleOf(host), host.File().string() + trouble);
+  }
 }
 
 TEST(SampleStore, FollowsTheFileAndOutlivesABadEdit) {
@@ -126,22 +124,11 @@ class SampleHost : public testing::Test {
   DemoHost host;
 };
 
-TEST_F(SampleHost, JournalsWhatLeavesTheProgram) {
-  EXPECT_EQ(platform().EventInit(), 0);
-  host.Set("/eventLibraryStatus", -3);
-  EXPECT_EQ(platform().EventInit(), -3);
+TEST_F(SampleHost, JournalsWhatIsLogged) {
   platform().Log(LOG_INFO, "two\nlines");
   platform().Log(LOG_DEBUG, "dropped");
-  platform().Log(LOG_USER | LOG_WARNING, "w");
-  platform().Log(LOG_AUTH | LOG_EMERG, "m");
   platform().Log((12 << 3) | LOG_CRIT, "c");
-  const auto tool = platform().ChildProgram({"/bin/hmx-cmd", {"hmx-cmd", "-U", "kiva"}});
-  EXPECT_EQ(Kiva::commandLine(tool.arguments),
-            "kiva-demo-tools --host " + host.Directory().string() + " --console " +
-                std::to_string(getpid()) + " /bin/hmx-cmd -U kiva");
-  EXPECT_EQ(host.Journal(), (std::vector<std::string>{"log.info\ttwo\\nlines", "log.warning\tw",
-                                                      "log.auth.emerg\tm", "log.12.crit\tc",
-                                                      "run\t/bin/hmx-cmd hmx-cmd -U kiva"}));
+  EXPECT_EQ(host.Journal(), (std::vector<std::string>{"log.info\ttwo\\nlines", "log.12.crit\tc"}));
 }
 
 TEST_F(SampleHost, LeavesAPamDirectoryOfItsOwnerAlone) {

@@ -101,16 +101,13 @@ TEST(SampleTools, AnswerWithoutChangingTheHost) {
         says("3072 SHA256:q8VZ1nT4cX0mJ7yRkPd2sWb6uLh9eGf3aNo5iKtQxBE root@halo-01 (RSA)")},
        {kKeygen + "/none", refuses("ssh-keygen: /none: No such file or directory", 255)},
        {"/sbin/halocfg-advcfg -q -g /UserVars/KivaTimeOut", says("600")},
-       {"/sbin/halocfg-advcfg -q -g /None", refuses("halocfg-advcfg: no such option: /None")},
        {"/sbin/services.sh status", says("mgmtd is running\nevbd is running")},
        {"/etc/init.d/SSH status", ToolAnswer{3, "SSH is not running\n", ""}},
-       {"/etc/init.d/SSH reload", refuses("SSH: unknown argument reload")},
        {"/etc/init.d/SSH stop", ToolAnswer{1, "SSH is not running\n", ""}},
        {"/sbin/firmwareConfig.py", refuses("firmwareConfig.py: missing argument --reset-only")},
        {kCore + "-o ../up -d /var/log", refuses("tarnbacktrace: not the name of a file: ../up")},
        {kCore + "-o up -d /var/..", refuses("tarnbacktrace: not the path of a folder: /var/..")},
-       {kOvl + "-m -p vSwitch1 -I tarn0", refuses("ovlcfg-vswitch: ovl-opsagent is not running")},
-       {"/sbin/poweroff -f", refuses("poweroff: unknown argument -f")}});
+       {kOvl + "-m -p vSwitch1 -I tarn0", refuses("ovlcfg-vswitch: ovl-opsagent is not running")}});
   expectAnswers(host, "/bin/halocli ",
                 {{"", denies("not a whole command: --help shows them")},
                  {add + "-v " + most + "x", denies("an argument is longer than 255 characters")},
@@ -120,23 +117,18 @@ TEST(SampleTools, AnswerWithoutChangingTheHost) {
                  {add + "-v", denies("-v needs a value")},
                  {add + "-v a -v b", denies("-v given twice")},
                  {add + "-v a b", denies("unknown argument b")}});
-  const char* range = "/UserVars/KivaTimeOut is a whole number from 0 to 86400";
+  for (const char* number : {"86401", "-1", "99999999999999999999", "6o"})
+    EXPECT_EQ(run(host, kSet + "/UserVars/KivaTimeOut -i " + number),
+              denies("/UserVars/KivaTimeOut is a whole number from 0 to 86400"));
   expectAnswers(
-      host, "/bin/halocli system settings advanced set -o ",
-      {{"/UserVars/KivaTimeOut -i 86401", denies(range)},
-       {"/UserVars/KivaTimeOut -i -1", denies(range)},
-       {"/UserVars/KivaTimeOut -i 99999999999999999999", denies(range)},
-       {"/UserVars/KivaTimeOut -i 6o", denies(range)},
-       {"/UserVars/KivaTimeOut -s 60", denies("/UserVars/KivaTimeOut is a number: use -i")},
-       {"/UserVars/None -i 1", denies("no such option: /UserVars/None")}});
-  expectAnswers(
-      host, kSwitch,
-      {{"add -v vSwitch1", denies("There is a standard switch vSwitch1 already.")},
-       {"uplink add -u pnic0 -v vSwitch1",
+      host, "",
+      {{kSet + "/UserVars/KivaTimeOut -s 60", denies("/UserVars/KivaTimeOut is a number: use -i")},
+       {kSet + "/UserVars/None -i 1", denies("no such option: /UserVars/None")},
+       {kSwitch + "add -v vSwitch1", denies("There is a standard switch vSwitch1 already.")},
+       {kSwitch + "uplink add -u pnic0 -v vSwitch1",
         denies("The physical adapter pnic0 is an uplink of vSwitch0 already.")},
-       {"uplink remove -u pnic1 -v vSwitch0",
-        denies("The standard switch vSwitch0 has no uplink pnic1.")},
-       {"uplink add -u pnic1 -v vSwitch9", denies("There is no standard switch vSwitch9.")}});
+       {kSwitch + "uplink remove -u pnic1 -v vSwitch0",
+        denies("The standard switch vSwitch0 has no uplink pnic1.")}});
   EXPECT_EQ(host.Text(), before);
   EXPECT_EQ(run(host, "/bin/halocli " + add + "-v " + most), ToolAnswer{});
 }
@@ -151,42 +143,37 @@ TEST(SampleTools, ListTheNetwork) {
   host.Set("/network/routing/ipv6Gateway", "::");
   expectAnswers(
       host, "/bin/halocli network ",
-      {{"ip list",
-        says("Interface  Setting       Configured          Running\n"
-             "tarn0      Connection    -                   standard vSwitch0 Management Network\n"
-             "tarn0      MAC address   -                   9e:3e:41:07:21:a8\n"
-             "tarn0      IPv4          dhcp                dhcp\n"
-             "tarn0      IPv4 address  -                   10.20.30.40\n"
-             "tarn0      IPv4 netmask  -                   255.255.255.0\n"
-             "tarn0      Name servers  dhcp                dhcp\n"
-             "tarn0      IPv6          on dhcp advertised  on dhcp advertised\n"
-             "tarn0      IPv6 address  -                   2001:db8:20::40/64\n"
-             "tarn0      IPv6 address  -                   2001:db8:20::1:7f3a/128 dhcp\n"
-             "tarn0      IPv6 address  -                   "
-             "2001:db8:20:0:9c3e:41ff:fe07:21a8/64 advertised\n"
-             "tarn0      IPv6 address  2001:db8:20::40/56  -")},
-       {"ip route list", says("Protocol  Default Gateway\n"
-                              "IPv4      10.20.30.1\n"
-                              "IPv6      -")},
-       {"dns list", says("Setting        Value\n"
-                         "Host name      halo-01\n"
-                         "Domain         example.test\n"
-                         "Name server    10.20.30.2\n"
-                         "Name server    2001:db8:20::53\n"
-                         "Search domain  example.test\n"
-                         "Search domain  lab.example.test")},
-       {"nic list", says("Adapter  Driver  MAC Address        Link  Mbit/s  Switch    Description\n"
-                         "pnic0    qln10   9e:3e:41:07:21:a8  up    10000   vSwitch0  "
-                         "Quillon 10G Dual Port Adapter\n"
-                         "pnic1    qln10   9e:3e:41:07:21:a9  up    10000   -         two?lines\n"
-                         "pnic2    qln1    9e:3e:41:55:0c:10  up    1000    vSwitch1  "
-                         "Quillon 1G Quad Port Adapter\n"
-                         "pnic3    qln1    9e:3e:41:55:0c:11  down  -       -         "
-                         "Quillon 1G Quad Port Adapter")},
-       {"vswitch standard list", says("Switch    Uplinks  Port Group    VLAN  Active Uplinks\n"
-                                      "vSwitch0  pnic0    Verwaltung Ü  0     pnic0\n"
-                                      "vSwitch0  pnic0    VM Network    0     pnic0\n"
-                                      "vSwitch1  pnic2    -             -     -")}});
+      {{"ip list", says(R"(Interface  Setting       Configured          Running
+tarn0      Connection    -                   standard vSwitch0 Management Network
+tarn0      MAC address   -                   9e:3e:41:07:21:a8
+tarn0      IPv4          dhcp                dhcp
+tarn0      IPv4 address  -                   10.20.30.40
+tarn0      IPv4 netmask  -                   255.255.255.0
+tarn0      Name servers  dhcp                dhcp
+tarn0      IPv6          on dhcp advertised  on dhcp advertised
+tarn0      IPv6 address  -                   2001:db8:20::40/64
+tarn0      IPv6 address  -                   2001:db8:20::1:7f3a/128 dhcp
+tarn0      IPv6 address  -                   2001:db8:20:0:9c3e:41ff:fe07:21a8/64 advertised
+tarn0      IPv6 address  2001:db8:20::40/56  -)")},
+       {"ip route list", says(R"(Protocol  Default Gateway
+IPv4      10.20.30.1
+IPv6      -)")},
+       {"dns list", says(R"(Setting        Value
+Host name      halo-01
+Domain         example.test
+Name server    10.20.30.2
+Name server    2001:db8:20::53
+Search domain  example.test
+Search domain  lab.example.test)")},
+       {"nic list", says(R"(Adapter  Driver  MAC Address        Link  Mbit/s  Switch    Description
+pnic0    qln10   9e:3e:41:07:21:a8  up    10000   vSwitch0  Quillon 10G Dual Port Adapter
+pnic1    qln10   9e:3e:41:07:21:a9  up    10000   -         two?lines
+pnic2    qln1    9e:3e:41:55:0c:10  up    1000    vSwitch1  Quillon 1G Quad Port Adapter
+pnic3    qln1    9e:3e:41:55:0c:11  down  -       -         Quillon 1G Quad Port Adapter)")},
+       {"vswitch standard list", says(R"(Switch    Uplinks  Port Group    VLAN  Active Uplinks
+vSwitch0  pnic0    Verwaltung Ü  0     pnic0
+vSwitch0  pnic0    VM Network    0     pnic0
+vSwitch1  pnic2    -             -     -)")}});
   host.Set("/faults", {{"GetPnics", "no answer"}});
   expectAnswers(host, "/bin/halocli network nic ", {{"list", denies("no answer")}});
 }
@@ -219,14 +206,11 @@ const std::array<std::string, 3> kChanges[] = {
     {kShell + "/bin/sh /sbin/services.sh stop%", "/services/mgmtd/running", "false"},
     {kShell + "/bin/sh /sbin/services.sh start%", "/services/evbd/running", "true"},
     {"/sbin/services.sh restart", "/services/mgmtd/running", "true"},
-    {kSet + "/UserVars/HaloShellTimeOut -i 86400", "/options/~1UserVars~1HaloShellTimeOut",
-     "86400"},
     {"/sbin/localcli system settings advanced set -i 1 -o PXEBootEnabled",
      "/options/PXEBootEnabled", "1"},
     {kSwitch + "add -v vSwitch2", "/network/switches/2/name", "\"vSwitch2\""},
     {kSwitch + "uplink remove -u pnic2 -v vSwitch1", "/network/switches/1/uplinks", "[]"},
-    {"/sbin/halocli network vswitch standard uplink add -v vSwitch2 -u pnic2",
-     "/network/switches/2/uplinks", "[\"pnic2\"]"},
+    {kSwitch + "uplink add -v vSwitch2 -u pnic2", "/network/switches/2/uplinks", "[\"pnic2\"]"},
     {kSwitch + "portgroup add -p %Lab net% -v vSwitch2", "/network/switches/2/portGroups",
      R"([{"name": "Lab net", "vlanId": 0}])"},
     {kShell + "/etc/init.d/ovl-opsagent start%", "/services/ovl-opsagent/running", "true"},
@@ -286,24 +270,23 @@ TEST(SampleTools, RefuseWhatTheHostDoesNotAllow) {
 TEST(SampleTools, TheShellRunsPlainLinesOnly) {
   DemoHost host;
   const std::string silent = " > /dev/null 2>&1%";
+  const auto unknown = [](const std::string& line) -> Call {
+    return {line + "%", refuses("sh: " + line + ": not found", 127)};
+  };
   expectAnswers(
       host, kShell,
       {{kCore + "-o mgmtd-restart\\% -d /var/log/%", says("/var/log/mgmtd-restart%.core")},
        {"/etc/init.d/ovl-opsagent status%", ToolAnswer{3, "ovl-opsagent is not running\n", ""}},
        {"/bin/sh /etc/init.d/SSH status" + silent, {3, "", ""}},
        {"/no/such" + silent, {127, "", ""}},
-       {"/etc/init.d/SSH status; reboot%",
-        refuses("sh: /etc/init.d/SSH status; reboot: not found", 127)},
-       {"/sbin/backup.sh 0 > /etc/passwd%",
-        refuses("sh: /sbin/backup.sh 0 > /etc/passwd: not found", 127)},
+       unknown("/etc/init.d/SSH status; reboot"),
+       unknown("/sbin/backup.sh 0 > /etc/passwd"),
        {"halocli system%", ToolAnswer{1, "halocli: not a whole command: --help shows them\n", ""}},
        {"halt%", refuses("/sbin/halt: no such tool", 127)},
        {" %", refuses("sh: : not found", 127)}});
   expectAnswers(host, "/bin/sh ",
                 {{"", refuses("sh: missing argument -c", 127)},
-                 {"-x /etc/init.d/SSH", refuses("sh: unknown argument -x", 127)},
-                 {"/etc/init.d/SSH status now", refuses("sh: unknown argument now", 127)},
-                 {"/no/such", refuses("/no/such: no such tool", 127)}});
+                 {"/etc/init.d/SSH status now", refuses("sh: unknown argument now", 127)}});
   const std::pair<Json, int> versions[] = {{"3.2.1", 0}, {"2.9", 1}, {Json(), 1}};
   for (const auto& [version, status] : versions) {
     host.Change({{"packages", {{"ovl-opsagent", version}}}});
