@@ -90,7 +90,7 @@ class LockedHosts {
   /// changed stays. Without one the file becomes the backup, byte for byte.
   bool Restore(const std::optional<std::string>& name = std::nullopt) const {
     return tried("restore", [&] {
-      if (!(name && KeepOthersChanges(*name)) && !PutInPlace()) PutTextInPlace(readFile(backup_));
+      if (!(name && KeepOthersChanges(*name)) && !PutInPlace()) PutTextInPlace(readFile(mark_));
       fs::remove(mark_);
       syncFolder(Folder());
     });
@@ -127,16 +127,17 @@ class LockedHosts {
   /// False where nobody else has changed the file.
   bool KeepOthersChanges(const std::string& name) const {
     if (!fs::exists(hosts_)) return false;
-    const std::string before = readFile(backup_), now = readFile(hosts_);
+    const std::string before = readFile(mark_), now = readFile(hosts_);
     if (now == before || now == withoutHostName(before, name)) return false;
-    logInfo("/etc/hosts was changed meanwhile: putting back the entry of %s alone", name.c_str());
+    logInfo("/etc/hosts was changed meanwhile: keeping that, and the entry of %s", name.c_str());
     PutTextInPlace(withHostNameOf(now, before, name));
     return true;
   }
 
-  /// False where the name is a link, or a mount point, that has to stay.
+  /// False where the name is a link, or a mount point, that has to stay, or others have taken the
+  /// backup.
   bool PutInPlace() const {
-    if (fs::is_symlink(hosts_)) return false;
+    if (fs::is_symlink(hosts_) || !IsBackupOurs()) return false;
     if (rename(backup_.c_str(), hosts_.c_str()) == 0) return syncFolder(Folder()), true;
     if (errno == EBUSY) return false;
     throw lastError();
@@ -144,7 +145,7 @@ class LockedHosts {
 
   void PutTextInPlace(const std::string& text) const {
     changeFile(hosts_, text);
-    fs::remove(backup_);
+    if (IsBackupOurs()) fs::remove(backup_);
     syncFolder(Folder());
   }
 

@@ -141,7 +141,8 @@ TEST_F(HostsFileTest, KeepsWhatOthersChangeMeanwhile) {
       {"echo 10.0.0.5 x a halo >hosts", "10.0.0.5 x a halo\n" + entry},
       {"printf '1.2.3.4 b' >hosts", "1.2.3.4 b\n" + entry},
       {"echo 10.0.0.9 halo.test >hosts", "10.0.0.9 halo.test\n"},
-      {"rm hosts", kText}};
+      {"rm hosts", kText},
+      {"rm hosts.backup", kText}};
   for (const auto& [script, text] : cases) {
     folder.Write("etc/hosts", kText);
     platform->meanwhile = [&] { InEtc(script); };
