@@ -40,18 +40,50 @@ std::string shortened(std::string_view entry, std::string_view name) {
   return gone > 0 && gone == words - 1 ? std::string() : kept;
 }
 
+/// The first line of `text`, which is not empty, with its line break.
+std::string_view firstLine(std::string_view text) {
+  return text.substr(0, std::min(text.find('\n'), text.size() - 1) + 1);
+}
+
+/// Where `text` has this whole line; npos where it does not.
+std::size_t findLine(std::string_view text, std::string_view line) {
+  for (std::size_t at = 0; !line.empty() && at < text.size();) {
+    const auto found = firstLine(text.substr(at));
+    if (found == line) return at;
+    at += found.size();
+  }
+  return text.npos;
+}
+
 }  // namespace
 
 std::string withoutHostName(std::string_view text, std::string_view name) {
   std::string result;
   while (!text.empty()) {
-    const auto line = text.substr(0, std::min(text.find('\n'), text.size() - 1) + 1);
+    const auto line = firstLine(text);
     const auto entry = line.substr(0, std::min(line.find_first_of("#\n"), line.size()));
     const std::string kept = shortened(entry, name);
     const auto rest = line.substr(entry.size());
     result += kept;
     if (!kept.empty() || entry.empty() || rest.starts_with('#')) result += rest;
     text.remove_prefix(line.size());
+  }
+  return result;
+}
+
+std::string withHostNameOf(std::string_view text, std::string_view before, std::string_view name) {
+  std::string result(text);
+  if (withoutHostName(text, name) != text) return result;
+  while (!before.empty()) {
+    const auto line = firstLine(before);
+    const std::string left = withoutHostName(line, name);
+    if (left != line) {
+      if (const auto at = findLine(result, left); at != result.npos)
+        result.replace(at, left.size(), line);
+      else
+        result.append(result.empty() || result.back() == '\n' ? "" : "\n").append(line);
+    }
+    before.remove_prefix(line.size());
   }
   return result;
 }

@@ -24,15 +24,6 @@ namespace {
 constexpr const char* kLogOut =
     "{align:right}{color:white}<Esc>{/color}{color:light-grey} Log Out{/color}{/align}";
 
-// An interface that was there when the menu opened may be gone.
-template <typename NetworkDialog>
-void runOnInterface(Frame& owner, TextId titleWhenGone, const char* textWhenGone) {
-  const auto interface = requireManagementInterface();
-  if (!interface) return showMessage(owner, titleWhenGone, textWhenGone);
-  NetworkDialog dialog(owner, *interface);
-  runWindow(dialog);
-}
-
 }  // namespace
 
 GeneralWindow::GeneralWindow(Frame& owner)
@@ -93,14 +84,20 @@ void GeneralWindow::EnterNetwork() {
   Show();
 }
 
+// An interface that was there when the menu opened may be gone.
 void GeneralWindow::EnterRestartNetwork() {
-  runOnInterface<RestartNetworkDialog>(*this, TextId::kRestartManagementNetworkError,
-                                       Text(TextId::kManagementNetworkInterfaceNotFound));
+  const auto interface = requireManagementInterface();
+  if (!interface)
+    return showMessage(*this, TextId::kRestartManagementNetworkError,
+                       Text(TextId::kManagementNetworkInterfaceNotFound));
+  RestartNetworkDialog dialog(*this, *interface);
+  runWindow(dialog);
 }
 
 void GeneralWindow::EnterTestNetwork() {
-  runOnInterface<TestDialog>(*this, TextId::kTestManagementNetworkTitle,
-                             Text(TextId::kManagementNetworkInterfaceNotFound));
+  const auto interface = requireManagementInterface();
+  TestDialog dialog(*this, interface ? interface->GetInterfaceName() : "");
+  runWindow(dialog);
 }
 
 void GeneralWindow::EnterKeyboard() {

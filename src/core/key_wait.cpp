@@ -31,17 +31,12 @@ void notifySmartCard() {
 class Waiting {
  public:
   Waiting(Window& window, IdleTimeout timeout)
-      : window_(window),
-        timed_(timeout == IdleTimeout::Applies && keyWait().idleTimeoutSeconds != 0),
-        start_(keyWait().source->Now()),
-        dimAt_(start_ + kDimAfter),
-        endAt_(start_ +
-               std::chrono::seconds(std::max(keyWait().idleTimeoutSeconds, kShortestTimeout))) {}
+      : window_(window), idle_(timeout), dimAt_(keyWait().source->Now() + kDimAfter) {}
 
   int NextKey() {
     for (;;) {
       const Time now = keyWait().source->Now();
-      if (timed_ && now > endAt_) Expire();
+      idle_.Check(now);
       if (!dimmed_ && now > dimAt_) Dim();
       const int input = WaitFrom(now);
       if (input >= 0 && input != Key::kResize) return Wake(), input;
@@ -50,11 +45,6 @@ class Waiting {
   }
 
  private:
-  [[noreturn]] static void Expire() {
-    keyWait().currentWindow = nullptr;
-    throw KivaTimeout{};
-  }
-
   void Dim() {
     window_.SetActive(false);
     window_.Refresh();
@@ -62,9 +52,9 @@ class Waiting {
   }
 
   int WaitFrom(Time now) {
-    if (dimmed_ && !timed_) return keyWait().source->Wait(nullptr);
+    if (dimmed_ && !idle_.End()) return keyWait().source->Wait(nullptr);
     // One tick past the point: the point itself has not passed yet.
-    const Time limit = (dimmed_ ? endAt_ : dimAt_) - now + Time(1);
+    const Time limit = (dimmed_ ? *idle_.End() : dimAt_) - now + Time(1);
     return keyWait().source->Wait(&limit);
   }
 
@@ -76,10 +66,8 @@ class Waiting {
   }
 
   Window& window_;
-  const bool timed_;
-  const Time start_;
+  const IdleDeadline idle_;
   const Time dimAt_;
-  const Time endAt_;
   bool dimmed_ = false;
 };
 
@@ -90,8 +78,25 @@ KeyWait& keyWait() {
   return one;
 }
 
+IdleDeadline::IdleDeadline(IdleTimeout timeout) {
+  const unsigned seconds = keyWait().idleTimeoutSeconds;
+  if (timeout == IdleTimeout::Applies && seconds != 0)
+    end_ = keyWait().source->Now() + std::chrono::seconds(std::max(seconds, kShortestTimeout));
+}
+
+void IdleDeadline::Check(Time now) const {
+  if (!end_ || now <= *end_) return;
+  keyWait().currentWindow = nullptr;
+  throw KivaTimeout{};
+}
+
 int getKey(Window& window, IdleTimeout timeout) {
   return Waiting(window, timeout).NextKey();
+}
+
+void waitForEnter(Window& window, IdleTimeout timeout) {
+  while (getKey(window, timeout) != Key::kEnter) {
+  }
 }
 
 void dispatchInput(int input) {

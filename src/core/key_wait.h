@@ -4,6 +4,7 @@
 #include <sys/time.h>
 
 #include <chrono>
+#include <optional>
 
 namespace Kiva {
 
@@ -55,9 +56,25 @@ int waitForInput(const timeval* limit);
 
 enum class IdleTimeout { Applies, Ignored };
 
+/// The end of the idle time, counted from when this was made.
+class IdleDeadline {
+ public:
+  explicit IdleDeadline(IdleTimeout timeout = IdleTimeout::Applies);
+  /// Throws KivaTimeout once the end has passed.
+  void Check(InputSource::Time now) const;
+  /// Absent where a session may stay idle for ever.
+  const std::optional<InputSource::Time>& End() const { return end_; }
+
+ private:
+  std::optional<InputSource::Time> end_;
+};
+
 /// The next key for `window`, which is in the foreground. Dims it after a minute without keys; the
 /// key that wakes it counts. Throws KivaTimeout; ends the process on a stop signal or a resize.
 int getKey(Window& window, IdleTimeout timeout = IdleTimeout::Applies);
+
+/// Waits for Enter; every other key is ignored.
+void waitForEnter(Window& window, IdleTimeout timeout = IdleTimeout::Applies);
 
 /// Acts on one of Input's codes as the key wait does: a smart card, a stop, a resize.
 void dispatchInput(int input);

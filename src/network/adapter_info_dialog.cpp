@@ -18,17 +18,6 @@ std::string detail(const std::string& label, const std::string& value) {
   return "{align:padding:20}" + label + "{/align}" + value + "\n";
 }
 
-PnicRecord asItIsNow(PnicRecord pnic) {
-  const auto all = readPnics();
-  if (!all) return pnic;
-  const auto found = std::find_if(all->begin(), all->end(),
-                                  [&](const PnicRecord& one) { return one.name == pnic.name; });
-  if (found != all->end()) return *found;
-  pnic.linkUp = false;
-  pnic.switchName.clear();
-  return pnic;
-}
-
 std::string joined(const std::vector<std::string>& names) {
   std::string text;
   for (const std::string& name : names) text += (text.empty() ? "" : ", ") + plainText(name);
@@ -44,7 +33,21 @@ std::string userText(const AdapterUser& user) {
 }  // namespace
 
 AdapterInfoDialog::AdapterInfoDialog(Frame& owner, const PnicRecord& pnic)
-    : InfoDialog(owner, 70, 16, 5), pnic_(asItIsNow(pnic)) {}
+    : InfoDialog(owner, 70, 16, 5), pnic_(pnic) {
+  Update();
+}
+
+void AdapterInfoDialog::Update() {
+  const auto all = readPnics();
+  if (!all) return;
+  const auto found = std::find_if(all->begin(), all->end(),
+                                  [&](const PnicRecord& one) { return one.name == pnic_.name; });
+  gone_ = found == all->end();
+  if (gone_)
+    pnic_.switchName.clear();
+  else
+    pnic_ = *found;
+}
 
 void AdapterInfoDialog::Fill() {
   SetTitle("Adapter Details");
@@ -52,12 +55,12 @@ void AdapterInfoDialog::Fill() {
   SetFooter(kOkFooter);
   Details()->SetText(detail("Hardware Label:", hardwareLabel(pnic_)) +
                      detail("MAC Address:", plainText(pnic_.macAddress)) +
-                     detail("Connection Status:", linkStatus(pnic_)) +
+                     detail("Connection Status:", gone_ ? kDisconnected : linkStatus(pnic_)) +
                      detail("Used By:", UsersText()));
 }
 
 std::string AdapterInfoDialog::UsersText() const {
-  const auto users = findAdapterUsers(pnic_);
+  const auto users = findAdapterUsers({pnic_});
   if (!users) return "";
   std::vector<std::string> texts;
   for (const AdapterUser& user : *users) texts.push_back(userText(user));

@@ -10,15 +10,17 @@ namespace Kiva {
 class AdapterInfoDialog : public InfoDialog {
  public:
   /// `pnic` as it was known; what the host does not tell now is shown as it was, and an adapter
-  /// that is gone as disconnected.
+  /// that is gone as "Disconnected".
   AdapterInfoDialog(Frame& owner, const HostCtl::Network::PnicRecord& pnic);
 
  private:
   void Fill() override;
+  void Update();
   /// Empty where the host does not tell.
   std::string UsersText() const;
 
-  const HostCtl::Network::PnicRecord pnic_;
+  HostCtl::Network::PnicRecord pnic_;
+  bool gone_ = false;
 };
 
 }  // namespace Kiva

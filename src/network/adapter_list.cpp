@@ -20,8 +20,7 @@ namespace {
 
 constexpr int kNameColumns = 13;
 constexpr int kLabelColumns = 30;
-/// "Disconnected".
-constexpr int kStatusColumns = 12;
+constexpr int kStatusColumns = std::char_traits<char>::length(kDisconnected);
 
 std::string cell(int columns, const std::string& text) {
   return "{align:padding:" + std::to_string(columns) + "}" + text + "{/align}";
@@ -73,7 +72,7 @@ std::string hardwareLabel(const PnicRecord& pnic) {
 
 std::string linkStatus(const PnicRecord& pnic) {
   if (pnic == only(pnic.name)) return "";
-  return pnic.linkUp ? "Connected" : "Disconnected";
+  return pnic.linkUp ? "Connected" : kDisconnected;
 }
 
 std::string adapterHeading() {

@@ -21,6 +21,7 @@ std::optional<Pnics> readPnics();
 Pnics ordered(Pnics pnics, const std::vector<std::string>& first);
 
 std::string hardwareLabel(const HostCtl::Network::PnicRecord& pnic);
+inline constexpr const char* kDisconnected = "Disconnected";
 /// "Connected" or "Disconnected"; empty for an adapter of which only the name is known.
 std::string linkStatus(const HostCtl::Network::PnicRecord& pnic);
 

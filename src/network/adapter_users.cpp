@@ -14,38 +14,48 @@ using HostCtl::Network::VirtualSwitch;
 
 namespace {
 
-bool contains(const std::vector<std::string>& names, const std::string& name) {
-  return std::find(names.begin(), names.end(), name) != names.end();
+using Users = std::vector<AdapterUser>;
+
+bool hasAny(const std::vector<std::string>& names, const Pnics& pnics) {
+  return std::any_of(pnics.begin(), pnics.end(), [&](const PnicRecord& pnic) {
+    return std::find(names.begin(), names.end(), pnic.name) != names.end();
+  });
 }
 
-AdapterUser userOf(const std::string& pnic, const VirtualSwitch& one) {
+AdapterUser userOf(const Pnics& pnics, const VirtualSwitch& one) {
   AdapterUser user{one.GetName(), {}};
   for (const auto& group : one.GetPortGroups())
-    if (contains(group->GetNicTeamingPolicy().GetActiveUplinks(), pnic))
+    if (hasAny(group->GetNicTeamingPolicy().GetActiveUplinks(), pnics))
       user.portGroups.push_back(group->GetName());
   return user;
 }
 
-std::vector<AdapterUser> standardSwitchesWith(const std::string& pnic) {
-  std::vector<AdapterUser> users;
+Users standardSwitchesWith(const Pnics& pnics) {
+  Users users;
   for (const auto& one : TarnCtl::Network::VirtualSwitchInfoImpl().GetVirtualSwitches())
-    if (contains(one->GetUplinks(), pnic)) users.push_back(userOf(pnic, *one));
+    if (hasAny(one->GetUplinks(), pnics)) users.push_back(userOf(pnics, *one));
+  return users;
+}
+
+/// Adds what the adapters themselves say.
+Users withOwnSwitches(Users users, const Pnics& pnics) {
+  for (const PnicRecord& pnic : pnics) {
+    const bool listed = std::any_of(users.begin(), users.end(), [&](const AdapterUser& user) {
+      return user.switchName == pnic.switchName;
+    });
+    if (!pnic.switchName.empty() && !listed) users.push_back({pnic.switchName, {}});
+  }
   return users;
 }
 
 }  // namespace
 
-std::optional<std::vector<AdapterUser>> findAdapterUsers(const PnicRecord& pnic) try {
-  auto users = standardSwitchesWith(pnic.name);
-  const bool listed = std::any_of(users.begin(), users.end(), [&](const AdapterUser& user) {
-    return user.switchName == pnic.switchName;
-  });
-  if (!pnic.switchName.empty() && !listed) users.push_back({pnic.switchName, {}});
-  return users;
+std::optional<Users> findAdapterUsers(const Pnics& pnics) try {
+  return withOwnSwitches(standardSwitchesWith(pnics), pnics);
 } catch (const HostCtl::Lib::HostCtlException& e) {
   logError("%s", e.what());
-  if (pnic.switchName.empty()) return std::nullopt;
-  return {{AdapterUser{pnic.switchName, {}}}};
+  auto users = withOwnSwitches({}, pnics);
+  return users.empty() ? std::nullopt : std::optional(std::move(users));
 }
 
 }  // namespace Kiva

@@ -5,20 +5,20 @@
 #include <string>
 #include <vector>
 
-#include "hostctl/network/nic.h"
+#include "network/adapter_list.h"
 
 namespace Kiva {
 
-/// A switch that has an adapter among its uplinks, and those of its port groups that send through
-/// it.
+/// A switch that has adapters among its uplinks, and those of its port groups that send through
+/// them.
 struct AdapterUser {
   std::string switchName;
   std::vector<std::string> portGroups;
   bool operator==(const AdapterUser&) const = default;
 };
 
-/// Who uses an adapter: the standard switches whose uplinks name it, and the switch of another kind
-/// that has it. Nothing, which is logged, where the host does not tell.
-std::optional<std::vector<AdapterUser>> findAdapterUsers(const HostCtl::Network::PnicRecord& pnic);
+/// Who uses any of these adapters: the standard switches whose uplinks name it, and the switch of
+/// another kind that has it. Nothing, which is logged, where the host does not tell.
+std::optional<std::vector<AdapterUser>> findAdapterUsers(const Pnics& pnics);
 
 }  // namespace Kiva

@@ -7,14 +7,10 @@
 #include "core/keys.h"
 #include "network/adapter_info_dialog.h"
 #include "network/adapter_users.h"
-#include "network/management_interface.h"
 #include "network/used_adapters_dialog.h"
 #include "ui/footer.h"
 
 namespace Kiva {
-
-using HostCtl::Network::PnicRecord;
-using HostCtl::Network::TarnNic;
 
 namespace {
 
@@ -23,12 +19,12 @@ constexpr int kMarkColumns = 4;
 
 }  // namespace
 
-AdaptersDialog::AdaptersDialog(Frame& owner, const TarnNic& interface,
+AdaptersDialog::AdaptersDialog(Frame& owner, std::string switchName,
                                std::vector<std::string> selected)
     : Dialog(owner, 78, 21, 7),
       selected_(std::move(selected)),
       pnics_(ordered(readPnics().value_or(Pnics()), selected_)),
-      switchName_(getSwitchName(interface)) {
+      switchName_(std::move(switchName)) {
   Window& content = *Content();
   const int width = content.Width();
   content.Make<TextArea>(Rect{kMarkColumns, 0, width - kMarkColumns, 1}, kParentColor,
@@ -74,15 +70,12 @@ void AdaptersDialog::ShowDetails() {
 }
 
 bool AdaptersDialog::Accept() {
-  std::vector<std::string> chosen;
-  bool used = false;
-  for (std::size_t i = 0; i < pnics_.size(); ++i) {
-    if (!checks_[i]->IsChecked()) continue;
-    chosen.push_back(pnics_[i].name);
-    used = used || IsUsedElsewhere(pnics_[i]);
-  }
-  if (used && !MayTakeUsed()) return false;
-  selected_ = std::move(chosen);
+  Pnics chosen;
+  for (std::size_t i = 0; i < pnics_.size(); ++i)
+    if (checks_[i]->IsChecked()) chosen.push_back(pnics_[i]);
+  if (IsUsedElsewhere(chosen) && !MayTakeUsed()) return false;
+  selected_.clear();
+  for (const auto& pnic : chosen) selected_.push_back(pnic.name);
   return true;
 }
 
@@ -91,8 +84,8 @@ bool AdaptersDialog::MayTakeUsed() {
   return runWindow(dialog) != 0;
 }
 
-bool AdaptersDialog::IsUsedElsewhere(const PnicRecord& pnic) const {
-  const auto users = findAdapterUsers(pnic).value_or(std::vector<AdapterUser>());
+bool AdaptersDialog::IsUsedElsewhere(const Pnics& pnics) const {
+  const auto users = findAdapterUsers(pnics).value_or(std::vector<AdapterUser>());
   return std::any_of(users.begin(), users.end(),
                      [&](const AdapterUser& user) { return user.switchName != switchName_; });
 }

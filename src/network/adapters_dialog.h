@@ -14,9 +14,9 @@ namespace Kiva {
 /// before it takes one that another switch uses. Result 1 with a choice, 0 after Escape.
 class AdaptersDialog : public Dialog {
  public:
-  /// `selected` starts checked, at the top of the list and in this order.
-  AdaptersDialog(Frame& owner, const HostCtl::Network::TarnNic& interface,
-                 std::vector<std::string> selected);
+  /// `switchName` is the management port group's switch, which may have what it has. `selected`
+  /// starts checked, at the top of the list and in this order.
+  AdaptersDialog(Frame& owner, std::string switchName, std::vector<std::string> selected);
   int Foreground() override;
 
   /// The checked adapters in the order of the list: the primary one first.
@@ -28,11 +28,10 @@ class AdaptersDialog : public Dialog {
   void ShowDetails();
   bool Accept();
   bool MayTakeUsed();
-  bool IsUsedElsewhere(const HostCtl::Network::PnicRecord& pnic) const;
+  bool IsUsedElsewhere(const Pnics& pnics) const;
 
   std::vector<std::string> selected_;
   const Pnics pnics_;
-  /// The management port group's.
   const std::string switchName_;
   ItemList* items_ = nullptr;
   /// One an adapter.

@@ -29,7 +29,7 @@ CheckItem& ChoiceDialog::AddCheckOf(const RadioItem& choice, TextId label, bool 
 
 InputItem& ChoiceDialog::AddFieldOf(const RadioItem& choice, const std::string& label,
                                     int fieldWidth, const std::string& value) {
-  InputItem& field = Rows().Append(std::make_unique<InputItem>(label, fieldWidth));
+  InputItem& field = AddField(label, fieldWidth);
   field.SetValue(value);
   dependents_.emplace_back(&field, &choice);
   EnableRows();

@@ -2,6 +2,7 @@
 #include "network/dns_configuration_dialog.h"
 
 #include "network/field_keys.h"
+#include "network/pending_changes.h"
 
 namespace Kiva {
 
@@ -13,7 +14,7 @@ namespace {
 constexpr int kFieldWidth = 44;
 
 bool isAutomatic(const PendingNetwork& pending) {
-  return pending.ipConfig.GetIpv4UseDhcp() && pending.ipConfig.GetDnsFromDhcp();
+  return asksDhcp(pending) && pending.ipConfig.GetDnsFromDhcp();
 }
 
 }  // namespace
@@ -31,7 +32,7 @@ DNSConfigurationDialog::DNSConfigurationDialog(Frame& owner, const PendingNetwor
       alternate_(AddFieldOf(manual_, Text(TextId::kAlternateDnsServer), kFieldWidth,
                             toString(pending.alternateDns))),
       hostname_(AddFieldOf(manual_, Text(TextId::kHostname), kFieldWidth, pending.hostname)) {
-  if (!pending.ipConfig.GetIpv4UseDhcp()) automatic_.SetSelectable(Selectable::No);
+  if (!asksDhcp(pending)) automatic_.SetSelectable(Selectable::No);
 }
 
 bool DNSConfigurationDialog::Takes(int key) const {

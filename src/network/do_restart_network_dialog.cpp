@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "core/key_wait.h"
-#include "core/keys.h"
 #include "core/log.h"
 #include "core/screen.h"
 #include "hostctl/lib/exception.h"
@@ -24,7 +23,7 @@ namespace {
 constexpr std::size_t kShownNetworks = 2;
 constexpr std::size_t kAllThatFit = 3;
 
-// A host that does not tell is taken for one without static addresses: none is shown.
+// A host that does not tell shows no IPv4 address.
 template <typename Read>
 IpConfig configFrom(const Read& read) try {
   return read();
@@ -59,11 +58,10 @@ DoRestartNetworkDialog::DoRestartNetworkDialog(Frame& owner, TarnNic& interface)
 
 int DoRestartNetworkDialog::Foreground() {
   Restart();
-  SetFooter(kOkFooter);
+  SetFooter(kDoneFooter);
   if (failed_) ReportFailure();
   discardTypeAhead();
-  while (getKey(*this) != Key::kEnter) {
-  }
+  waitForEnter(*this);
   return 1;
 }
 

@@ -3,91 +3,175 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <unistd.h>
 
 #include <cerrno>
-#include <cstdio>
+#include <exception>
 #include <filesystem>
+#include <optional>
 #include <system_error>
+#include <utility>
 
 #include "core/log.h"
 #include "hostctl/lib/descriptor.h"
 #include "hostctl/lib/exception.h"
 #include "hostctl/lib/platform.h"
 #include "hostctl/lib/whole_file.h"
+#include "hostctl/network/hosts_file.h"
 #include "tarnctl/network/hosts_file_impl.h"
 
 namespace Kiva {
 
 using namespace HostCtl::Lib;
+using HostCtl::Network::withHostNameOf;
+using HostCtl::Network::withoutHostName;
 namespace fs = std::filesystem;
 
 namespace {
 
 enum class Turn { Now, Awaited };
 
-/// The hosts file and its backup, ours until this goes.
+std::system_error lastError() {
+  return {errno, std::generic_category()};
+}
+
+/// Has `work` done; logs where it fails.
+template <typename Work>
+bool tried(const char* what, const Work& work) try {
+  work();
+  return true;
+} catch (const std::system_error& error) {
+  logInfo("failed to %s /etc/hosts: %s", what, error.code().message().c_str());
+  return false;
+} catch (const std::exception& error) {
+  logInfo("failed to %s /etc/hosts: %s", what, error.what());
+  return false;
+}
+
+/// The hosts file and its backup, ours until this goes or frees them. A backup is ours where a
+/// second name, which nobody else gives, is the same file.
 class LockedHosts {
  public:
   explicit LockedHosts(Turn turn)
       : hosts_(platform().HostPath("/etc/hosts")),
         backup_(platform().HostPath("/etc/hosts.backup")),
-        lock_(open(Folder().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
-    const int how = LOCK_EX | (turn == Turn::Now ? LOCK_NB : 0);
-    while (lock_ && flock(lock_.Get(), how) != 0)
-      if (errno != EINTR) lock_.Close();
-    if (!lock_ && turn == Turn::Awaited) logErrno("failed to lock the folder of /etc/hosts");
+        mark_(backup_ + ".kiva"),
+        lock_(open(platform().HostPath("/var/run/kiva-hosts.lock").c_str(),
+                   O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600)) {
+    if (lock_ && Lock(turn)) return;
+    if (errno == EWOULDBLOCK)
+      logInfo("Leaving /etc/hosts to another console's test");
+    else
+      logInfo("failed to lock /etc/hosts: %s", lastError().code().message().c_str());
+    lock_.Close();
   }
 
   bool IsOurs() const { return static_cast<bool>(lock_); }
+  void Free() { lock_.Close(); }
 
-  /// True when no backup is left: the file is whole.
+  /// True when no backup of ours is left: the file is whole.
   bool Repair() const {
-    unlink(besideOf(backup_).c_str());
     std::error_code ignored;
-    unlink(besideOf(fs::weakly_canonical(hosts_, ignored)).c_str());
-    if (!fs::exists(fs::symlink_status(backup_, ignored))) return true;
-    logInfo("Putting /etc/hosts back from /etc/hosts.backup");
-    return Restore();
+    for (const std::string& file : {mark_, fs::weakly_canonical(hosts_, ignored).string()})
+      unlink(besideOf(file).c_str());
+    if (IsBackupOurs()) {
+      logInfo("Putting /etc/hosts back from /etc/hosts.backup");
+      return Restore();
+    }
+    unlink(mark_.c_str());
+    return true;
   }
 
-  bool BackUp() const try {
-    const std::string beside = besideOf(backup_);
-    overwriteFile(beside, readFile(hosts_));
-    publishFile(beside, backup_, accessOf(hosts_));
-    return true;
-  } catch (const std::system_error& error) {
-    unlink(besideOf(backup_).c_str());
-    logInfo("failed to backup /etc/hosts: %s", error.code().message().c_str());
-    return false;
+  bool BackUp() const {
+    return tried("backup", [this] { MakeBackup(); });
   }
 
-  bool Restore() const try {
-    if (!PutInPlace()) PutTextInPlace();
-    return true;
-  } catch (const std::system_error& error) {
-    logInfo("failed to restore /etc/hosts: %s", error.code().message().c_str());
-    return false;
+  /// A name whose entry was taken out meanwhile stands for the change that this undoes: what others
+  /// changed stays. Without one the file becomes the backup, byte for byte.
+  bool Restore(const std::optional<std::string>& name = std::nullopt) const {
+    return tried("restore", [&] {
+      if (!(name && KeepOthersChanges(*name)) && !PutInPlace()) PutTextInPlace(readFile(mark_));
+      fs::remove(mark_);
+      syncFolder(Folder());
+    });
   }
 
  private:
-  std::string Folder() const { return fs::path(hosts_).parent_path(); }
-
-  /// False where the name is a link, or a mount point, that has to stay.
-  bool PutInPlace() const {
-    if (fs::is_symlink(hosts_)) return false;
-    if (rename(backup_.c_str(), hosts_.c_str()) == 0) return syncFolder(Folder()), true;
-    if (errno == EBUSY) return false;
-    throw std::system_error(errno, std::generic_category());
+  bool Lock(Turn turn) const {
+    const int how = LOCK_EX | (turn == Turn::Now ? LOCK_NB : 0);
+    while (flock(lock_.Get(), how) != 0)
+      if (errno != EINTR) return false;
+    return true;
   }
 
-  void PutTextInPlace() const {
-    changeFile(hosts_, readFile(backup_));
-    fs::remove(backup_);
+  std::string Folder() const { return fs::path(hosts_).parent_path(); }
+
+  bool IsBackupOurs() const {
+    std::error_code ignored;
+    return !fs::is_symlink(backup_, ignored) && fs::equivalent(backup_, mark_, ignored);
+  }
+
+  // A backup that was there before is somebody else's, and no name for ours any more.
+  void MakeBackup() const try {
+    const std::string beside = besideOf(mark_);
+    overwriteFile(beside, readFile(hosts_));
+    publishFile(beside, mark_, accessOf(hosts_));
+    if (link(mark_.c_str(), backup_.c_str()) != 0) throw lastError();
+    syncFolder(Folder());
+  } catch (const std::system_error&) {
+    unlink(besideOf(mark_).c_str());
+    unlink(mark_.c_str());
+    throw;
+  }
+
+  /// False where nobody else has changed the file.
+  bool KeepOthersChanges(const std::string& name) const {
+    if (!fs::exists(hosts_)) return false;
+    const std::string before = readFile(mark_), now = readFile(hosts_);
+    if (now == before || now == withoutHostName(before, name)) return false;
+    logInfo("/etc/hosts was changed meanwhile: keeping that, and the entry of %s", name.c_str());
+    PutTextInPlace(withHostNameOf(now, before, name));
+    return true;
+  }
+
+  /// False where the name is a link, or a mount point, that has to stay, or others have taken the
+  /// backup.
+  bool PutInPlace() const {
+    if (fs::is_symlink(hosts_) || !IsBackupOurs()) return false;
+    if (rename(backup_.c_str(), hosts_.c_str()) == 0) return syncFolder(Folder()), true;
+    if (errno == EBUSY) return false;
+    throw lastError();
+  }
+
+  void PutTextInPlace(const std::string& text) const {
+    changeFile(hosts_, text);
+    if (IsBackupOurs()) fs::remove(backup_);
     syncFolder(Folder());
   }
 
-  const std::string hosts_, backup_;
+  const std::string hosts_, backup_, mark_;
   Descriptor lock_;
+};
+
+/// Puts the file back when it goes, or before.
+class PutBack {
+ public:
+  explicit PutBack(LockedHosts& hosts) : hosts_(hosts) {}
+  ~PutBack() { Now(); }
+  PutBack(const PutBack&) = delete;
+  PutBack& operator=(const PutBack&) = delete;
+
+  void SetRemoved(const std::string& name) { removed_ = name; }
+  void Now() {
+    if (std::exchange(done_, true)) return;
+    hosts_.Restore(removed_);
+    hosts_.Free();
+  }
+
+ private:
+  LockedHosts& hosts_;
+  std::optional<std::string> removed_;
+  bool done_ = false;
 };
 
 bool removeEntry(const std::string& name) try {
@@ -105,14 +189,17 @@ void repairHostsFile() {
   if (hosts.IsOurs()) hosts.Repair();
 }
 
-// A backup that could not be put back is never overwritten: it is the only whole file left.
+// A backup that could not be put back is never overwritten: it is the only whole file left. Who
+// abandons a resolution has the file back at once, whatever the servers take.
 bool resolveByServers(const std::string& name, const std::stop_token& abandoned) {
-  const LockedHosts hosts(Turn::Awaited);
-  if (abandoned.stop_requested()) return false;
-  if (!hosts.IsOurs() || !hosts.Repair() || !hosts.BackUp()) return false;
-  const bool found = removeEntry(name) && platform().ResolveName(name);
-  hosts.Restore();
-  return found;
+  LockedHosts hosts(Turn::Awaited);
+  if (abandoned.stop_requested() || !hosts.IsOurs()) return false;
+  if (!hosts.Repair() || !hosts.BackUp()) return false;
+  PutBack putBack(hosts);
+  const bool removed = removeEntry(name);
+  if (removed) putBack.SetRemoved(name);
+  const std::stop_callback early(abandoned, [&putBack] { putBack.Now(); });
+  return removed && !abandoned.stop_requested() && platform().ResolveName(name);
 }
 
 }  // namespace Kiva

@@ -116,8 +116,9 @@ void NetworkWindow::Run(Dialog&& dialog, const Choose& choose) {
 
 // Without a switch there is nothing that adapters could be uplinks of.
 void NetworkWindow::EnterAdapters() {
-  if (getSwitchName(*interface_).empty()) return;
-  Run(AdaptersDialog(*this, *interface_, pending_.adapters),
+  const std::string switchName = getSwitchName(*interface_);
+  if (switchName.empty()) return;
+  Run(AdaptersDialog(*this, switchName, pending_.adapters),
       [this](const auto& dialog) { chooseAdapters(pending_, dialog.Selected()); });
 }
 

@@ -46,12 +46,12 @@ void chooseIpv6(PendingNetwork& pending, const IpConfig& chosen, bool enabled) {
     pending.ipv6GatewaySet = true;
 }
 
-// Name servers from DHCP can be marked only beside an IPv4 address from there, so a dialog that was
-// confirmed as it opened says nothing about those that DHCPv6 gives.
+// Beside a static IPv4 address the dialog opens on servers of the operator's even where DHCPv6
+// gives them: confirmed so, it says nothing.
 void chooseDns(PendingNetwork& pending, const ChosenDns& chosen) {
   const bool same = chosen.primary == pending.primaryDns &&
                     chosen.alternate == pending.alternateDns && chosen.hostname == pending.hostname;
-  if (same && !chosen.marked && !pending.ipConfig.GetIpv4UseDhcp()) return;
+  if (same && !chosen.marked) return;
   IpConfig config = pending.ipConfig;
   config.SetDhcpDns(chosen.fromDhcp);
   choose(pending, &PendingNetwork::ipConfig, config);
@@ -71,6 +71,12 @@ bool hasChanges(const PendingNetwork& pending) {
 
 bool isIpv6Toggled(const PendingNetwork& pending) {
   return pending.ipv6Enabled != pending.ipv6EnabledAtStart;
+}
+
+bool asksDhcp(const PendingNetwork& pending) {
+  const IpConfig& config = pending.ipConfig;
+  return config.GetIpv4UseNone() ? pending.ipv6Enabled && config.GetIpv6UseDhcp()
+                                 : config.GetIpv4UseDhcp();
 }
 
 bool isIpv6Dynamic(const IpConfig& config) {

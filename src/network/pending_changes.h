@@ -32,6 +32,9 @@ void chooseSuffixes(PendingNetwork& pending, const std::string& suffixes);
 bool hasChanges(const PendingNetwork& pending);
 bool isIpv6Toggled(const PendingNetwork& pending);
 
+/// Whether a DHCP server gives the interface its addresses, and so may name servers too: DHCPv6's
+/// counts where there is no IPv4.
+bool asksDhcp(const PendingNetwork& pending);
 /// Whether somebody else gives the interface its IPv6 addresses.
 bool isIpv6Dynamic(const HostCtl::Network::IpConfig& config);
 

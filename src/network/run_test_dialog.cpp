@@ -37,8 +37,7 @@ int RunTestDialog::Foreground() {
   if (!TryAll()) return 0;
   SetFooter(kOkFooter);
   discardTypeAhead();
-  while (getKey(*this) != Key::kEnter) {
-  }
+  waitForEnter(*this);
   return 1;
 }
 
@@ -72,10 +71,13 @@ bool RunTestDialog::Try(const std::string& line, NetworkCheck::Work work) {
 }
 
 std::optional<bool> RunTestDialog::Await(NetworkCheck& check) {
-  for (;;) {
+  for (IdleDeadline idle;; idle.Check(keyWait().source->Now())) {
     const int input = waitForInput(&kLook);
     if (input == Key::kEscape) return std::nullopt;
-    if (input < 0 || input == Key::kResize) dispatchInput(input);
+    if (input < 0 || input == Key::kResize)
+      dispatchInput(input);
+    else
+      idle = IdleDeadline();
     if (const auto result = check.Result()) return result;
   }
 }

@@ -11,7 +11,7 @@ SuffixesDialog::SuffixesDialog(Frame& owner, const std::string& suffixes)
                           .width = 78,
                           .height = 13,
                           .topHeight = 8}),
-      field_(AddField(TextId::kSuffixesLabel, -1)) {
+      field_(AddField(Text(TextId::kSuffixesLabel), -1)) {
   field_.SetValue(suffixes, Selection::kNone);
 }
 

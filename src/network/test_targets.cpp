@@ -74,7 +74,7 @@ bool isNameKey(int key) {
 
 std::string withZone(const std::string& address, const std::string& interfaceName) {
   const auto ipv6 = Ipv6Address::FromString(address);
-  if (!ipv6 || !ipv6->IsLinkLocal()) return address;
+  if (!ipv6 || !ipv6->IsLinkLocal() || interfaceName.empty()) return address;
   constexpr std::string_view kPlain = "._-:@";
   std::string zoned = address + "%";
   for (const char c : interfaceName) {

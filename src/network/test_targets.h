@@ -41,7 +41,7 @@ bool isAddressKey(int key);
 bool isNameKey(int key);
 
 /// An address with the zone that a link-local one needs: "fe80::1%tarn0". Safe in a shell's line
-/// whatever the interface is called.
+/// whatever the interface is called. An empty interface name gives no zone.
 std::string withZone(const std::string& address, const std::string& interfaceName);
 
 }  // namespace Kiva

@@ -22,7 +22,7 @@ VlanDialog::VlanDialog(Frame& owner, std::int16_t vlanId)
                           .height = 11,
                           .topHeight = 6}),
       vlanId_(vlanId),
-      field_(AddField(TextId::kVlanIdLabel, kFieldWidth)) {
+      field_(AddField(Text(TextId::kVlanIdLabel), kFieldWidth)) {
   field_.SetValue(vlanId == 0 ? "" : std::to_string(vlanId));
 }
 

@@ -34,8 +34,7 @@ int RestartAgentsDialog::Foreground() {
   items_->FocusStart();
   if (!Confirm()) return 0;
   Restart();
-  while (getKey(*this) != Key::kEnter) {
-  }
+  waitForEnter(*this);
   return 1;
 }
 

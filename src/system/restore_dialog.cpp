@@ -52,8 +52,7 @@ void RestoreDialog::Restart() {
   SetFooter(kRestartFooter);
   SetText(Text(TextId::kDefaultSettingsAreRestored));
   discardTypeAhead();
-  while (getKey(*this, IdleTimeout::Ignored) != Key::kEnter) {
-  }
+  waitForEnter(*this, IdleTimeout::Ignored);
   updateScreen();
   if (RunShellCommand("reboot -f") != kNotRun) waitForEnd();
 }

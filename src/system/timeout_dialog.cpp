@@ -18,7 +18,7 @@ constexpr int kFieldWidth = 10;
 }  // namespace
 
 InputItem& TimeoutDialog::AddMinutes(TextId label, std::int64_t minutes) {
-  InputItem& field = AddField(label, kFieldWidth);
+  InputItem& field = AddField(Text(label), kFieldWidth);
   field.SetValue(std::to_string(minutes));
   return field;
 }

@@ -13,8 +13,8 @@ FieldDialog::FieldDialog(Frame& owner, const Look& look)
   rows_ = &content.Make<ItemList>(Rect{0, 0, content.Width(), content.Height()});
 }
 
-InputItem& FieldDialog::AddField(TextId label, int fieldWidth) {
-  return rows_->Append(std::make_unique<InputItem>(Text(label), fieldWidth));
+InputItem& FieldDialog::AddField(const std::string& label, int fieldWidth) {
+  return rows_->Append(std::make_unique<InputItem>(label, fieldWidth));
 }
 
 int FieldDialog::Foreground() {

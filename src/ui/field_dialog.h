@@ -21,12 +21,12 @@ class FieldDialog : public Dialog {
   struct Look {
     TextId title, text;
     int width, height, topHeight;
-    const char* footer = kOkCancelFooter;
+    std::string footer = kOkCancelFooter;
   };
   FieldDialog(Frame& owner, const Look& look);
 
   /// Adds a field below the others; `fieldWidth` as for InputItem.
-  InputItem& AddField(TextId label, int fieldWidth);
+  InputItem& AddField(const std::string& label, int fieldWidth);
   /// Whether a field takes a key, besides those that edit.
   virtual bool Takes(int key) const = 0;
   /// Acts on what the fields hold; false leaves the dialog open.

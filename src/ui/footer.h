@@ -7,6 +7,9 @@ namespace Kiva {
 /// confirms and cancels stands at the right.
 inline constexpr const char* kOkFooter =
     "{align:right}{color:black}<Enter>{/color} {color:dark-grey}OK{/color}{/align}";
+/// Where a restart of the network, or of what it is made of, has come to its end.
+inline constexpr const char* kDoneFooter =
+    "{align:right}{color:black}<Enter>{/color}{color:dark-grey} OK{/color}{/align}";
 inline constexpr const char* kOkCancelFooter =
     "{align:right}{color:black}<Enter>{/color} {color:dark-grey}OK{/color}  "
     "{color:black}<Esc>{/color} {color:dark-grey}Cancel{/color}{/align}";

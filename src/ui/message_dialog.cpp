@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "core/key_wait.h"
-#include "core/keys.h"
 #include "ui/footer.h"
 #include "ui/markup_text.h"
 
@@ -39,8 +38,7 @@ AcknowledgeDialog::AcknowledgeDialog(Frame& owner, int width, int height, int to
 
 int AcknowledgeDialog::Foreground() {
   Fill();
-  while (getKey(*this) != Key::kEnter) {
-  }
+  waitForEnter(*this);
   return 1;
 }
 

@@ -5,6 +5,8 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <functional>
+#include <stop_token>
 
 #include "harness/demo_host.h"
 #include "harness/hosts/machine.h"
@@ -49,8 +51,10 @@ bool killedAt(int step, void (*work)()) {
 struct NamingPlatform : TestSupport::RecordingPlatform {
   bool ResolveName(const std::string&) override {
     seen = Harness::contentOf(HostPath("/etc/hosts"));
+    meanwhile();
     return true;
   }
+  std::function<void()> meanwhile = [] {};
   std::string seen;
 };
 
@@ -63,7 +67,7 @@ class HostsFileTest : public testing::Test {
     platform->root = folder.Path();
     HostSeam::useHost(std::move(own), std::make_unique<TestSupport::ValueDriver>());
     folder.Write("etc/hosts", kText);
-    InEtc("mkdir ../run; chmod 604 hosts; chown 7:8 hosts || [ $(id -u) != 0 ]");
+    InEtc("mkdir -p ../run ../var/run; chmod 604 hosts; chown 7:8 hosts || [ $(id -u) != 0 ]");
   }
   void InEtc(const std::string& script) { ASSERT_TRUE(shell("cd " + etc + "\n" + script)); }
   std::string Hosts() const { return Harness::contentOf(etc + "/hosts"); }
@@ -112,7 +116,8 @@ TEST_F(HostsFileTest, IsWholeAgainWhereSomethingIsMountedOverIt) {
 
 TEST_F(HostsFileTest, IsWorthMoreThanATest) {
   const std::array<const char*, 2> cases[] = {
-      {"mkdir hosts.backup", "restore /etc/hosts: Not a directory"},
+      {"echo mine >hosts.backup", "backup /etc/hosts: File exists"},
+      {"rm hosts.backup; mkdir hosts.backup", "backup /etc/hosts: File exists"},
       {"rmdir *.backup; ln -sf nowhere hosts", "backup /etc/hosts: No such file or directory"},
       {"mount --bind . .; rm hosts; touch hosts; mount -o remount,ro,bind .",
        "backup /etc/hosts: Read-only file system"}};
@@ -122,10 +127,44 @@ TEST_F(HostsFileTest, IsWorthMoreThanATest) {
       const std::string before = State();
       EXPECT_FALSE(resolve());
       EXPECT_EQ(platform->Lines().back(), std::string("log.6 failed to ") + failure);
+      Kiva::repairHostsFile();
       EXPECT_EQ(State(), before);
     }
     EXPECT_EQ(platform->seen, "");
   });
+}
+
+TEST_F(HostsFileTest, KeepsWhatOthersChangeMeanwhile) {
+  const std::string entry = "10.0.0.5 a HALO.test halo\n";
+  const std::array<std::string, 2> cases[] = {
+      {"echo 10.0.0.6 b >>hosts", kText + "10.0.0.6 b\n"},
+      {"echo 10.0.0.5 x a halo >hosts", "10.0.0.5 x a halo\n" + entry},
+      {"printf '1.2.3.4 b' >hosts", "1.2.3.4 b\n" + entry},
+      {"echo 10.0.0.9 halo.test >hosts", "10.0.0.9 halo.test\n"},
+      {"rm hosts", kText},
+      {"rm hosts.backup", kText}};
+  for (const auto& [script, text] : cases) {
+    folder.Write("etc/hosts", kText);
+    platform->meanwhile = [&] { InEtc(script); };
+    EXPECT_TRUE(resolve());
+    EXPECT_EQ(Hosts(), text) << script;
+    InEtc("[ $(ls) = hosts ]");
+  }
+}
+
+TEST_F(HostsFileTest, IsPutBackByWhoAbandonsAResolutionAndLaterWhereThatFails) {
+  std::stop_source source;
+  platform->meanwhile = [&] {
+    source.request_stop();
+    EXPECT_EQ(Hosts(), kText);
+  };
+  EXPECT_TRUE(Kiva::resolveByServers("halo.test", source.get_token()));
+  platform->meanwhile = [&] { InEtc("rm hosts; mkdir hosts"); };
+  EXPECT_TRUE(resolve());
+  EXPECT_EQ(platform->Lines(), Lines{"log.6 failed to restore /etc/hosts: Is a directory"});
+  InEtc("rmdir hosts");
+  Kiva::repairHostsFile();
+  EXPECT_EQ(Hosts(), kText);
 }
 
 TEST(HostsFileOnThisMachine, IsNotAskedDuringTheTest) {
@@ -133,6 +172,7 @@ TEST(HostsFileOnThisMachine, IsNotAskedDuringTheTest) {
     ASSERT_TRUE(shell(R"(
       ip link set lo up
       mount -t tmpfs tmpfs /etc
+      mount -t tmpfs tmpfs /run
       echo 'hosts: files dns' >/etc/nsswitch.conf
       echo 'nameserver 127.0.0.1' >/etc/resolv.conf
       echo 'root:x:0:0::/:/bin/sh' >/etc/passwd

@@ -76,7 +76,8 @@ TEST(NetworkDialogs, DnsServersAreAddressesOrNotSet) {
   const std::tuple<const char*, Lines, Lines> cases[] = {
       {"dhcp", {"Enter"}, automatic},
       {"none", {"Enter"}, automatic},
-      {"none", parts("Up;Space;wait:( ) Obtain;wait:(o) Use;Enter"), manual},
+      {"none", parts("Down;type: ;wait:( ) Obtain;wait:(o) Use;Enter"), manual},
+      {"static", parts("Up;type: ;wait:( ) Obtain;wait:(o) Use;Enter"), manual},
       {"dhcp", kManual + parts("Delete;Down;Delete;Down;Delete;Enter"), unset},
       {"dhcp",
        kManual + parts("type:::1;Down;type:192.0.2.1;Down;type:-a..b;Enter"),
@@ -84,7 +85,8 @@ TEST(NetworkDialogs, DnsServersAreAddressesOrNotSet) {
       {"dhcp", kManual + "type:bad" + "Up" + "Up" + "type: " + "Enter", automatic}};
   for (const auto& [ipv4, keys, values] : cases) {
     DemoHost host;
-    host.Set("/network/kernelNics/0/configured/ipv4/mode", ipv4);
+    host.Set("/network/kernelNics/0/configured/ipv4",
+             {{"mode", ipv4}, {"address", "10.0.0.5"}, {"netmask", "255.0.0.0"}});
     Demo demo({}, std::move(host));
     open(demo, kDns);
     demo.Do(keys);
@@ -179,6 +181,15 @@ TEST(NetworkDialogs, AdaptersHaveDetails) {
     demo.Press("Enter");
     EXPECT_EQ(demo.Look(), list);
   }
+}
+
+TEST(NetworkDialogs, AnAdapterThatVanishesStaysChosen) {
+  Demo demo({}, manyAdapters());
+  open(demo, kAdapters);
+  demo.host.Change(Json::array({{{"op", "remove"}, {"path", "/network/pnics/11"}}}));
+  demo.Do({"Down", "Down", "type: ", "Enter"});
+  EXPECT_EQ(valuesOf(demo.Look(), 6), (Lines{"pnic10", "pnic2", "pnic0"}));
+  demo.Do({"Enter", "Down", "type:d", "wait:Device Name: pnic2", "wait:Status:  Disconnected "});
 }
 
 TEST(NetworkDialogs, AdaptersThatTheHostDoesNotTellOfStayChosen) {

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 // The restart of the management network.
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 
 #include "harness/demo.h"
+#include "hostctl/lib/descriptor.h"
 
 using namespace Harness;
 
@@ -82,13 +85,32 @@ TEST(NetworkRestart, BringsTheInterfaceUpWhateverFails) {
   }
 }
 
+TEST(NetworkRestart, DropsWhatIsTypedMeanwhileAndNeedsNoEvents) {
+  Demo demo(Json{{"eventLibraryStatus", 7}});
+  openRestart(demo);
+  {
+    const std::string file = demo.host.File().string() + ".lock";
+    const HostCtl::Lib::Descriptor lock(open(file.c_str(), O_RDONLY | O_CREAT | O_CLOEXEC, 0600));
+    ASSERT_EQ(flock(lock.Get(), LOCK_EX), 0) << "a host that takes its time";
+    demo.Send(keyBytes("F11"));
+    demo.WaitForPassing("Stopping management network.");
+    demo.Send("\r\r");
+  }
+  demo.WaitFor("<Enter> OK");
+  EXPECT_EQ(demo.NewLines(),
+            Lines({kAnnounced[0], kAnnounced[1],
+                   "log.err\tUnable to initialize evbuser library from KIVA. Error code: 7",
+                   kRelease, kDisable, kEnable}));
+}
+
 TEST(NetworkRestart, TellsWhenTheInterfaceIsGone) {
   Demo demo;
   openRestart(demo);
   demo.host.Set("/network/kernelNics", Json::array());
   const std::string gone = "wait:Management network interface cannot be found.";
   demo.Do({"F11", gone, "Enter", "wait:" + kStart + " Failed.", "Enter"});
-  demo.Do({"Enter", "wait:Network: Error", gone, "Enter", "Down", "Enter", gone});
+  demo.Do({"Enter", "wait:Network: Error", gone, "Enter", "Down", "Enter"});
+  demo.Do({"Delete", "type:fe80::1", "Enter", "wait:Pinging address #1 (fe80::1).", "Esc"});
 }
 
 }  // namespace

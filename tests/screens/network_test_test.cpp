@@ -106,21 +106,46 @@ TEST(NetworkTestRun, EndsWithEscapeWhateverHangs) {
   EXPECT_EQ(demo.Stop(), 0);
 }
 
-TEST(NetworkTestRun, WaitsForAnAbandonedResolutionAndIsMendedAfterAKill) {
-  Demo demo(Json{{"resolutionSeconds", 2}});
+TEST(NetworkTestRun, TakesEveryNameAndKeepsTheNewestLinesInSight) {
+  Demo demo;
+  openForm(demo);
+  const std::string address = "fe80:1111:2222:3333:4444:5555:255.255.255.255";
+  const std::string name = std::string(299, 'n') + ".";
+  fill(demo, {address, address, address, name});
+  demo.Do({"Enter", "wait:<Enter> OK"});
+  EXPECT_FALSE(demo.Look().Shows("#1"));
+  EXPECT_EQ(missingFrom(demo.Look(), {"#3", "Resolving", "nnn)."}), Lines{}) << demo.Look().Dump();
+  EXPECT_TRUE(demo.HasLine("resolve", name));
+}
+
+TEST(NetworkTestRun, EndsWithTheIdleSession) {
+  Demo demo(Json{{"resolutionSeconds", 60}}, {.arguments = {"--clock-speed", "200"}});
+  openForm(demo);
+  const auto hosts = [&] { return contentOf(demo.host.Root("/etc/hosts")); };
+  const std::string before = hosts();
+  startRun(demo, "Resolving hostname");
+  demo.WaitUntil([&](const Screen&) { return hosts() != before; }, "the resolution");
+  demo.WaitFor(kWelcome);
+  EXPECT_EQ(hosts(), before);
+}
+
+TEST(NetworkTestRun, LeavesTheHostsFileWholeAndIsMendedAfterAKill) {
+  Demo demo(Json{{"resolutionSeconds", 30}});
   openForm(demo);
   const auto hosts = [&] { return contentOf(demo.host.Root("/etc/hosts")); };
   const std::string before = hosts();
   fill(demo, {"", "", ""});
   demo.NewLines();
-  for (int i = 0; i < 2; ++i) {
+  for (std::size_t i = 1; i <= 2; ++i) {
     startRun(demo, "Resolving hostname");
-    demo.WaitForLine("resolve", kName);
+    demo.WaitUntil([&](const Screen&) { return demo.host.Journal("resolve").size() == i; }, kName);
     EXPECT_EQ(hosts().find(kName), std::string::npos);
     demo.Do({"Esc", "gone:Testing"});
+    EXPECT_EQ(hosts(), before) << "nobody waits for the abandoned one";
   }
+  demo.host.Change({{"resolutionSeconds", 0}});
   startRun(demo, " OK. ");
-  EXPECT_EQ(demo.NewLines(), kResolved + kResolved) << "the second never began";
+  EXPECT_EQ(demo.NewLines(), kResolved + kResolved + kResolved);
   EXPECT_EQ(hosts(), before);
 
   const auto start = [&] { Terminal(demo.host.Demo(), Size{24, 80}).WaitFor(kWelcome); };
@@ -129,7 +154,8 @@ TEST(NetworkTestRun, WaitsForAnAbandonedResolutionAndIsMendedAfterAKill) {
   startRun(demo, "Resolving hostname");
   demo.WaitUntil([&](const Screen&) { return hosts() != before; }, "the resolution");
   start();
-  EXPECT_NE(hosts(), before) << "one console leaves the other its test";
+  EXPECT_NE(hosts(), before);
+  EXPECT_TRUE(demo.HasLine("log.info", "Leaving /etc/hosts to another console's test"));
   demo.EndBy(SIGKILL);
   start();
   EXPECT_EQ(hosts(), before);

@@ -35,6 +35,8 @@ const Json kBare = hostWith(R"({"kernelNics/0/configured": {"dnsFromDhcp": false
           "searchDomains": ["b", "a", "{c}"]}})");
 const Json kNoIpv6 = hostWith(R"({"ipv6Enabled": false})");
 const Json kDnsByDhcpv6 = hostWith(R"({"kernelNics/0/configured/ipv4/mode": "none"})");
+const Json kStaticBesideDhcpv6 = hostWith(R"({"kernelNics/0/configured/ipv4":
+  {"mode": "static", "address": "10.20.30.40", "netmask": "255.255.255.0"}})");
 const Json kDistributed = hostWith(R"({"kernelNics/0/connection/type": "distributed"})");
 const Json kUnknown = hostWith(R"({"kernelNics/0/connection/type": "unknown"})");
 
@@ -146,8 +148,10 @@ TEST(NetworkWindow, AsksOnlyWhereSomethingHasChanged) {
       {{}, kNothing, "3 Enter Space Enter;3 Enter Up Space Enter Enter Down Space Enter"},
       {{}, kRestart, "4 Enter Down Space Enter"},
       {kBare, kNothing, all},
-      {kDnsByDhcpv6, kNothing, all},
-      {kDnsByDhcpv6, kRestart, "4 Enter Space Enter"},
+      {kDnsByDhcpv6, kNothing, all + ";4 Enter Space Enter"},
+      {kDnsByDhcpv6, kRestart, "4 Enter Down Space Enter"},
+      {kStaticBesideDhcpv6, kNothing, all},
+      {kStaticBesideDhcpv6, kRestart, "4 Enter Space Enter"},
       {kUnknown, kNothing, "0 Enter"},
       {kNoIpv6, kNothing, all},
       {kNoIpv6, kReboot, "3 Enter Down Space Enter"},

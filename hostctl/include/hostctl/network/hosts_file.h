@@ -19,4 +19,9 @@ class HostsFile {
 /// That change on the text of a hosts file. The comment behind an entry stays.
 std::string withoutHostName(std::string_view text, std::string_view name);
 
+/// Undoes it in a text that others have changed since: `text` with the lines back that had the name
+/// in `before`, in the place of what was left of them, else at the end. A text that has the name
+/// again stays as it is.
+std::string withHostNameOf(std::string_view text, std::string_view before, std::string_view name);
+
 }  // namespace HostCtl::Network
