@@ -5,6 +5,7 @@
 
 #include "harness/demo_host.h"
 #include "harness/hosts/machine.h"
+#include "hostctl/lib/exception.h"
 #include "hostseam/driver.h"
 #include "sample/sample_host.h"
 #include "tarnctl/network/network_info_impl.h"
