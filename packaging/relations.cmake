@@ -8,7 +8,7 @@ set(modules ${CPACK_PACKAGE_DIRECTORY}/lib/kiva)
 set(work ${CPACK_PACKAGE_DIRECTORY}/relations)
 file(WRITE ${work}/debian/control "Source: kiva\n\nPackage: kiva\nArchitecture: any\n")
 file(GLOB programs ${binaries}/kiva ${binaries}/kiva-demo ${binaries}/kiva-demo-tools ${binaries}/kiva-tools
-  ${binaries}/kiva-reset ${modules}/pam_*.so)
+  ${binaries}/kiva-reset ${binaries}/kiva-name-servers ${modules}/pam_*.so)
 execute_process(
   COMMAND dpkg-shlibdeps -O -dDepends ${programs}
     -dRecommends ${modules}/kiva-networkd.so ${modules}/kiva-smartcard.so

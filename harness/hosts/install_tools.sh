@@ -8,3 +8,4 @@ tar -C "$1" -c . | tar -C / -x --keep-directory-symlink --no-overwrite-dir
 systemd-tmpfiles --create kiva.conf
 systemctl daemon-reload
 systemctl --quiet enable --now halo-shell.service
+systemctl --quiet enable kiva-name-servers.service

@@ -14,6 +14,7 @@
 #include <cstdlib>
 #include <exception>
 #include <fstream>
+#include <sstream>
 #include <thread>
 
 namespace HostLinux {
@@ -123,6 +124,29 @@ std::string ipv4Text(const HostCtl::Network::IpConfig& config) {
          config.GetIpv4Netmask().GetStringAddress() + " " +
          config.GetIpv4Gateway().GetStringAddress() +
          (config.GetIpv4UseDhcp() ? " dhcp" : " static");
+}
+
+HostCtl::Network::IpConfig ipConfig(const std::string& words) {
+  using namespace HostCtl::Network;
+  IpConfig config;
+  std::vector<Ipv6Network> networks;
+  std::istringstream all(words);
+  for (std::string word; all >> word;) {
+    const auto slash = word.find('/');
+    if (word == "dhcp" || word == "none") config.SetUseDhcp(word == "dhcp", word == "none");
+    if (word == "dhcp6") config.SetUseIpv6Dhcp(true);
+    if (word == "ra") config.SetUseIpv6RouterAdvertised(true);
+    if (word == "dns") config.SetDhcpDns(true);
+    if (const auto network = Ipv6Network::FromString(word)) networks.push_back(*network);
+    if (const auto address = Ipv4Address::FromString(word.substr(0, slash))) {
+      config.SetUseDhcp(false);
+      config.SetIpv4Address(*address);
+      config.SetIpv4Netmask(Ipv4Address::FromPrefix(std::stoi(word.substr(slash + 1))));
+    }
+  }
+  if ((" " + words + " ").find(" off ") == std::string::npos) config.EnableIpv6();
+  config.SetIpv6Networks(networks);
+  return config;
 }
 
 bool waitUntil(const std::function<bool()>& condition) {

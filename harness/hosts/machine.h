@@ -42,6 +42,10 @@ std::string failureOf(const std::function<void()>& action);
 /// "10.1.0.5 255.255.240.0 10.1.0.1 static": address, mask, gateway and who gave them; or "none".
 std::string ipv4Text(const HostCtl::Network::IpConfig& config);
 
+/// A configuration said in words: "dhcp", "none" or "10.9.0.7/24"; then any of "dhcp6", "ra", "dns"
+/// (from DHCP), "off" (no IPv6) and static networks ("fd00::1/64").
+HostCtl::Network::IpConfig ipConfig(const std::string& words);
+
 /// Asks `condition` every 20 ms until it holds, for ten seconds at most.
 bool waitUntil(const std::function<bool()>& condition);
 

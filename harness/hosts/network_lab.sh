@@ -63,7 +63,8 @@ make_peer() {
     ip -6 addr add fd00:9::1/64 dev lan0 nodad
     ip addr add 10.99.0.1/32 dev lo
     ip -6 addr add fd00:99::1/128 dev lo nodad
-    sysctl -qw net.ipv4.ip_forward=1 net.ipv6.conf.all.forwarding=1'
+    echo 1 >/proc/sys/net/ipv4/ip_forward
+    echo 1 >/proc/sys/net/ipv6/conf/all/forwarding'
 }
 
 start_bus() {
@@ -135,7 +136,10 @@ afresh() {
   for link in $(ls /sys/class/net); do
     case $link in
       lo) ;;
-      eth?) ip link set "$link" nomaster down && ip addr flush dev "$link" ;;
+      eth?)
+        ip link set "$link" nomaster down address "00:16:3e:00:00:0${link#eth}"
+        ip addr flush dev "$link"
+        ;;
       *) ip link delete "$link" 2>/dev/null || : ;;
     esac
   done
@@ -144,6 +148,11 @@ afresh() {
   ip link set lo up
   hostname "$(cat /etc/hostname)"
   networkd
+}
+
+freeze_name_server() {
+  until in_peer ss -lun | grep -q :53; do sleep 0.01; done
+  kill -STOP "$(cat /run/lab/server)"
 }
 
 # Which services the peer has from now on: any of dhcp4, dhcp6, ra and dns. LEASE is how long leases run.
@@ -172,14 +181,16 @@ serve() {
     --log-facility=- --log-dhcp --no-ping --user=root --interface=lan0 --bind-interfaces --except-interface=lo \
     --no-resolv --no-hosts --domain=lab.example --dhcp-sequential-ip --dhcp-leasefile=/run/lab/leases \
     --port=$port --dhcp-option=option:dns-server,10.9.0.1 $options
-  case " $* " in *" hang "*) sleep 0.3; kill -STOP "$(cat /run/lab/server)" ;; esac
+  case " $* " in *" hang "*) freeze_name_server ;; esac
 }
 
 # Whether the peer answers pings: "on" or "off".
 echoes() {
   ignore=1
   [ "$1" = off ] || ignore=0
-  in_peer sysctl -qw net.ipv4.icmp_echo_ignore_all=$ignore net.ipv6.icmp.echo_ignore_all=$ignore
+  for file in ipv4/icmp_echo_ignore_all ipv6/icmp/echo_ignore_all; do
+    in_peer sh -c "echo $ignore >/proc/sys/net/$file"
+  done
 }
 
 # Pulls the cable of NIC 0 or 1, or plugs it in again: "cable 0 down".

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "linux/network_writer.h"
 
+#include <syslog.h>
+
+#include "hostctl/lib/exception.h"
 #include "linux/network/ip_settings.h"
 #include "linux/network/ipv6_switch.h"
 #include "linux/network/leases.h"
@@ -9,6 +12,17 @@
 
 namespace HostLinux {
 
+namespace {
+
+/// The change itself is done.
+void follow(const Files& files) try {
+  followLeasedServers(files);
+} catch (const HostCtl::Lib::HostCtlException& error) {
+  syslog(LOG_USER | LOG_WARNING, "The leases' name servers: %s", error.what());
+}
+
+}  // namespace
+
 void LinuxNetworkWriter::WriteIpv6Enabled(bool enabled) {
   writeIpv6Enabled(files_, enabled);
 }
@@ -16,10 +30,12 @@ void LinuxNetworkWriter::WriteIpv6Enabled(bool enabled) {
 void LinuxNetworkWriter::WriteIpConfig(const std::string& nic,
                                        const HostCtl::Network::IpConfig& config) {
   writeIpConfig(files_, nic, config);
+  follow(files_);
 }
 
 void LinuxNetworkWriter::RenewLease(const std::string& nic, HostCtl::Network::LeaseRenewal what) {
   renewLease(files_, nic, what);
+  follow(files_);
 }
 
 void LinuxNetworkWriter::ReleaseLease(const std::string& nic) {

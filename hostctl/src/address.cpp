@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t kLongestZone = 15;
 
-// What an interface may be called and an operator can type.
+// What an interface may be called.
 bool isZone(std::string_view text) {
   constexpr std::string_view kMarks = "-_.:@";
   const auto fits = [&](char c) {
@@ -92,6 +92,10 @@ std::string Ipv6Network::ToString() const {
 std::string toString(const IpAddress& address) {
   if (const auto* ipv6 = std::get_if<Ipv6Address>(&address)) return ipv6->GetScopedAddress();
   return std::get<Ipv4Address>(address).GetStringAddress();
+}
+
+std::string toString(const std::optional<IpAddress>& address) {
+  return address ? toString(*address) : "";
 }
 
 std::optional<IpAddress> parseIpAddress(const std::string& text) {

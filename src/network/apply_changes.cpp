@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "network/apply_changes.h"
 
+#include "core/key_wait.h"
 #include "core/log.h"
 #include "core/screen.h"
 #include "hostctl/lib/exception.h"
@@ -59,6 +60,10 @@ class Pass {
       : owner_(owner), interface_(interface), repaint_(repaint) {}
 
   void CarryOut(const Apply::Step& step);
+  /// Throws the idle time-out that ended an unread message.
+  void End() const {
+    if (timedOut_) throw KivaTimeout{};
+  }
 
  private:
   bool Holds(Apply::Condition condition) const;
@@ -106,6 +111,7 @@ class Pass {
   bool adaptersChanged_ = false;
   bool vlanChanged_ = false;
   bool dnsBroken_ = false;
+  bool timedOut_ = false;
 };
 
 bool Pass::Holds(Apply::Condition condition) const {
@@ -133,10 +139,16 @@ void Pass::CarryOut(const Apply::Step& step) {
   }
 }
 
+// An operator who went away must not leave the host with half a configuration.
 void Pass::Report(const std::string& text) {
   logError("%s", text.c_str());
-  showMessage(owner_, TextId::kEnableManagementNetworkError, plainText(text));
-  updateScreen();
+  if (timedOut_) return;
+  try {
+    showMessage(owner_, TextId::kEnableManagementNetworkError, plainText(text));
+    updateScreen();
+  } catch (const KivaTimeout&) {
+    timedOut_ = true;
+  }
 }
 
 void Pass::Do(const Apply::TakeMacAddress& call) {
@@ -173,6 +185,7 @@ bool applyChanges(Frame& owner, TarnNic& interface, PendingNetwork& pending,
   pending.ipConfig.SetDhcpDns(plan.dnsFromDhcp);
   Pass pass(owner, interface, repaint);
   for (const auto& step : plan.steps) pass.CarryOut(step);
+  pass.End();
   return true;
 }
 

@@ -5,6 +5,8 @@
 #include <iterator>
 #include <sstream>
 
+#include "network/pending_changes.h"
+
 namespace Kiva {
 
 using HostCtl::Network::ConnecteeType;
@@ -19,10 +21,6 @@ using namespace Apply;
 constexpr auto kStandard = ConnecteeType::StandardPortGroup;
 constexpr const char* kDnsFailed = "Setting DNS failed: ";
 
-bool usesDhcp(const IpConfig& config) {
-  return config.GetIpv4UseDhcp() && !config.GetIpv4UseNone();
-}
-
 bool contains(const std::vector<std::string>& all, const std::string& one) {
   return std::find(all.begin(), all.end(), one) != all.end();
 }
@@ -34,10 +32,6 @@ std::vector<std::string> domainsIn(std::string suffixes) {
   return {std::istream_iterator<std::string>(words), {}};
 }
 
-std::string textOf(const std::optional<IpAddress>& server) {
-  return server ? toString(*server) : std::string();
-}
-
 bool isSet(const IpAddress& server) {
   return std::visit([](const auto& address) { return !address.IsEmpty(); }, server);
 }
@@ -47,7 +41,8 @@ enum class Ipv4Change { Nothing, ToDhcp, ToNone, ToStatic };
 
 Ipv4Change ipv4ChangeOf(const IpConfig& pending, const HostNetwork::IpConfigs& now) {
   if (pending.GetIpv4UseNone()) return Ipv4Change::ToNone;
-  if (usesDhcp(pending)) return usesDhcp(now.configured) ? Ipv4Change::Nothing : Ipv4Change::ToDhcp;
+  if (pending.GetIpv4UseDhcp())
+    return now.configured.GetIpv4UseDhcp() ? Ipv4Change::Nothing : Ipv4Change::ToDhcp;
   const bool same = now.configured.GetIpv4UseStatic() &&
                     now.running.GetIpv4Address() == pending.GetIpv4Address() &&
                     now.running.GetIpv4Netmask() == pending.GetIpv4Netmask();
@@ -70,7 +65,7 @@ class Planner {
     Restart();
     if (!plan_.dnsFromDhcp) NamesAndServers();
     Suffixes();
-    if (Ipv6Switched()) Add({.call = RebootHost{}});
+    if (isIpv6Toggled(pending_)) Add({.call = RebootHost{}});
     return std::move(plan_);
   }
 
@@ -84,7 +79,6 @@ class Planner {
     return std::any_of(plan_.steps.begin(), plan_.steps.end(),
                        [](const Step& step) { return std::holds_alternative<Wanted>(step.call); });
   }
-  bool Ipv6Switched() const { return pending_.ipv6Enabled != pending_.ipv6EnabledAtStart; }
   bool Ipv4Changed() const { return ipv4_ == Ipv4Change::ToNone || ipv4_ == Ipv4Change::ToStatic; }
   const char* IpFailure() const;
 
@@ -153,7 +147,7 @@ void Planner::Ipv4() {
   const std::string on = " on " + host_.interface;
   config_ = host_.ipConfigs.value->configured;
   ipv4_ = ipv4ChangeOf(pending, *host_.ipConfigs.value);
-  if (usesDhcp(pending)) config_->SetUseDhcp(true);
+  if (pending.GetIpv4UseDhcp()) config_->SetUseDhcp(true);
   switch (ipv4_) {
     case Ipv4Change::Nothing:
       break;
@@ -196,12 +190,12 @@ const char* Planner::IpFailure() const {
 void Planner::IpConfiguration() {
   plan_.dnsFromDhcp = pending_.ipConfig.GetDnsFromDhcp();
   if (!config_) return;
-  if (plan_.dnsFromDhcp && !usesDhcp(*config_) && config_->GetIpv6UseDhcp() &&
+  if (plan_.dnsFromDhcp && !config_->GetIpv4UseDhcp() && config_->GetIpv6UseDhcp() &&
       !host_.ipv6Enabled.value) {
     Add({.call = Fail{host_.ipv6Enabled.trouble}, .failure = IpFailure()});
   } else {
     const bool asksDhcp6 = config_->GetIpv6UseDhcp() && host_.ipv6Enabled.value.value_or(false);
-    plan_.dnsFromDhcp = plan_.dnsFromDhcp && (usesDhcp(*config_) || asksDhcp6);
+    plan_.dnsFromDhcp = plan_.dnsFromDhcp && (config_->GetIpv4UseDhcp() || asksDhcp6);
     config_->SetDhcpDns(plan_.dnsFromDhcp);
     Add({.call = SetIpConfig{*config_}, .failure = IpFailure()});
   }
@@ -231,10 +225,10 @@ void Planner::Gateways() {
 void Planner::Renewal() {
   const IpConfig& pending = pending_.ipConfig;
   const IpConfig now = host_.ipConfigs.value ? host_.ipConfigs.value->configured : IpConfig();
-  const bool stays4 = usesDhcp(now) && usesDhcp(pending);
+  const bool stays4 = now.GetIpv4UseDhcp() && pending.GetIpv4UseDhcp();
   const bool stays6 = pending_.ipv6Enabled && now.GetIpv6UseDhcp() && pending.GetIpv6UseDhcp();
-  const bool anyway = !pending_.ipv6Enabled && pending_.ipv6EnabledAtStart && usesDhcp(pending) &&
-                      pending.GetDnsFromDhcp();
+  const bool anyway = !pending_.ipv6Enabled && pending_.ipv6EnabledAtStart &&
+                      pending.GetIpv4UseDhcp() && pending.GetDnsFromDhcp();
   const bool mayChangeAdapters = Has<RemoveUplink>() || Has<AddUplink>();
   if (!anyway && !(mayChangeAdapters && (stays4 || stays6))) return;
   Add({anyway ? Condition::Always : Condition::AdaptersChanged,
@@ -255,9 +249,9 @@ void Planner::NamesAndServers() {
   AddDns("Setting hostname to " + name,
          point == name.npos ? Call(SetHostname{name})
                             : Call(SetFqdn{name.substr(0, point), name.substr(point + 1)}));
-  AddDns(
-      "Setting nameservers to " + textOf(pending_.primaryDns) + " " + textOf(pending_.alternateDns),
-      RemoveNameServers{});
+  AddDns("Setting nameservers to " + toString(pending_.primaryDns) + " " +
+             toString(pending_.alternateDns),
+         RemoveNameServers{});
   for (const auto& server : {pending_.primaryDns, pending_.alternateDns})
     if (server && isSet(*server)) AddDns({}, AddNameServer{*server});
 }

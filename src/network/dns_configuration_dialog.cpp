@@ -16,10 +16,6 @@ bool isAutomatic(const PendingNetwork& pending) {
   return pending.ipConfig.GetIpv4UseDhcp() && pending.ipConfig.GetDnsFromDhcp();
 }
 
-std::string textOf(const std::optional<IpAddress>& server) {
-  return server ? toString(*server) : "";
-}
-
 }  // namespace
 
 DNSConfigurationDialog::DNSConfigurationDialog(Frame& owner, const PendingNetwork& pending)
@@ -31,9 +27,9 @@ DNSConfigurationDialog::DNSConfigurationDialog(Frame& owner, const PendingNetwor
       automatic_(AddChoice(TextId::kObtainDnsAutomatically, isAutomatic(pending))),
       manual_(AddChoice(TextId::kUseFollowingDns, !isAutomatic(pending))),
       primary_(AddFieldOf(manual_, Text(TextId::kPrimaryDnsServer), kFieldWidth,
-                          textOf(pending.primaryDns))),
+                          toString(pending.primaryDns))),
       alternate_(AddFieldOf(manual_, Text(TextId::kAlternateDnsServer), kFieldWidth,
-                            textOf(pending.alternateDns))),
+                            toString(pending.alternateDns))),
       hostname_(AddFieldOf(manual_, Text(TextId::kHostname), kFieldWidth, pending.hostname)) {
   if (!pending.ipConfig.GetIpv4UseDhcp()) automatic_.SetSelectable(Selectable::No);
 }

@@ -28,6 +28,10 @@ std::string textOf(const Ipv6Address& gateway) {
   return gateway.IsEmpty() ? "" : gateway.GetScopedAddress();
 }
 
+bool contains(const std::vector<Ipv6Network>& all, const Ipv6Network& one) {
+  return std::find(all.begin(), all.end(), one) != all.end();
+}
+
 void replaceStaticNetworks(IpConfig& config, const std::vector<Ipv6Network>& networks) {
   auto all = config.GetIpv6Networks();
   std::erase_if(all, [](const Ipv6Network& one) { return one.type == AddressType::Static; });
@@ -64,9 +68,13 @@ bool IPv6ConfigurationDialog::Takes(int key) const {
   return Key::isDigit(key) || Key::isLetter(key) || key == ':' || key == '/' || key == '%';
 }
 
+// What is dynamic already and asks DHCPv6 as before stays as it is, advertisements too, so that
+// switching IPv6 off and on again changes nothing.
 IpConfig IPv6ConfigurationDialog::MarkedConfig() const {
   IpConfig config = config_;
   if (!WasTouched() || disable_.IsSelected()) return config;
+  const bool sameSource = dhcp_.IsChecked() == config.GetIpv6UseDhcp();
+  if (dynamic_.IsSelected() && isIpv6Dynamic(config) && sameSource) return config;
   config.SetUseIpv6Dhcp(dynamic_.IsSelected() && dhcp_.IsChecked());
   config.SetUseIpv6RouterAdvertised(dynamic_.IsSelected() && !dhcp_.IsChecked());
   return config;
@@ -88,9 +96,9 @@ bool IPv6ConfigurationDialog::AcceptAddresses(IpConfig& config) {
     if (field->Value().empty()) continue;
     const auto network = Ipv6Network::FromString(field->Value());
     if (!network) return Refuse(*field, kInvalidIpAddress, kReenterIPv6Network);
-    if (network->address.IsLinkLocal())
+    if (network->address.IsLinkLocal() && !contains(shown_, *network))
       return Refuse(*field, kInvalidScope, kCannotAddLinkLocalAddress);
-    networks.push_back(*network);
+    if (!contains(networks, *network)) networks.push_back(*network);
   }
   if (networks != shown_) replaceStaticNetworks(config, networks);
   return true;

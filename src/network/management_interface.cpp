@@ -144,7 +144,7 @@ std::unique_ptr<TarnNic> findManagementInterface() {
 
 std::unique_ptr<TarnNic> requireManagementInterface() {
   auto interface = findManagementInterface();
-  if (!interface) logError("Could not get a suitable management interface");
+  if (!interface) logError("%s", kNoManagementInterface);
   return interface;
 }
 

@@ -20,6 +20,8 @@ namespace Kiva {
 std::unique_ptr<HostCtl::Network::TarnNic> findManagementInterface();
 /// The same for who needs one: that there is none is logged.
 std::unique_ptr<HostCtl::Network::TarnNic> requireManagementInterface();
+inline constexpr const char* kNoManagementInterface =
+    "Could not get a suitable management interface";
 
 /// True when the management interface is a port of a distributed switch, which the console does not
 /// configure.

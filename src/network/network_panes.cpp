@@ -32,11 +32,7 @@ std::string group(TextId label, const std::string& value) {
 
 template <typename Address>
 std::string textOf(const Address& address) {
-  return address.IsEmpty() ? "" : plainText(toString(address));
-}
-
-std::string textOf(const std::optional<IpAddress>& server) {
-  return server ? plainText(toString(*server)) : "";
+  return address.IsEmpty() ? "" : plainText(toString(IpAddress(address)));
 }
 
 TextId ipv4Mode(const IpConfig& config) {
@@ -93,8 +89,9 @@ std::string dnsPane(const PendingNetwork& pending) {
   const bool automatic = pending.ipConfig.GetDnsFromDhcp();
   return pane(std::string(catalogueText(automatic ? TextId::kAutomatic : TextId::kManual)) +
                   "\n\n" + group(TextId::kHostname, plainText(pending.hostname)) + "\n" +
-                  group(TextId::kPrimaryDnsServer, textOf(pending.primaryDns)) + "\n\n" +
-                  group(TextId::kAlternateDnsServer, textOf(pending.alternateDns)),
+                  group(TextId::kPrimaryDnsServer, plainText(toString(pending.primaryDns))) +
+                  "\n\n" +
+                  group(TextId::kAlternateDnsServer, plainText(toString(pending.alternateDns))),
               TextId::kDnsObtainedAutomatically);
 }
 

@@ -4,7 +4,6 @@
 #include "core/log.h"
 #include "network/adapters_dialog.h"
 #include "network/apply_changes.h"
-#include "network/apply_changes_dialog.h"
 #include "network/dns_configuration_dialog.h"
 #include "network/ip_configuration_dialog.h"
 #include "network/ipv6_configuration_dialog.h"
@@ -18,6 +17,13 @@
 #include "ui/message_dialog.h"
 
 namespace Kiva {
+
+namespace {
+
+constexpr const char* kWayOut =
+    "{align:right}{color:white}<Esc> {/color}{color:light-grey}Exit{/color}{/align}";
+
+}  // namespace
 
 const std::vector<NetworkWindow::Entry>& NetworkWindow::Entries() {
   using W = NetworkWindow;
@@ -38,7 +44,7 @@ const std::vector<NetworkWindow::Entry>& NetworkWindow::Entries() {
 NetworkWindow::NetworkWindow(Frame& owner)
     : MenuWindow(owner, {.title = TextId::kConfigureManagementNetworkTitle,
                          .leftFooter = kSelect,
-                         .wayOut = kExit}) {
+                         .wayOut = kWayOut}) {
   AddEntries(Entries());
 }
 
@@ -63,12 +69,17 @@ bool NetworkWindow::Refuse(TextId title, TextId text) {
   return false;
 }
 
+ApplyChangesDialog::Answer NetworkWindow::Ask() {
+  ApplyChangesDialog dialog(*this, isIpv6Toggled(pending_));
+  runWindow(dialog);
+  return dialog.GetAnswer();
+}
+
 bool NetworkWindow::MayClose() {
   using Answer = ApplyChangesDialog::Answer;
   if (!hasChanges(pending_)) return true;
-  ApplyChangesDialog dialog(*this, isIpv6Toggled(pending_));
-  runWindow(dialog);
-  if (dialog.GetAnswer() != Answer::Yes) return dialog.GetAnswer() == Answer::No;
+  const Answer answer = Ask();
+  if (answer != Answer::Yes) return answer == Answer::No;
   ApplyChanges();
   logInfo("Network settings changed.");
   return true;

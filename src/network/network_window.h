@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "hostctl/network/nic.h"
+#include "network/apply_changes_dialog.h"
 #include "network/pending_network.h"
 #include "ui/menu_window.h"
 
@@ -29,6 +30,7 @@ class NetworkWindow : public MenuWindow<NetworkWindow> {
   bool Open();
   bool Refuse(TextId title, TextId text);
   bool MayClose() override;
+  ApplyChangesDialog::Answer Ask();
 
   std::string AdaptersText();
   std::string VlanText();

@@ -38,8 +38,12 @@ void chooseIpv4(PendingNetwork& pending, const IpConfig& chosen) {
 void chooseIpv6(PendingNetwork& pending, const IpConfig& chosen, bool enabled) {
   pending.ipv6Enabled = enabled;
   if (chosen == pending.ipConfig) return;
+  const bool hadGateway = !pending.ipConfig.GetIpv6Gateway().IsEmpty();
   choose(pending, &PendingNetwork::ipConfig, chosen);
-  pending.ipv6GatewaySet = !isIpv6Dynamic(chosen) && !chosen.GetIpv6Gateway().IsEmpty();
+  if (isIpv6Dynamic(chosen))
+    pending.ipv6GatewaySet = false;
+  else if (hadGateway || !chosen.GetIpv6Gateway().IsEmpty())
+    pending.ipv6GatewaySet = true;
 }
 
 // Name servers from DHCP can be marked only beside an IPv4 address from there, so a dialog that was

@@ -27,7 +27,7 @@ struct PendingNetwork {
   bool ipv6Enabled = false;
   /// The kernel's state when the window opened.
   bool ipv6EnabledAtStart = false;
-  /// An IPv6 default gateway was entered.
+  /// An IPv6 default gateway was entered, or the one that there was taken away.
   bool ipv6GatewaySet = false;
   /// Some dialog changed something.
   bool changed = false;

@@ -12,11 +12,12 @@ using namespace HostCtl::Network;
 
 namespace {
 
-void readIpConfig(const TarnNic& interface, PendingNetwork& pending) {
-  TarnCtl::Network::RoutingInfoImpl routing(kDefaultStack);
-  pending.ipConfig = interface.GetConfiguredIpConfig();
-  pending.ipConfig.SetIpv4Gateway(routing.GetTarnDefaultGateway());
-  pending.ipConfig.SetIpv6Gateway(routing.GetTarnIpv6DefaultGateway());
+std::unique_ptr<TarnNic> findInterface() {
+  TarnCtl::Network::NetworkInfoImpl network;
+  network.UpdateManagementInterface();
+  auto interface = network.GetManagementInterface();
+  if (!interface) logError("%s", kNoManagementInterface);
+  return interface;
 }
 
 // The local domain is searched anyway.
@@ -28,19 +29,30 @@ std::string suffixesOf(DnsConfig& dns) {
   return suffixes;
 }
 
-void readDns(PendingNetwork& pending) {
-  TarnCtl::Network::DnsConfigImpl dns(kDefaultStack);
+void readNameServers(DnsConfig& dns, PendingNetwork& pending) {
   dns.Refresh();
-  pending.hostname = dns.GetHostname();
   const auto servers = dns.GetNameServers();
   if (!servers.empty()) pending.primaryDns = servers[0];
   if (servers.size() > 1) pending.alternateDns = servers[1];
-  pending.suffixes = suffixesOf(dns);
 }
 
 bool readPortGroup(const TarnNic& interface, PendingNetwork& pending) {
   if (interface.GetConnectionPoint().type != ConnecteeType::StandardPortGroup) return true;
   return getUplinks(interface, pending.adapters) && getVlanId(interface, pending.vlanId);
+}
+
+/// False where uplinks or VLAN cannot be read, which is logged.
+bool readPending(const TarnNic& interface, PendingNetwork& pending) {
+  TarnCtl::Network::RoutingInfoImpl routing(kDefaultStack);
+  TarnCtl::Network::DnsConfigImpl dns(kDefaultStack);
+  pending.ipConfig = interface.GetConfiguredIpConfig();
+  pending.ipConfig.SetIpv4Gateway(routing.GetTarnDefaultGateway());
+  pending.hostname = dns.GetHostname();
+  pending.ipConfig.SetIpv6Gateway(routing.GetTarnIpv6DefaultGateway());
+  readNameServers(dns, pending);
+  if (!readPortGroup(interface, pending)) return false;
+  pending.suffixes = suffixesOf(dns);
+  return true;
 }
 
 }  // namespace
@@ -50,11 +62,8 @@ std::optional<ManagementNetwork> readManagementNetwork() try {
   PendingNetwork& pending = network.pending;
   pending.ipv6Enabled = pending.ipv6EnabledAtStart =
       TarnCtl::Network::NetworkInfoImpl().IsTarnIpv6Enabled();
-  network.interface = requireManagementInterface();
-  if (!network.interface) return network;
-  readIpConfig(*network.interface, pending);
-  readDns(pending);
-  if (!readPortGroup(*network.interface, pending)) return std::nullopt;
+  network.interface = findInterface();
+  if (network.interface && !readPending(*network.interface, pending)) return std::nullopt;
   return network;
 } catch (const HostCtl::Lib::HostCtlException& exception) {
   logError("%s", exception.what());

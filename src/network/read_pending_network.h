@@ -11,7 +11,7 @@ namespace Kiva {
 
 /// The management interface and its configuration as the network window opens on them.
 struct ManagementNetwork {
-  /// Null when the host has none; then there is nothing pending either.
+  /// Null when the host has none; then nothing is pending but the kernel's IPv6.
   std::unique_ptr<HostCtl::Network::TarnNic> interface;
   PendingNetwork pending;
 };

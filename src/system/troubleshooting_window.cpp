@@ -10,6 +10,8 @@ namespace Kiva {
 
 namespace {
 
+constexpr const char* kExit =
+    "{align:right}{color:white}<Esc>{/color}{color:light-grey} Exit{/color}{/align}";
 constexpr const char* kRestart = "{color:white}<Enter>{/color}{color:light-grey} Restart{/color}";
 
 }  // namespace

@@ -15,9 +15,6 @@ inline constexpr const char* kSelectFooter =
 /// What Enter does, at the start of a menu's right footer.
 inline constexpr const char* kChange =
     "{color:white}<Enter>{/color}{color:light-grey} Change{/color}";
-/// What Escape does in the windows that a menu opens, at the end of a right footer.
-inline constexpr const char* kExit =
-    "{align:right}{color:white}<Esc>{/color}{color:light-grey} Exit{/color}{/align}";
 /// For lists and menus of dialogs' kind, at the start of the footer.
 inline constexpr const char* kSelect =
     "{color:black}<Up/Down>{/color} {color:dark-grey}Select{/color}";

@@ -3,15 +3,16 @@
 
 #include <algorithm>
 #include <chrono>
+#include <fstream>
 
 #include "harness/hosts/network_lab.h"
 #include "linux/driver.h"
+#include "linux/network/name_settings.h"
 
 using namespace HostLinux;
 
 namespace {
 
-using HostCtl::Network::IpConfig;
 using HostCtl::Network::Ipv4Address;
 using HostCtl::Network::Ipv6Address;
 using HostCtl::Network::Ipv6Network;
@@ -33,6 +34,14 @@ class LinuxIp : public testing::Test {
  protected:
   void SetUp() override {
     if (const auto why = NetworkLab::Obstacle(); !why.empty()) GTEST_SKIP() << why;
+  }
+  static void InLab(const char* services, const std::function<void(const NetworkLab&)>& body) {
+    inNamespaces([&] {
+      const NetworkLab lab;
+      lab.StartNetworkd();
+      lab.Serve(services);
+      body(lab);
+    });
   }
 
   static HostSeam::KernelNic Nic() {
@@ -56,19 +65,14 @@ class LinuxIp : public testing::Test {
   static std::string Gateway6() {
     return LinuxDriver().ReadRouting().ipv6Gateway.GetScopedAddress();
   }
-  static IpConfig Dhcp() {
-    IpConfig config;
-    config.SetUseDhcp(true);
-    return config;
+  static HostSeam::NetworkWriter& Network() {
+    static LinuxDriver driver;
+    return driver.Network();
   }
-  static IpConfig Static(const char* address, const char* mask = "255.255.255.0") {
-    IpConfig config;
-    config.SetUseDhcp(false);
-    config.SetIpv4Address(ip4(address));
-    config.SetIpv4Netmask(ip4(mask));
-    return config;
+  static void Write(const std::string& config) { Network().WriteIpConfig(kNic, ipConfig(config)); }
+  static bool Becomes(const char* ipv4) {
+    return waitUntil([=] { return Ipv4() == ipv4; });
   }
-  static void Write(const IpConfig& config) { LinuxDriver().Network().WriteIpConfig(kNic, config); }
   // Changes with every file that counts.
   static std::string Trace() {
     return ended("stat -c '%n %i %y' /etc/systemd/network/* /etc/resolv.conf /etc/hosts").output;
@@ -76,147 +80,112 @@ class LinuxIp : public testing::Test {
 };
 
 TEST_F(LinuxIp, DhcpToStaticToNoneAndBack) {
-  inNamespaces([] {
-    const NetworkLab lab;
-    lab.StartNetworkd();
-    lab.Serve("dhcp4");
-    LinuxDriver driver;
-    auto& network = driver.Network();
-    Write(Dhcp());
-    ASSERT_TRUE(waitUntil([] { return Ipv4() == "10.9.0.50 255.255.255.0 10.9.0.1 dhcp"; }));
+  InLab("dhcp4", [](const NetworkLab& lab) {
+    Write("dhcp off");
+    ASSERT_TRUE(Becomes("10.9.0.50 255.255.255.0 10.9.0.1 dhcp"));
 
-    Write(Static("10.9.0.7"));
+    Write("10.9.0.7/24 off");
     EXPECT_EQ(Ipv4(), "10.9.0.7 255.255.255.0 0.0.0.0 static") << "in force at the return";
-    network.WriteIpv4Gateway(ip4("10.9.0.1"));
+    Network().WriteIpv4Gateway(ip4("10.9.0.1"));
     EXPECT_EQ(Ipv4(), "10.9.0.7 255.255.255.0 10.9.0.1 static");
     EXPECT_EQ(lab.Peer("ping -c 1 -W 2 10.9.0.7").status, 0);
 
     const std::string before = Trace();
-    Write(Static("10.9.0.7"));
-    network.WriteIpv4Gateway(ip4("10.9.0.1"));
+    Write("10.9.0.7/24 off");
+    Network().WriteIpv4Gateway(ip4("10.9.0.1"));
     EXPECT_EQ(Trace(), before) << "what is so already is not touched";
-    EXPECT_EQ(failureOf([&] { network.WriteIpv4Gateway(ip4("10.8.0.1")); }),
+    EXPECT_EQ(failureOf([&] { Network().WriteIpv4Gateway(ip4("10.8.0.1")); }),
               "SetTarnDefaultGateway 10.8.0.1: is in no network of eth0");
     EXPECT_EQ(Trace(), before);
 
-    network.WriteIpv4Gateway(Ipv4Address());
+    Network().WriteIpv4Gateway(Ipv4Address());
     EXPECT_EQ(Ipv4(), "10.9.0.7 255.255.255.0 0.0.0.0 static");
-    network.WriteIpv4Gateway(ip4("10.9.0.1"));
-    Write(Static("10.7.0.7", "255.255.0.0"));
+    Network().WriteIpv4Gateway(ip4("10.9.0.1"));
+    Write("10.7.0.7/16 off");
     EXPECT_EQ(Ipv4(), "10.7.0.7 255.255.0.0 0.0.0.0 static") << "the old gateway is out of reach";
 
-    IpConfig none;
-    none.SetUseDhcp(false, true);
-    Write(none);
-    EXPECT_TRUE(waitUntil([] { return Ipv4() == "none"; }));
+    Write("none off");
+    EXPECT_TRUE(Becomes("none"));
     EXPECT_TRUE(Nic().configured.GetIpv4UseNone());
-    Write(Dhcp());
-    EXPECT_TRUE(waitUntil([] { return Ipv4() == "10.9.0.50 255.255.255.0 10.9.0.1 dhcp"; }));
+    Write("dhcp off");
+    EXPECT_TRUE(Becomes("10.9.0.50 255.255.255.0 10.9.0.1 dhcp"));
     lab.StartAfresh();
-    EXPECT_TRUE(waitUntil([] { return Ipv4() == "10.9.0.50 255.255.255.0 10.9.0.1 dhcp"; }));
+    EXPECT_TRUE(Becomes("10.9.0.50 255.255.255.0 10.9.0.1 dhcp"));
   });
 }
 
 TEST_F(LinuxIp, Ipv6ByEveryWay) {
-  inNamespaces([] {
-    const NetworkLab lab;
-    lab.StartNetworkd();
-    lab.Serve("ra dhcp6");
-    auto config = [](bool dhcp, bool advertised, const char* fixed = nullptr) {
-      IpConfig made;
-      made.EnableIpv6();
-      made.SetUseIpv6Dhcp(dhcp);
-      made.SetUseIpv6RouterAdvertised(advertised);
-      if (fixed) made.SetIpv6Networks({Ipv6Network::FromString(fixed).value()});
-      return made;
-    };
+  InLab("ra dhcp6", [](const NetworkLab& lab) {
     const std::string advertised = "fd00:9::216:3eff:fe00:0/64";
     const auto settled = [&](bool byDhcp, bool byRouter) {
       return waitUntil(
           [&] { return HasLeasedIpv6() == byDhcp && HasIpv6(advertised) == byRouter; });
     };
-    Write(config(false, true));
+    Write("none ra");
     EXPECT_TRUE(settled(false, true));
     EXPECT_TRUE(Gateway6().starts_with("fe80::") && Gateway6().ends_with("%eth0")) << Gateway6();
-    Write(config(true, true));
+    Write("none dhcp6 ra");
     EXPECT_TRUE(settled(true, true));
-    Write(config(true, false));
+    Write("none dhcp6");
     EXPECT_TRUE(settled(true, false));
     EXPECT_TRUE(waitUntil([] { return Gateway6().starts_with("fe80::"); })) << "who else routes?";
 
-    LinuxDriver driver;
-    auto& network = driver.Network();
-    Write(config(false, false, "fd00:9::7/64"));
+    Write("none fd00:9::7/64");
     EXPECT_TRUE(HasIpv6("fd00:9::7/64"));
     EXPECT_TRUE(settled(false, false));
     EXPECT_EQ(lab.Peer("ping -c 1 -W 2 fd00:9::7").status, 0);
-    network.WriteIpv6Gateway(ip6("fd00:9::1"));
+    Network().WriteIpv6Gateway(ip6("fd00:9::1"));
     EXPECT_EQ(Gateway6(), "fd00:9::1");
-    EXPECT_EQ(failureOf([&] { network.WriteIpv6Gateway(ip6("fe80::9%eth1")); }),
+    EXPECT_EQ(failureOf([&] { Network().WriteIpv6Gateway(ip6("fe80::9%eth1")); }),
               "SetIpv6TarnDefaultGateway fe80::9%eth1: is in no network of eth0");
-    network.WriteIpv6Gateway(ip6("fe80::9%eth0"));
+    Network().WriteIpv6Gateway(ip6("fe80::9%eth0"));
     EXPECT_EQ(Gateway6(), "fe80::9%eth0");
-    Write(config(false, true, "fd00:9::7/64"));
+    Write("none ra fd00:9::7/64");
     EXPECT_TRUE(settled(false, true));
     EXPECT_EQ(Gateway6(), "fe80::9%eth0") << "an operator's gateway is the only one";
 
     lab.Serve("dhcp6");
-    Write(config(true, false));
+    Write("none dhcp6");
     EXPECT_TRUE(settled(true, false)) << "without any advertisement";
   });
 }
 
 TEST_F(LinuxIp, Ipv6OffAtTheNextStart) {
-  inNamespaces([] {
-    const NetworkLab lab;
-    lab.StartNetworkd();
-    LinuxDriver driver;
-    auto& network = driver.Network();
-    IpConfig config = Static("10.9.0.7");
-    config.EnableIpv6();
-    config.SetIpv6Networks({Ipv6Network::FromString("fd00:9::7/64").value()});
+  InLab("", [](const NetworkLab& lab) {
+    const std::string config = "10.9.0.7/24 fd00:9::7/64";
     Write(config);
-    network.WriteIpv4Gateway(ip4("10.9.0.1"));
-    network.WriteIpv6Enabled(true);
+    Network().WriteIpv4Gateway(ip4("10.9.0.1"));
+    Network().WriteIpv6Enabled(true);
     EXPECT_FALSE(Files().Exists("/etc/sysctl.d/zz-kiva-ipv6.conf")) << "it is on";
-    network.WriteIpv6Enabled(false);
+    Network().WriteIpv6Enabled(false);
     EXPECT_TRUE(HasIpv6("fd00:9::7/64")) << "until the next start";
     EXPECT_FALSE(Nic().configured.GetIpv6Enabled());
     Write(config);
     const auto start = [&] {
-      ASSERT_TRUE(
-          shell("mount -o remount,rw /proc/sys 2>/dev/null || :; sysctl -q -w "
-                "net.ipv6.conf.all.disable_ipv6=0 net.ipv6.conf.default.disable_ipv6=0;"
-                "sysctl -q -p /etc/sysctl.d/zz-kiva-ipv6.conf"));
+      ASSERT_TRUE(shell(
+          "sysctl -q -w net.ipv6.conf.all.disable_ipv6=0 net.ipv6.conf.default.disable_ipv6=0;"
+          "sysctl -q -p /etc/sysctl.d/zz-kiva-ipv6.conf"));
       lab.StartAfresh();
-      ASSERT_TRUE(waitUntil([] { return Ipv4() == "10.9.0.7 255.255.255.0 10.9.0.1 static"; }));
+      ASSERT_TRUE(Becomes("10.9.0.7 255.255.255.0 10.9.0.1 static"));
     };
     start();
     EXPECT_TRUE(Nic().running.GetIpv6Networks().empty());
     EXPECT_FALSE(Nic().running.GetIpv6Enabled());
-    EXPECT_EQ(Nic().configured.GetStaticIpv6Networks(), config.GetStaticIpv6Networks());
+    EXPECT_EQ(Nic().configured.GetStaticIpv6Networks(), ipConfig(config).GetStaticIpv6Networks());
 
-    network.WriteIpv6Enabled(true);
+    Network().WriteIpv6Enabled(true);
     start();
     EXPECT_TRUE(waitUntil([] { return HasIpv6("fd00:9::7/64"); })) << "as it was before";
     ASSERT_TRUE(
         shell("echo quiet ipv6.disable=1 > /run/cmdline; mount --bind /run/cmdline /proc/cmdline"));
-    EXPECT_EQ(failureOf([&] { network.WriteIpv6Enabled(true); }),
+    EXPECT_EQ(failureOf([&] { Network().WriteIpv6Enabled(true); }),
               "SetTarnIpv6Enabled IPv6: the kernel was started with ipv6.disable=1");
   });
 }
 
 TEST_F(LinuxIp, LeasesAreRenewedAndGivenBack) {
-  inNamespaces([] {
-    const NetworkLab lab;
-    lab.StartNetworkd();
-    lab.Serve("dhcp4 dhcp6 ra");
-    LinuxDriver driver;
-    auto& network = driver.Network();
-    IpConfig config = Dhcp();
-    config.EnableIpv6();
-    config.SetUseIpv6Dhcp(true);
-    Write(config);
+  InLab("dhcp4 dhcp6 ra", [](const NetworkLab& lab) {
+    Write("dhcp dhcp6");
     const auto leased = [] {
       return waitUntil([] { return Ipv4().starts_with("10.9.0.50 ") && HasLeasedIpv6(); });
     };
@@ -226,76 +195,66 @@ TEST_F(LinuxIp, LeasesAreRenewedAndGivenBack) {
       action();
       return waitUntil([&] { return lab.Logged(message) > before; }) && leased();
     };
-    EXPECT_TRUE(again("DHCPACK", [&] { network.RenewLease(kNic, LeaseRenewal::Ipv4); }));
-    EXPECT_TRUE(again("DHCPREPLY", [&] { network.RenewLease(kNic, LeaseRenewal::Ipv4AndIpv6); }));
+    EXPECT_TRUE(again("DHCPACK", [&] { Network().RenewLease(kNic, LeaseRenewal::Ipv4); }));
+    EXPECT_TRUE(again("DHCPREPLY", [&] { Network().RenewLease(kNic, LeaseRenewal::Ipv4AndIpv6); }));
 
     const auto release = [&] {
       ASSERT_TRUE(shell("ip neigh flush dev eth0"));
       const int before = lab.Logged("DHCPRELEASE");
-      network.ReleaseLease(kNic);
+      Network().ReleaseLease(kNic);
       EXPECT_TRUE(waitUntil([] { return Ipv4().starts_with("0.0.0.0 ") || Ipv4() == "none"; }));
       EXPECT_TRUE(waitUntil([&] { return lab.Logged("DHCPRELEASE") > before; }));
       EXPECT_EQ(ended("cat /run/lab/leases").output.find("10.9.0.50"), std::string::npos);
       EXPECT_TRUE(Nic().configured.GetIpv4UseDhcp()) << "the configuration stays";
-      network.ReleaseLease(kNic);
+      Network().ReleaseLease(kNic);
     };
     for (int way = 0; way < 4; ++way) {
       release();
-      network.SetNicUp(kNic, false);
+      Network().SetNicUp(kNic, false);
       EXPECT_EQ(ended("cat /sys/class/net/eth0/flags").output, "0x1002\n");
       if (way == 3) lab.StartAfresh();
-      if (way == 2) network.SetNicUp(kNic, true);
-      if (way == 1) shell("ip link set eth0 up"), Write(config);
-      if (way == 0) shell("ip link set eth0 up"), network.RenewLease(kNic, LeaseRenewal::Ipv4);
+      if (way == 2) Network().SetNicUp(kNic, true);
+      if (way == 1) shell("ip link set eth0 up"), Write("dhcp dhcp6");
+      if (way == 0) shell("ip link set eth0 up"), Network().RenewLease(kNic, LeaseRenewal::Ipv4);
       EXPECT_TRUE(leased()) << way;
     }
   });
 }
 
 TEST_F(LinuxIp, DownAndUpWithAStaticAddress) {
-  inNamespaces([] {
-    const NetworkLab lab;
-    lab.StartNetworkd();
-    LinuxDriver driver;
-    auto& network = driver.Network();
-    Write(Static("10.9.0.7"));
-    network.WriteIpv4Gateway(ip4("10.9.0.1"));
-    network.SetNicUp(kNic, false);
+  InLab("", [](const NetworkLab& lab) {
+    Write("10.9.0.7/24 off");
+    Network().WriteIpv4Gateway(ip4("10.9.0.1"));
+    Network().SetNicUp(kNic, false);
     EXPECT_NE(lab.Peer("ping -c 1 -W 1 10.9.0.7").status, 0);
-    network.SetNicUp(kNic, true);
+    Network().SetNicUp(kNic, true);
     EXPECT_TRUE(Ipv4().starts_with("10.9.0.7 ")) << "at the return";
-    EXPECT_TRUE(waitUntil([] { return Ipv4() == "10.9.0.7 255.255.255.0 10.9.0.1 static"; }));
-    network.SetNicUp(kNic, false);
+    EXPECT_TRUE(Becomes("10.9.0.7 255.255.255.0 10.9.0.1 static"));
+    Network().SetNicUp(kNic, false);
     lab.PullCable(0);
     const auto before = std::chrono::steady_clock::now();
-    EXPECT_EQ(failureOf([&] { network.SetNicUp(kNic, true); }),
+    EXPECT_EQ(failureOf([&] { Network().SetNicUp(kNic, true); }),
               "Enable eth0: the link did not come up within 10 seconds");
     EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(12));
-    Write(Static("10.9.0.8"));
+    Write("10.9.0.8/24 off");
     lab.PlugIn(0);
-    EXPECT_TRUE(waitUntil([] { return Ipv4() == "10.9.0.8 255.255.255.0 10.9.0.1 static"; }));
+    EXPECT_TRUE(Becomes("10.9.0.8 255.255.255.0 10.9.0.1 static"));
   });
 }
 
 TEST_F(LinuxIp, NamesAndServers) {
-  inNamespaces([] {
-    const NetworkLab lab;
-    lab.StartNetworkd();
+  InLab("dhcp4", [](const NetworkLab& lab) {
     lab.StartHostnamed();
-    lab.Serve("dhcp4");
-    LinuxDriver driver;
-    auto& network = driver.Network();
-    Write(Static("10.9.0.7"));
+    Write("10.9.0.7/24 off");
     ASSERT_TRUE(
         shell("printf '# mine\\nnameserver 10.0.0.1\\noptions edns0\\n' >/etc/resolv.conf;"
               "printf '127.0.0.1 localhost\\n127.0.1.1 machine # me\\n' >/etc/hosts"));
-    HostSeam::DnsChange change;
-    change.nameServers = {{ip4("10.9.0.1"), ip6("fe80::1%eth0")}};
-    change.searchDomains = {{"corp.lan", "b.lan", "Corp.lan"}};
-    change.hostname = "alpha";
-    change.domain = "corp.lan";
-    network.WriteDns(change);
-    const auto dns = driver.ReadDns();
+    HostSeam::DnsChange change{"alpha",
+                               "corp.lan",
+                               {{ip4("10.9.0.1"), ip6("fe80::1%eth0")}},
+                               {{"corp.lan", "b.lan", "Corp.lan"}}};
+    Network().WriteDns(change);
+    const auto dns = LinuxDriver().ReadDns();
     EXPECT_EQ(dns.hostname + "|" + dns.domain, "alpha|corp.lan");
     EXPECT_EQ(dns.nameServers, *change.nameServers);
     EXPECT_EQ(dns.searchDomains, (std::vector<std::string>{"corp.lan", "b.lan"}));
@@ -307,63 +266,93 @@ TEST_F(LinuxIp, NamesAndServers) {
         Files().Read(kFile).value().find("DNS=10.9.0.1\nDNS=fe80::1%eth0\nDomains=corp.lan\n"),
         std::string::npos);
     const std::string before = Trace();
-    network.WriteDns(change);
-    HostSeam::DnsChange same;
-    same.hostname = "alpha";
-    network.WriteDns(same);
+    Network().WriteDns(change);
+    Network().WriteDns({"alpha", {}, {}, {}});
     EXPECT_EQ(Trace(), before);
 
     HostSeam::DnsChange bad = change;
     bad.hostname = "not_a name";
     bad.nameServers->clear();
-    EXPECT_NE(failureOf([&] { network.WriteDns(bad); }).find("nvalid"), std::string::npos)
-        << failureOf([&] { network.WriteDns(bad); });
+    EXPECT_EQ(failureOf([&] { Network().WriteDns(bad); }),
+              "SaveConfig not_a name.corp.lan: Invalid static hostname 'not_a name.corp.lan'");
     EXPECT_EQ(Trace(), before);
 
     // A mount point cannot be replaced, and a link is somebody else's.
     ASSERT_TRUE(shell("mount --bind /etc/resolv.conf /etc/resolv.conf"));
     change.searchDomains->clear();
-    network.WriteDns(change);
-    EXPECT_TRUE(driver.ReadDns().searchDomains.empty());
+    Network().WriteDns(change);
+    EXPECT_TRUE(LinuxDriver().ReadDns().searchDomains.empty());
     ASSERT_TRUE(
         shell("umount /etc/resolv.conf; mv /etc/resolv.conf /run/resolv.conf;"
               "ln -s /run/resolv.conf /etc/resolv.conf"));
     change.searchDomains = {{"c.lan"}};
-    network.WriteDns(change);
-    EXPECT_TRUE(driver.ReadDns().searchDomains.empty()) << "its service was told by networkd";
+    Network().WriteDns(change);
+    EXPECT_TRUE(LinuxDriver().ReadDns().searchDomains.empty())
+        << "its service was told by networkd";
     ASSERT_TRUE(shell("grep -qx Domains=c.lan " + std::string(kFile) + "; rm /etc/resolv.conf"));
 
-    IpConfig config = Dhcp();
-    config.SetDhcpDns(true);
-    Write(config);
+    Write("dhcp dns off");
     ASSERT_TRUE(waitUntil([] { return Ipv4().starts_with("10.9.0.50 "); }));
-    HostSeam::DnsChange list;
-    list.searchDomains = {{"d.lan"}};
-    network.WriteDns(list);
     EXPECT_TRUE(waitUntil([&] {
-      network.WriteDns(list);
+      Network().WriteDns({{}, {}, {}, {{"d.lan"}}});
       return ended("cat /etc/resolv.conf").output == "search d.lan\nnameserver 10.9.0.1\n";
     })) << ended("cat /etc/resolv.conf").output;
     EXPECT_TRUE(Nic().configured.GetDnsFromDhcp());
   });
 }
 
+TEST_F(LinuxIp, NameServersFollowTheLeases) {
+  InLab("", [](const NetworkLab& lab) {
+    const auto servers = [] { return ended("grep -v '^#' /etc/resolv.conf").output; };
+    const auto set = [](const char* server) {
+      std::ofstream("/etc/resolv.conf") << "# mine\nnameserver " << server << "\n";
+    };
+    const auto isLeftAlone = [] {
+      const std::string before = Trace();
+      followLeasedServers(Files());
+      return Trace() == before;
+    };
+    set("10.0.0.1");
+    Write("dhcp dns off");
+    ASSERT_TRUE(shell(KIVA_BINARY_DIR "/kiva-name-servers & echo $! >/run/follower"));
+    EXPECT_TRUE(isLeftAlone()) << "there is no other yet";
+    lab.Serve("dhcp4");
+    EXPECT_TRUE(waitUntil([&] { return servers() == "nameserver 10.9.0.1\n"; })) << servers();
+    set("10.0.0.2");
+    Network().RenewLease(kNic, LeaseRenewal::Ipv4AndIpv6);
+    EXPECT_TRUE(waitUntil([&] { return servers() == "nameserver 10.9.0.1\n"; })) << servers();
+
+    EXPECT_TRUE(isLeftAlone());
+    ASSERT_TRUE(shell("kill $(cat /run/follower); mkdir -p /etc/network"));
+    set("10.0.0.3");
+    ASSERT_TRUE(shell("echo iface eth0 inet dhcp >/etc/network/interfaces"));
+    EXPECT_TRUE(isLeftAlone()) << "somebody else's interface";
+    ASSERT_TRUE(
+        shell("rm /etc/network/interfaces; mv /etc/resolv.conf /run/resolv.conf;"
+              "ln -s /run/resolv.conf /etc/resolv.conf"));
+    EXPECT_TRUE(isLeftAlone()) << "a link";
+    ASSERT_TRUE(shell("mv /run/resolv.conf /etc/resolv.conf"));
+    for (const char* config : {"dhcp off", "10.9.0.7/24 off"}) {
+      Write(config);
+      ASSERT_TRUE(waitUntil([] { return !Ipv4().starts_with("0.0.0.0 "); }));
+      EXPECT_TRUE(isLeftAlone()) << config;
+    }
+    EXPECT_EQ(servers(), "nameserver 10.0.0.3\n");
+  });
+}
+
 TEST_F(LinuxIp, RefusedWithEverythingAsItWas) {
   inNamespaces([] {
     const NetworkLab lab;
-    LinuxDriver driver;
-    auto& network = driver.Network();
-    EXPECT_EQ(failureOf([&] { network.WriteIpConfig("eth7", Dhcp()); }),
+    EXPECT_EQ(failureOf([&] { Network().WriteIpConfig("eth7", ipConfig("dhcp")); }),
               "SetIpConfig eth7: there is no such interface");
-    EXPECT_EQ(failureOf([] { Write(Dhcp()); }), "SetIpConfig eth0: systemd-networkd does not run");
+    EXPECT_EQ(failureOf([] { Write("dhcp off"); }),
+              "SetIpConfig eth0: systemd-networkd does not run");
     EXPECT_FALSE(Files().Exists(kFile));
     lab.StartNetworkd();
-    Write(Static("10.9.0.7"));
+    Write("10.9.0.7/24 off");
     const auto before = Files().Read(kFile);
-    IpConfig taken = Static("10.9.0.8");
-    taken.EnableIpv6();
-    taken.SetIpv6Networks({Ipv6Network::FromString("fd00:9::1/64").value()});
-    EXPECT_EQ(failureOf([&] { Write(taken); }),
+    EXPECT_EQ(failureOf([] { Write("10.9.0.8/24 fd00:9::1/64"); }),
               "SetIpConfig eth0: systemd-networkd did not set the address fd00:9::1 within 10 "
               "seconds")
         << "it is the peer's";
@@ -373,14 +362,15 @@ TEST_F(LinuxIp, RefusedWithEverythingAsItWas) {
     ASSERT_TRUE(
         shell("mkdir -p /etc/network/interfaces.d; echo source interfaces.d/* "
               ">/etc/network/interfaces; echo iface eth0 inet dhcp >/etc/network/interfaces.d/a"));
-    const std::function<void()> changes[] = {[] { Write(Dhcp()); },
-                                             [&] { network.WriteIpv4Gateway(ip4("10.9.0.1")); },
-                                             [&] { network.RenewLease(kNic, LeaseRenewal::Ipv4); },
-                                             [&] { network.ReleaseLease(kNic); },
-                                             [&] { network.SetNicUp(kNic, false); },
-                                             [&] {
-                                               network.WriteDns({{}, {}, {{ip4("10.9.0.1")}}, {}});
-                                             }};
+    const std::function<void()> changes[] = {
+        [] { Write("dhcp off"); },
+        [&] { Network().WriteIpv4Gateway(ip4("10.9.0.1")); },
+        [&] { Network().RenewLease(kNic, LeaseRenewal::Ipv4); },
+        [&] { Network().ReleaseLease(kNic); },
+        [&] { Network().SetNicUp(kNic, false); },
+        [&] {
+          Network().WriteDns({{}, {}, {{ip4("10.9.0.1")}}, {}});
+        }};
     for (const auto& change : changes) {
       const std::string why = failureOf(change);
       EXPECT_NE(why.find(" eth0: is configured by ifupdown (/etc/network/interfaces.d/a)"),
@@ -390,11 +380,11 @@ TEST_F(LinuxIp, RefusedWithEverythingAsItWas) {
     ASSERT_TRUE(shell("rm /etc/network/interfaces"));
     lab.HangBus();
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(failureOf([&] { network.ReleaseLease(kNic); }),
+    EXPECT_EQ(failureOf([&] { Network().ReleaseLease(kNic); }),
               "ReleaseLease eth0: the system bus: Connection timed out");
     EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::seconds(9));
     lab.StopBus();
-    EXPECT_NE(failureOf([] { Write(Dhcp()); }).find("the system bus: "), std::string::npos);
+    EXPECT_NE(failureOf([] { Write("dhcp off"); }).find("the system bus: "), std::string::npos);
     EXPECT_EQ(Files().Read(kFile), before);
     EXPECT_EQ(ended("ls -A /run/systemd/network/*").output, "");
   });

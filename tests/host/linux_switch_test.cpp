@@ -119,6 +119,10 @@ TEST_F(LinuxSwitch, SwitchesTakeUplinksFromEachOther) {
     lab.network_.AddUplink("vSwitch1", "pnic0");
     EXPECT_EQ(lab.Uplinks(), "vSwitch0: (Management Network)\nvSwitch1: pnic0 (Storage)\n");
     EXPECT_EQ(lab.Link("eth0"), "vSwitch1 06:16:3e:00:00:00");
+    ASSERT_TRUE(shell("ip link set eth0 down address " + kMac0));
+    tools.AddPortGroup("Backup", "vSwitch1");
+    EXPECT_EQ(lab.Link("eth0"), "vSwitch1 06:16:3e:00:00:00") << "whatever somebody did to it";
+    EXPECT_TRUE(shell("ip -br link show eth0 up | grep -q ."));
     lab.network_.WriteActiveUplinks({"vSwitch1", "Storage"}, {});
     EXPECT_EQ(lab.Link("eth0"), "- 06:16:3e:00:00:00") << "idle";
     tools.ChangeUplink(Remove, "pnic0", "vSwitch1");

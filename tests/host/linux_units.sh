@@ -116,6 +116,14 @@ check_lockdown() {
     '0:hmx hmxsvc/auth/lockdown_mode_exit' '+0:remote eve true' '0:is "$(files)" "$before"'
 }
 
+check_name_servers() {
+  unit=kiva-name-servers.service
+  steps "3:active $unit" '0:systemctl start systemd-networkd' "+0:active $unit" \
+    '0:systemctl restart systemd-networkd' "+0:active $unit" \
+    '0:rm -r /run/systemd/netif/links' "+3:active $unit" \
+    '0:systemctl stop systemd-networkd.socket systemd-networkd' "3:active $unit"
+}
+
 prepare
-for part in ssh time_outs idle_time_out halo_shell agents lockdown; do check_$part; done
+for part in name_servers ssh time_outs idle_time_out halo_shell agents lockdown; do check_$part; done
 exit $((failures > 0))

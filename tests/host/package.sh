@@ -69,7 +69,7 @@ check_console() {
   ok test -e /run/corvo/show-kiva-login
   is "$(stat -c %a /var/lib/corvo)" 700 "mode"
   is "$(systemd-analyze verify --man=no /lib/systemd/system/kiva@.service kiva-reset.service \
-    halo-shell.service 2>&1)" "" "units"
+    kiva-name-servers.service halo-shell.service 2>&1)" "" "units"
   for unit in SSH HaloShell autovt@tty1; do
     is "$(systemctl show -P LoadState "$unit.service")" masked "$unit"
   done

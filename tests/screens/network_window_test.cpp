@@ -86,21 +86,23 @@ TEST(NetworkWindow, DoesNotOpenOnAHostThatItCannotRead) {
               missing = {"Enable Management Network: Error",
                          "Management network interface cannot be found."};
   const std::tuple<std::string, Lines, std::string> cases[] = {
-      {"IsTarnIpv6Enabled;GetConfiguredIpConfig;RoutingInfo;GetTarnDefaultGateway;"
+      {"", missing, "Could not get a suitable management interface"},
+      {"IsTarnIpv6Enabled;UpdateManagementInterface;GetManagementInterface;GetConfiguredIpConfig;"
+       "RoutingInfo;GetTarnDefaultGateway;"
        "GetTarnIpv6DefaultGateway;DnsConfig;DnsConfig.Refresh;GetHostname;GetNameServers;GetDomain;"
        "GetSearchDomains;GetConnectionPoint",
        unreadable, "no {answer}"},
       {"GetVirtualSwitches;GetNicTeamingPolicy", unreadable, "Getting uplinks failed: no {answer}"},
-      {"GetVlanId", unreadable, "Getting VlanID failed: no {answer}"},
-      {"UpdateManagementInterface;GetManagementInterface", missing,
-       "Could not get a suitable management interface"}};
+      {"GetVlanId", unreadable, "Getting VlanID failed: no {answer}"}};
   Demo demo;
+  const Json nics = demo.host.State()["network"]["kernelNics"];
   logIn(demo);
   demo.Press("Down", 2);
   for (const auto& [operations, message, logged] : cases)
     for (const std::string& operation : parts(operations)) {
       SCOPED_TRACE(operation);
       demo.host.Set("/faults", {{operation, "no {answer}"}});
+      demo.host.Set("/network/kernelNics", operation.empty() ? Json::array() : nics);
       demo.NewLines();
       demo.Press("Enter");
       const Screen screen = demo.Look();
@@ -131,7 +133,8 @@ TEST(NetworkWindow, AsksOnlyWhereSomethingHasChanged) {
   /// The uses between semicolons; each begins with the entry's row.
   const std::tuple<Json, const char*, std::string> cases[] = {
       {{}, kNothing, all + ";1 Enter type:7 Esc;4 Enter Down Space Down type:a Up Up Space Enter"},
-      {{}, kRestart, "0 Enter Down Space Enter;1 Enter type:7 Enter;3 Enter Space Enter"},
+      {{}, kRestart, "0 Enter Down Space Enter;1 Enter type:7 Enter"},
+      {{}, kNothing, "3 Enter Space Enter;3 Enter Up Space Enter Enter Down Space Enter"},
       {{}, kRestart, "4 Enter Down Space Enter"},
       {kBare, kNothing, all},
       {kDnsByDhcpv6, kNothing, all},
@@ -184,6 +187,14 @@ TEST(NetworkWindow, KeepsWhatIsPendingUntilTheOperatorSaysWhatBecomesOfIt) {
   EXPECT_EQ(pane(demo.Look(), 2), (Lines{"Not set", ""})) << "it reads the host afresh";
 }
 
+TEST(NetworkWindow, AGatewayThatWasTakenAwayGoesOnTheHostToo) {
+  Demo demo(kStatic, kQuickEscape);
+  openNetwork(demo, 3);
+  demo.Do(parts("Enter Down Down Down Down Delete Enter Esc type:y", ' '));
+  demo.WaitFor("<Enter> More");
+  EXPECT_EQ(demo.host.State()["network"]["routing"]["ipv6Gateway"], "::");
+}
+
 /// `place` is the row of the dialog's entry and how far below the marked choice the field is.
 /// `answer` is on the screen after Enter: the window again, or a message's title and text.
 void expectTyped(Demo& demo, const std::string& place, const std::string& text,
@@ -225,7 +236,7 @@ TEST(IpDialogs, TakeValidAddressesOnly) {
        "Invalid subnet;a valid subnet (x.x.x.x).", ""},
       {"23", bad4, gateway + again + "gateway address (x.x.x.x).", ""},
       {"31", ";2001:db8::1/128;ff02::1/1;fec0::1/64", ok, ""},
-      {"32", "::ffff:1.2.3.4/96", ok, "::ffff:1234/96 "},
+      {"32", "::ffff:102:304/96", ok, ""},
       {"33", "2001:DB8::9%_ -tarn0/64", ok, "2001:DB8::9%tarn0/64 "},
       {"31;32;33", bad6, ip + again + "IPv6 network address (x:x:x/x).", ""},
       {"31;33", "fe80::1/64;febf::1%tarn0/64",
@@ -251,6 +262,16 @@ TEST(IpDialogs, OnlyTheMarkedChoiceCanBeFilledIn) {
       {kStatic, 2, "Enter Down Down Down Down Down", {"(o) Set static"}, {16, 64}},
       {kStatic, 2, "Enter Down Down type:1 Space type:2", {"[ 12 "}, {15, 56}},
       {kBare, 2, "Enter", {"(o) Disable IPv4"}, hidden},
+      {kStatic, 2, "Enter Down type:1.2.3 Down type:0.0.0.0 Up Up Enter Enter", {}, {14, 59}},
+      {kStatic,
+       2,
+       "Enter Down type:1.2 Up Up Up Space Enter",
+       {"None", "Gateway: Not set"},
+       hidden},
+      {kStatic, 3, "Enter Down type:junk Up Up Space Enter", {"Automatic", "<Esc> Exit"}, hidden},
+      {kStatic, 3, "Enter Up Up Space Enter", {"IPv6 is disabled.", "IPv6 Addresses:"}, hidden},
+      {kNoIpv6, 3, "Enter Down Space Enter", {"The support for IPv6 will be"}, hidden},
+      {kDistributed, 0, "Enter", {"Device Name"}, hidden},
       {kStatic, 3, "Enter Up Space Down Space", {"[X] Use DHCPv6"}, hidden},
       {kStatic, 3, "Enter Down Home Right", {"[ 2001:db8::1/64 "}, {14, 29}},
       {kNoIpv6, 3, "Enter Down Down Up Down Space", {"(o) Set static", "( ) Disable"}, hidden}};

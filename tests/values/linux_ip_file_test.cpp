@@ -1,46 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include "harness/hosts/machine.h"
 #include "linux/network/ip_file.h"
 
 using namespace HostLinux;
 
 namespace {
 
-using HostCtl::Network::AddressType;
 using HostCtl::Network::IpConfig;
 using HostCtl::Network::Ipv4Address;
 using HostCtl::Network::Ipv6Address;
-using HostCtl::Network::Ipv6Network;
 
 Ipv4Address ip4(const char* text) {
   return Ipv4Address::FromString(text).value();
-}
-
-// "dhcp", "none" or "ADDRESS/BITS", then any of "dhcp6", "ra", "dns" and IPv6 networks; without
-// "off" IPv6 is on.
-IpConfig config(const std::string& text) {
-  IpConfig made;
-  std::vector<Ipv6Network> networks;
-  std::istringstream words(text);
-  bool on = true;
-  for (std::string word; words >> word;) {
-    if (word == "dhcp" || word == "none") made.SetUseDhcp(word == "dhcp", word == "none");
-    if (word == "dhcp6") made.SetUseIpv6Dhcp(true);
-    if (word == "ra") made.SetUseIpv6RouterAdvertised(true);
-    if (word == "dns") made.SetDhcpDns(true);
-    if (word == "off") on = false;
-    if (const auto network = Ipv6Network::FromString(word))
-      networks.push_back(*network);
-    else if (const auto slash = word.find('/'); slash != word.npos) {
-      made.SetUseDhcp(false);
-      made.SetIpv4Address(ip4(word.substr(0, slash).c_str()));
-      made.SetIpv4Netmask(Ipv4Address::FromPrefix(std::stoi(word.substr(slash + 1))));
-    }
-  }
-  if (on) made.EnableIpv6();
-  made.SetIpv6Networks(networks);
-  return made;
 }
 
 // Every configuration that the console can ask for is read back as it was written, over every other
@@ -55,15 +28,15 @@ TEST(LinuxIpFile, GivesBackWhatItWasGiven) {
     for (const auto& after : all)
       for (const auto half : {Ipv6Half::InForce, Ipv6Half::Kept}) {
         IniFile file;
-        setIpConfig(file, "tarn0", config(before), half);
+        setIpConfig(file, "tarn0", ipConfig(before), half);
         const bool dhcp = after.find("dhcp") != after.npos;
-        IpConfig wanted = config(after + (dhcp && half == Ipv6Half::InForce ? " dns" : ""));
+        IpConfig wanted = ipConfig(after + (dhcp && half == Ipv6Half::InForce ? " dns" : ""));
         setIpConfig(file, "tarn0", wanted, half);
         const std::string text = file.Text();
         setIpConfig(file, "tarn0", wanted, half);
         EXPECT_EQ(file.Text(), text);
         if (half == Ipv6Half::Kept) {
-          EXPECT_EQ(ipConfigIn(file), config(after + " off")) << text;
+          EXPECT_EQ(ipConfigIn(file), ipConfig(after + " off")) << text;
           setIpv6Half(file, Ipv6Half::InForce);
         }
         EXPECT_EQ(ipConfigIn(file), wanted) << file.Text();
@@ -93,7 +66,7 @@ TEST(LinuxIpFile, SaysToNetworkdWhatIsMeant) {
        {}}};
   for (const auto& [given, half, present, absent] : cases) {
     IniFile file;
-    setIpConfig(file, "tarn0", config(given), half);
+    setIpConfig(file, "tarn0", ipConfig(given), half);
     const std::string text = file.Text();
     EXPECT_NE(text.find("[Match]\nName=tarn0\n"), text.npos);
     for (const auto* line : present)
@@ -114,12 +87,12 @@ TEST(LinuxIpFile, GatewaysStayWhereTheyAreReached) {
       {"none fd00::5/64", "fe80::1", "none", "0.0.0.0", "fe80::1%tarn0"}};
   for (const auto& [before, gateway, after, ipv4, ipv6] : cases) {
     IniFile file;
-    setIpConfig(file, "tarn0", config(before), Ipv6Half::InForce);
+    setIpConfig(file, "tarn0", ipConfig(before), Ipv6Half::InForce);
     if (const auto address = Ipv4Address::FromString(gateway))
       setGateway(file, *address);
     else
       setGateway(file, Ipv6Address::FromString(gateway).value());
-    setIpConfig(file, "tarn0", config(after), Ipv6Half::InForce);
+    setIpConfig(file, "tarn0", ipConfig(after), Ipv6Half::InForce);
     const IpConfig read = ipConfigIn(file);
     EXPECT_EQ(read.GetIpv4Gateway().GetStringAddress(), ipv4) << before << ", " << after;
     EXPECT_EQ(read.GetIpv6Gateway().GetScopedAddress(), ipv6) << before << ", " << after;
@@ -136,14 +109,14 @@ TEST(LinuxIpFile, KeepsWhatIsNotOurs) {
   IniFile file(kForeign);
   setResolver(file, nameServersIn(file), {"a.lan"});
   EXPECT_EQ(file.Text(), kForeign) << "nothing differs";
-  setIpConfig(file, "tarn0", config("dhcp"), Ipv6Half::InForce);
+  setIpConfig(file, "tarn0", ipConfig("dhcp"), Ipv6Half::InForce);
   setResolver(file, {ip4("10.0.0.3")}, {"b.lan"});
   for (const char* kept : {"Path=pci*", "NTP=x", "Address=0.0.0.0/0", "Gateway=_dhcp4",
                            "Domains=~.", "[Address]\nAddress=10.9.0.9/24"})
     EXPECT_NE(file.Text().find(kept), std::string::npos) << kept << " in " << file.Text();
   EXPECT_EQ(file.Get("Network", "DNS"), "10.0.0.3");
   EXPECT_TRUE(ipConfigIn(file).GetIpv4UseDhcp());
-  setIpConfig(file, "tarn0", config("dhcp dns"), Ipv6Half::InForce);
+  setIpConfig(file, "tarn0", ipConfig("dhcp dns"), Ipv6Half::InForce);
   EXPECT_TRUE(nameServersIn(file).empty()) << "the lease's own are meant";
 }
 

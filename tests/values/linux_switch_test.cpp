@@ -71,7 +71,8 @@ TEST_F(LinuxSwitchFiles, OneUplinkWithoutVlan) {
            "[Bridge]\nSTP=no\nForwardDelaySec=0\n\n"
            "[X-Kiva-PortGroup]\nName=Management Network\nVlanId=0\n\n"
            "[X-Kiva-PortGroup]\nName=VM Network\nVlanId=0\n"},
-          {"vSwitch0.network", linkFile("switch", "vSwitch0", "ConfigureWithoutCarrier=yes\n")},
+          {"vSwitch0.network",
+           linkFile("switch", "vSwitch0", "ConfigureWithoutCarrier=yes\n", "", "ARP=no\n")},
           {"tarn0.netdev",
            "[X-Kiva]\nKind=interface\n\n[NetDev]\nName=tarn0\nKind=veth\n\n"
            "[Peer]\nName=tarn0-port\n"},

@@ -22,10 +22,17 @@ class VmNetwork : public InstalledMachine {
           " name vlan20 type vlan id 20 && ip -n peer addr add 10.20.0.1/24 dev vlan20 &&"
           " ip -n peer link set vlan20 up");
   }
-  void Change(const std::vector<std::string>& steps) {
+  using Steps = std::vector<std::string>;
+  static inline const Steps kRestart = {"wait:Apply changes and restart management network?",
+                                        "type:y", "wait:System Customization"};
+  static inline const Steps kReboot = {"wait:Apply changes and reboot host?", "type:y"};
+
+  /// Takes steps in the network window and has them applied.
+  void Change(const std::vector<Steps>& settings, const Steps& answer = kRestart) {
     machine_->Do({"choose:Configure Management Network", "wait:VLAN (optional)"});
-    machine_->Do(steps);
-    machine_->Do({"Esc", "wait:Apply changes and re", "type:y"});
+    for (const Steps& steps : settings) machine_->Do(steps);
+    machine_->Press("Esc");
+    machine_->Do(answer);
   }
   /// Expects that the peer reaches an address, with the hardware address of that NIC of the hub.
   void ExpectSeen(const std::string& address, int nic) {
@@ -41,46 +48,25 @@ class VmNetwork : public InstalledMachine {
     ExpectSeen("10.20.0.5", 1);
   }
 
- private:
-  std::vector<std::string> nics_;
+  std::vector<std::string> nics_;  ///< The kernel's names of the hub's NICs.
 };
 
 TEST_F(VmNetwork, JoinsUplinksInAVlan) {
   Shell("halocli network restore");
   StartPeer();
   LogIn();
-  Change({"choose:Network Adapters",
-          "focus:[X] pnic0",
-          "Space",
-          "focus:[ ] pnic1",
-          "Space",
-          "focus:[ ] pnic2",
-          "Space",
-          "Enter",
-          "choose:VLAN",
-          "wait:VLAN ID",
-          "type:20",
-          "Enter",
-          "choose:IPv4",
-          "focus:Set static",
-          "Space",
-          "Down",
-          "type:10.20.0.5",
-          "Down",
-          "type:255.255.255.0",
-          "Down",
-          "type:10.20.0.1",
-          "Enter"});
-  machine_->WaitFor("System Customization");
+  Change({{"choose:Network Adapters", "focus:[X] pnic0", "Space", "Down", "Space", "Down", "Space"},
+          {"Enter", "choose:VLAN", "wait:VLAN ID", "type:20", "Enter"},
+          {"choose:IPv4", "focus:Set static", "Space", "Down", "type:10.20.0.5", "Down"},
+          {"type:255.255.255.0", "Down", "type:10.20.0.1", "Enter"}});
   ExpectBond(1);
   machine_->Monitor("set_link nic1 off");
   ExpectBond(2);
   machine_->Monitor("set_link nic1 on");
   ExpectBond(1);
 
-  // Switching IPv6 off restarts the host.
   const std::string before = BootId();
-  Change({"choose:IPv6", "wait:Disable IPv6", "Up", "Space", "Enter"});
+  Change({{"choose:IPv6", "wait:Disable IPv6", "Up", "Up", "Up", "Space", "Enter"}}, kReboot);
   WaitForNewStart(before);
   StartPeer();
   ExpectBond(1);
@@ -88,19 +74,35 @@ TEST_F(VmNetwork, JoinsUplinksInAVlan) {
 
   // A trunk hands on the frames of all VLANs as they are.
   LogIn();
-  Change({"choose:VLAN", "wait:VLAN ID", "type:4095", "Enter"});
-  machine_->WaitFor("System Customization");
+  Change({{"choose:VLAN", "wait:VLAN ID", "type:4095", "Enter", "wait:Warning", "Enter"}});
   Shell(
       "ip link add link tarn0 name tagged type vlan id 20; ip addr add 10.20.0.6/24 dev tagged; "
       "ip link set tagged up");
   ExpectSeen("10.20.0.6", 1);
   Shell("ip link delete tagged");
 
-  Change({"choose:VLAN", "wait:VLAN ID", "type:20", "Enter", "Up", "Enter", "focus:[X] pnic1",
-          "Space", "Enter"});
-  machine_->WaitFor("System Customization");
+  // Without the first uplink the second lends its address, and there is nothing to join.
+  Change({{"choose:VLAN", "wait:VLAN ID", "type:20", "Enter"},
+          {"Up", "Enter", "focus:[X] pnic1", "Space", "Enter"}});
   ExpectSeen("10.20.0.5", 2);
-  Shell("! grep . /proc/net/bonding/*");
+  Shell("! ls /proc/net/bonding/*");
+}
+
+// Whoever controls an Open vSwitch bridge decides on its ports and their VLANs.
+TEST_F(VmNetwork, LeavesADistributedSwitchAlone) {
+  Shell("systemctl start openvswitch-switch && ovs-vsctl add-br dvs0 && ovs-vsctl add-port dvs0 " +
+        nics_[0] +
+        " && ovs-vsctl add-port dvs0 mgmt0 -- set interface mgmt0 type=internal &&"
+        " ovs-vsctl set-fail-mode dvs0 standalone && ovs-vsctl set-controller dvs0 tcp:127.0.0.1 &&"
+        " ip addr add 10.9.0.5/24 dev mgmt0 && ip link set mgmt0 up &&"
+        " ip route add default via 10.9.0.1 dev mgmt0");
+  Shell("halocli network ip list | grep -x 'mgmt0 *Connection *- *distributed dvs0 *'");
+  const std::string state = "ovs-vsctl show; ip -br addr show mgmt0; ip route";
+  const std::string before = Shell(state);
+  LogIn();
+  Change({{"choose:Network Adapters", "focus:[ ] pnic2", "Space", "Enter"},
+          {"choose:VLAN", "wait:VLAN ID", "type:20", "Enter"}});
+  EXPECT_EQ(Shell(state), before);
 }
 
 }  // namespace

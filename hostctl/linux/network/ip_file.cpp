@@ -10,7 +10,6 @@
 
 namespace HostLinux {
 
-using HostCtl::Network::AddressType;
 using HostCtl::Network::IpAddress;
 using HostCtl::Network::IpConfig;
 using HostCtl::Network::Ipv4Address;

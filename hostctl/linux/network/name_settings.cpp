@@ -10,9 +10,11 @@
 #include "hostctl/lib/exception.h"
 #include "linux/network/foreign.h"
 #include "linux/network/ip_file.h"
+#include "linux/network/ip_settings.h"
 #include "linux/network/networkd_bus.h"
 #include "linux/network/nic_reader.h"
 #include "linux/network/own_files.h"
+#include "linux/network/settle.h"
 #include "linux/network_file.h"
 #include "linux/replace_file.h"
 #include "linux/resolver.h"
@@ -89,6 +91,10 @@ class ResolverChange {
                change.searchDomains.value_or(now.searchDomains) != now.searchDomains;
   }
 
+  bool IsForeign() const {
+    return !interface_.empty() && !foreignManagerOf(files_, interface_).empty();
+  }
+
   void Carry() {
     const bool writes = IsOurs() && text_ != old_.value_or("");
     const bool changesFile = hasFile_ && file_.Text() != own_.Read(name_).Text();
@@ -98,7 +104,11 @@ class ResolverChange {
       throw HostCtlException(kOperation, kResolverFile, "belongs to somebody else");
     if (writes) writeText(files_.Path(kResolverFile), text_);
     try {
-      if (changesFile) own_.Change(kOperation, interface_, {{name_, file_.Text()}});
+      if (changesFile)
+        own_.Change(kOperation, interface_, {{name_, file_.Text()}},
+                    reloadAndCheck(files_, kOperation, interface_, [this] {
+                      waitForStaticAddresses(kOperation, interface_, ipConfigIn(file_));
+                    }));
     } catch (const HostCtlException&) {
       if (writes) PutBack();
       throw;
@@ -228,6 +238,14 @@ void writeDns(const Files& files, const DnsChange& asked) try {
     throw;
   }
   if (name != old) renameInHosts(files, old, name);
+} catch (const std::system_error& error) {
+  throw HostCtlException(kOperation, kResolverFile, error.what());
+}
+
+void followLeasedServers(const Files& files) try {
+  const auto sole = OwnFiles(files).Lock();
+  ResolverChange resolver(files, {});
+  if (!resolver.IsForeign()) resolver.Carry();
 } catch (const std::system_error& error) {
   throw HostCtlException(kOperation, kResolverFile, error.what());
 }

@@ -16,6 +16,12 @@ namespace HostLinux {
 /// yet. Throws HostCtlException with the host as it was; what is so already is not touched.
 void writeDns(const Files& files, const HostSeam::DnsChange& change);
 
+/// Brings /etc/resolv.conf in line with networkd's leases, as writeDns would, where the management
+/// interface has DNS from DHCP and nobody else configures it: for whoever learns that leases may
+/// have changed. What is so already is not touched, and where there is no server yet, the old ones
+/// stay. Throws HostCtlException.
+void followLeasedServers(const Files& files);
+
 /// The name that the host named `name` has after `change`: its domain stays unless that is changed.
 std::string nameAfter(std::string_view name, const HostSeam::DnsChange& change);
 

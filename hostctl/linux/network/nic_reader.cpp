@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "linux/network/nic_reader.h"
 
+#include <algorithm>
+
 #include "hostseam/management_nic.h"
 #include "linux/kernel_nics.h"
 #include "linux/network/ip_file.h"
 #include "linux/network/own_files.h"
 #include "linux/network_file.h"
+#include "linux/pnics.h"
 
 namespace HostLinux {
 
@@ -16,11 +19,18 @@ void addFromFiles(const Files& files, LinkRow& link) {
   link.ipv6 = files.ReadLine("/proc/sys/net/ipv6/conf/" + link.name + "/disable_ipv6") == "0";
 }
 
+/// An uplink's file of ours says nothing about IP.
 void addConfigured(const OwnFiles& own, HostSeam::KernelNic& nic) {
   const std::string name = std::string(kOwnNetworkFiles) + nic.name + ".network";
   if (!own.Exists(name)) return;
-  nic.configured = ipConfigIn(own.Read(name));
+  const IniFile file = own.Read(name);
+  nic.setUpByKiva = nic.setUpByKiva || file.Get("Network", "DHCP").has_value();
+  nic.configured = ipConfigIn(file);
   nic.running.SetDhcpDns(nic.configured.GetDnsFromDhcp());
+}
+
+bool isMade(const HostSeam::KernelNic& nic) {
+  return nic.name == kManagementNic;
 }
 
 }  // namespace
@@ -36,6 +46,9 @@ std::vector<HostSeam::KernelNic> readKernelNics(const Files& files, const std::s
     addConfigured(own, nic);
     nic.macAddress = files.ReadLine("/sys/class/net/" + nic.name + "/address");
   }
+  // The one that Kiva made goes before one that it only configures.
+  if (std::any_of(nics.begin(), nics.end(), isMade))
+    for (auto& nic : nics) nic.setUpByKiva = isMade(nic);
   return nics;
 }
 

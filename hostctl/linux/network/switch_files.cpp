@@ -128,7 +128,10 @@ void writeBridge(FileSet& files, const Switch& one) {
   assign(device, "Bridge", "VLANFiltering", one.FiltersVlans() ? "yes" : "");
   assign(device, "Bridge", "DefaultPVID", one.FiltersVlans() ? "none" : "");
   writePortGroups(device, one.portGroups);
-  files.Link(one.name, "switch").Set("Network", "ConfigureWithoutCarrier", "yes");
+  IniFile& link = files.Link(one.name, "switch");
+  // It would answer, with its own hardware address, whoever asks for an interface behind it.
+  link.Set("Link", "ARP", "no");
+  link.Set("Network", "ConfigureWithoutCarrier", "yes");
 }
 
 void writeBond(FileSet& files, const Switch& one) {

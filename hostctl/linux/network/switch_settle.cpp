@@ -8,6 +8,7 @@
 
 #include "hostctl/lib/exception.h"
 #include "linux/network/mac_address.h"
+#include "linux/network/networkd_bus.h"
 
 namespace HostLinux {
 
@@ -16,7 +17,7 @@ using HostCtl::Lib::HostCtlException;
 namespace {
 
 constexpr std::chrono::seconds kSettledWithin{10};
-constexpr std::chrono::seconds kLeftDownAfter{3};
+constexpr std::chrono::milliseconds kLeftUndoneAfter{500};
 constexpr std::chrono::milliseconds kLook{20};
 
 const LinkRow* linkNamed(const std::vector<LinkRow>& links, const std::string& name) {
@@ -94,21 +95,26 @@ void deleteDevices(const ChangeContext& context, const Switches& before, const S
     if (kept.count(device) == 0) deleteLink(context.operation, device);
 }
 
-/// networkd leaves a link down that somebody put down and whose file did not change.
-void raise(const ChangeContext& context, const std::vector<LinkRow>& links,
-           const std::string& name) {
-  if (const LinkRow* link = linkNamed(links, name); link && !link->up)
-    setLinkUp(context.operation, name, true);
+/// networkd compares a file with what it last heard of the link: what was changed while it did so,
+/// and a link that somebody put down, stay as they are until it looks again.
+void haveLookedAtAgain(const ChangeContext& context, const std::vector<LinkRow>& links,
+                       const std::string& name) {
+  if (const LinkRow* link = linkNamed(links, name))
+    reconfigureLink(context.operation, context.object, link->index);
+  else
+    reloadNetworkd(context.operation, context.object);
 }
 
 void waitForLinks(const ChangeContext& context, const Switches& switches) {
   const auto start = std::chrono::steady_clock::now();
+  std::set<std::string> lookedAtAgain;
   for (;;) {
     const auto links = readLinks(context.operation);
     const std::string missing = unsettledLink(switches, links);
     if (missing.empty()) return;
     const auto waited = std::chrono::steady_clock::now() - start;
-    if (waited > kLeftDownAfter) raise(context, links, missing);
+    if (waited > kLeftUndoneAfter && lookedAtAgain.insert(missing).second)
+      haveLookedAtAgain(context, links, missing);
     if (waited > kSettledWithin)
       throw HostCtlException(context.operation, context.object,
                              "systemd-networkd did not set up " + missing + " within 10 seconds");

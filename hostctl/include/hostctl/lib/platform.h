@@ -39,8 +39,9 @@ class Platform {
   /// among its arguments have been through HostPath already.
   virtual Program TerminalProgram(const Program& program) = 0;
 
-  /// Whether name resolution, the hosts file included, finds an address for `name` (getaddrinfo with
-  /// the flags for a canonical name and configured families only). May take long; for any thread.
+  /// Whether name resolution, the hosts file included, finds an address for `name` (getaddrinfo
+  /// with the flags for a canonical name and configured families only). May take long; for any
+  /// thread.
   virtual bool ResolveName(const std::string& name) = 0;
 
   /// Opens the system log with identity "KIVA", process id, facility user, up to informational.

@@ -83,6 +83,8 @@ using IpAddress = std::variant<Ipv4Address, Ipv6Address>;
 
 /// Either kind of address as text, with its zone.
 std::string toString(const IpAddress& address);
+/// Empty where there is none.
+std::string toString(const std::optional<IpAddress>& address);
 std::optional<IpAddress> parseIpAddress(const std::string& text);
 
 }  // namespace HostCtl::Network

@@ -14,7 +14,7 @@ namespace HostCtl::Network {
 class IpConfig {
  public:
   bool GetIpv4UseNone() const { return ipv4None_; }
-  bool GetIpv4UseDhcp() const { return ipv4Dhcp_; }
+  bool GetIpv4UseDhcp() const { return ipv4Dhcp_ && !ipv4None_; }
   bool GetIpv4UseStatic() const { return !ipv4None_ && !ipv4Dhcp_; }
   Ipv4Address GetIpv4Address() const { return ipv4Address_; }
   Ipv4Address GetIpv4Netmask() const { return ipv4Netmask_; }
