@@ -90,6 +90,14 @@ Json failing(const std::string& operation, const std::string& text) {
   return {{"faults", {{operation, text}}}};
 }
 
+Json networkWith(const std::string& values) {
+  Json changes = Json::array();
+  const Json parsed = Json::parse(values);
+  for (const auto& [path, value] : parsed.items())
+    changes.push_back({{"op", "replace"}, {"path", "/network/" + path}, {"value", value}});
+  return changes;
+}
+
 Lines parts(const std::string& text, char separator) {
   Lines found(1);
   for (const char c : text) c == separator ? found.emplace_back() : found.back() += c;

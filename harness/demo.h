@@ -63,6 +63,8 @@ Json rehearsed(const Json& tools);
 inline const Json kDies = {{"signal", 9}}, kGone = {{"missing", true}};
 /// Changes for a host whose library operation of that name fails with that text.
 Json failing(const std::string& operation, const std::string& text);
+/// Changes for a host with these values below "/network": {"dns/hostname": "alpha", ...}.
+Json networkWith(const std::string& values);
 /// What is logged when the console's child is killed.
 inline constexpr const char* kKilled = "log.err\tRun Command did not terminate normally";
 

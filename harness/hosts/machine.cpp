@@ -4,10 +4,12 @@
 #include <gtest/gtest.h>
 #include <sched.h>
 #include <sys/mount.h>
+#include <sys/ptrace.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -88,6 +90,25 @@ std::string matrixModule() {
   static const std::string path =
       ended("find /usr/lib -path '*/pam_wrapper/pam_matrix.so' | head -n 1").output;
   return path.substr(0, path.find('\n'));
+}
+
+bool killedAt(int step, const std::function<void()>& work) {
+  const pid_t child = fork();
+  if (child == 0) {
+    ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
+    raise(SIGSTOP);
+    work();
+    _exit(0);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  for (int i = 0; i < step && WIFSTOPPED(status); ++i) {
+    ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
+    waitpid(child, &status, 0);
+  }
+  if (!WIFSTOPPED(status)) return false;
+  kill(child, SIGKILL);
+  return waitpid(child, &status, 0) == child;
 }
 
 std::string failureOf(const std::function<void()>& action) try {

@@ -23,6 +23,10 @@ Ended ended(const std::string& script);
 /// failed.
 void inNamespaces(const std::function<void()>& body);
 
+/// Runs `work` in a child and kills it when it enters or leaves its system calls for the `step`th
+/// time; false when it has ended before.
+bool killedAt(int step, const std::function<void()>& work);
+
 /// Runs a shell script; true when it succeeded.
 bool shell(const std::string& script);
 

@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
 // The hosts file while a name is resolved without it: killed at every step, and on real mounts.
-#include <sys/ptrace.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -16,6 +14,7 @@
 namespace {
 
 using HostLinux::inNamespaces;
+using HostLinux::killedAt;
 using HostLinux::shell;
 using Lines = std::vector<std::string>;
 
@@ -25,27 +24,6 @@ const Lines kPutBack = {"log.6 Putting /etc/hosts back from /etc/hosts.backup"};
 
 bool resolve() {
   return Kiva::resolveByServers("halo.test", {});
-}
-
-/// Kills `work` when it enters or leaves its system calls for the `step`th time; false when it has
-/// ended before.
-bool killedAt(int step, void (*work)()) {
-  const pid_t child = fork();
-  if (child == 0) {
-    ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
-    raise(SIGSTOP);
-    work();
-    _exit(0);
-  }
-  int status = 0;
-  waitpid(child, &status, 0);
-  for (int i = 0; i < step && WIFSTOPPED(status); ++i) {
-    ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
-    waitpid(child, &status, 0);
-  }
-  if (!WIFSTOPPED(status)) return false;
-  kill(child, SIGKILL);
-  return waitpid(child, &status, 0) == child;
 }
 
 struct NamingPlatform : TestSupport::RecordingPlatform {

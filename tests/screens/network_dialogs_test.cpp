@@ -73,7 +73,7 @@ TEST(NetworkDialogs, DnsServersAreAddressesOrNotSet) {
   const Lines automatic = {"Automatic", "halo-01", "10.20.30.2", "2001:db8:20::53"},
               manual = {"Manual", "halo-01", "10.20.30.2", "2001:db8:20::53"},
               unset = {"Manual", "Not set", "Not set", "Not set"};
-  const std::tuple<const char*, Lines, Lines> cases[] = {
+  const std::tuple<std::string, Lines, Lines> cases[] = {
       {"dhcp", {"Enter"}, automatic},
       {"none", {"Enter"}, automatic},
       {"none", parts("Down;type: ;wait:( ) Obtain;wait:(o) Use;Enter"), manual},
@@ -84,10 +84,8 @@ TEST(NetworkDialogs, DnsServersAreAddressesOrNotSet) {
        {"Manual", "-a..b", "::1", "192.0.2.1"}},
       {"dhcp", kManual + "type:bad" + "Up" + "Up" + "type: " + "Enter", automatic}};
   for (const auto& [ipv4, keys, values] : cases) {
-    DemoHost host;
-    host.Set("/network/kernelNics/0/configured/ipv4",
-             {{"mode", ipv4}, {"address", "10.0.0.5"}, {"netmask", "255.0.0.0"}});
-    Demo demo({}, std::move(host));
+    Demo demo(networkWith(R"({"kernelNics/0/configured/ipv4": {"mode": ")" + ipv4 +
+                          R"(", "address": "10.0.0.5", "netmask": "255.0.0.0"}})"));
     open(demo, kDns);
     demo.Do(keys);
     const Lines pane = valuesOf(demo.Look());

@@ -7,19 +7,10 @@ using namespace Harness;
 
 namespace {
 
-/// Changes for a host with these values under "/network".
-Json hostWith(const std::string& text) {
-  const Json values = Json::parse(text);
-  Json changes = Json::array();
-  for (const auto& [path, value] : values.items())
-    changes.push_back({{"op", "replace"}, {"path", "/network/" + path}, {"value", value}});
-  return changes;
-}
-
-const Json kDhcp = hostWith(R"({"kernelNics/0/configured": {"dnsFromDhcp": true,
+const Json kDhcp = networkWith(R"({"kernelNics/0/configured": {"dnsFromDhcp": true,
   "ipv4": {"mode": "dhcp"},
   "ipv6": {"dhcp": true, "routerAdvertisement": false, "networks": []}}})");
-const Json kStatic = hostWith(R"({"kernelNics/0/configured": {"dnsFromDhcp": false,
+const Json kStatic = networkWith(R"({"kernelNics/0/configured": {"dnsFromDhcp": false,
   "ipv4": {"mode": "static", "address": "10.20.30.40", "netmask": "255.255.255.0"},
   "ipv6": {"dhcp": false, "routerAdvertisement": false, "networks": [
     {"address": "2001:db8::1", "prefix": 64, "type": "static"},
@@ -28,17 +19,17 @@ const Json kStatic = hostWith(R"({"kernelNics/0/configured": {"dnsFromDhcp": fal
     {"address": "2001:db8::4", "prefix": 128, "type": "static"}]}},
   "routing/ipv6Gateway": "fe80::1%tarn0",
   "switches/0/uplinks": ["pnic3", "pnic0"], "switches/0/portGroups/0/vlanId": 4095})");
-const Json kBare = hostWith(R"({"kernelNics/0/configured": {"dnsFromDhcp": false,
+const Json kBare = networkWith(R"({"kernelNics/0/configured": {"dnsFromDhcp": false,
   "ipv4": {"mode": "none"}, "ipv6": {"dhcp": false, "routerAdvertisement": false, "networks": []}},
   "routing": {"ipv4Gateway": "0.0.0.0", "ipv6Gateway": "::"}, "switches/0/uplinks": [],
   "dns": {"hostname": "{bad}", "domain": "a", "nameServers": [],
           "searchDomains": ["b", "a", "{c}"]}})");
-const Json kNoIpv6 = hostWith(R"({"ipv6Enabled": false})");
-const Json kDnsByDhcpv6 = hostWith(R"({"kernelNics/0/configured/ipv4/mode": "none"})");
-const Json kStaticBesideDhcpv6 = hostWith(R"({"kernelNics/0/configured/ipv4":
+const Json kNoIpv6 = networkWith(R"({"ipv6Enabled": false})");
+const Json kDnsByDhcpv6 = networkWith(R"({"kernelNics/0/configured/ipv4/mode": "none"})");
+const Json kStaticBesideDhcpv6 = networkWith(R"({"kernelNics/0/configured/ipv4":
   {"mode": "static", "address": "10.20.30.40", "netmask": "255.255.255.0"}})");
-const Json kDistributed = hostWith(R"({"kernelNics/0/connection/type": "distributed"})");
-const Json kUnknown = hostWith(R"({"kernelNics/0/connection/type": "unknown"})");
+const Json kDistributed = networkWith(R"({"kernelNics/0/connection/type": "distributed"})");
+const Json kUnknown = networkWith(R"({"kernelNics/0/connection/type": "unknown"})");
 
 /// The first rows of the right pane's text.
 Lines pane(const Screen& screen, std::size_t rows) {

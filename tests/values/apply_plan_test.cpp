@@ -115,6 +115,7 @@ void expectSteps(const Pass& base, const std::vector<Case>& cases) {
   }
 }
 
+const Answer<Names> kNoUplinks{{}, "x"};
 const std::string kLeased = "0.0.0.0 0.0.0.0 0.0.0.0 dhcp v6",
                   kFixed = "10.0.0.9 255.255.255.0 0.0.0.0 static v6";
 
@@ -132,9 +133,8 @@ TEST(ApplyPlan, AdaptersAndVlan) {
        {[](P p) { std::swap(p.pending.adapters[0], p.pending.adapters[1]); },
         to + " pnic1 pnic0, " + mac1},
        {[](P p) { p.host.uplinks.value->clear(); }, "add pnic0, add pnic1, " + mac0 + renew},
-       {[](P p) {
-          p.host.uplinks = {{}, "x"}, p.host.connection = ConnecteeType::Opaque;
-        },
+       {[](P p) { p.host.uplinks = kNoUplinks; }, "trouble x, " + mac0},
+       {[](P p) { p.host.uplinks = kNoUplinks, p.host.connection = ConnecteeType::Opaque; },
         "trouble x, set " + mac0},
        {[](P p) { p.pending.vlanId = 4095; },
         "vlan 4095, vlan? Changed vlan, restarting management interface, "},
