@@ -97,7 +97,8 @@ TEST_F(VmNetwork, LeavesADistributedSwitchAlone) {
         " ip addr add 10.9.0.5/24 dev mgmt0 && ip link set mgmt0 up &&"
         " ip route add default via 10.9.0.1 dev mgmt0");
   Shell("halocli network ip list | grep -x 'mgmt0 *Connection *- *distributed dvs0 *'");
-  const std::string state = "ovs-vsctl show; ip -br addr show mgmt0; ip route";
+  const std::string state =
+      "ovs-vsctl show; ip -br addr show mgmt0; ip route get 10.99.0.1 | grep -o ^.*mgmt0";
   const std::string before = Shell(state);
   LogIn();
   Change({{"choose:Network Adapters", "focus:[ ] pnic2", "Space", "Enter"},
