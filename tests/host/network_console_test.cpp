@@ -5,6 +5,7 @@
 #include <chrono>
 #include <fstream>
 #include <map>
+#include <thread>
 
 #include "harness/hosts/lab_console.h"
 #include "linux/files.h"
@@ -143,16 +144,12 @@ TEST_F(NetworkConsole, OpensTheWindowWithFewQuestionsToTheBus) {
     setUpByHand(lab);
     LabConsole console(lab);
     console.LogIn();
-    Lines calls;
-    const auto open = [&] {
+    // An answer is not asked for again within two seconds, and the menu has asked.
+    std::this_thread::sleep_for(std::chrono::milliseconds(2200));
+    const Lines calls = callsDuring([&] {
       console.Do({"choose:Configure Management Network", "wait:Network Adapters"});
-    };
-    // An answer that came a moment ago is not asked for again.
-    EXPECT_TRUE(waitUntil([&] {
-      calls = callsDuring(open);
-      console.Do({"Esc", "wait:System Customization"});
-      return !calls.empty();
-    }));
+    });
+    EXPECT_FALSE(calls.empty());
     EXPECT_LE(calls.size(), 3u) << testing::PrintToString(calls);
   });
 }
