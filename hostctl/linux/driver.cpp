@@ -5,6 +5,7 @@
 #include "linux/kernel_nics.h"
 #include "linux/keyboard_layouts.h"
 #include "linux/network/connections.h"
+#include "linux/network/distributed_switches.h"
 #include "linux/network/nic_reader.h"
 #include "linux/network/switch_files.h"
 #include "linux/network/switches.h"
@@ -12,6 +13,7 @@
 #include "linux/pnics.h"
 #include "linux/processors.h"
 #include "linux/resolver.h"
+#include "linux/running_machines.h"
 #include "linux/user_accounts.h"
 
 namespace HostLinux {
@@ -52,6 +54,14 @@ std::vector<HostCtl::Network::PnicRecord> LinuxDriver::ReadPnics() {
 
 std::vector<HostSeam::SwitchRecord> LinuxDriver::ReadSwitches() {
   return readSwitches(files_);
+}
+
+std::vector<HostSeam::DistributedSwitchRecord> LinuxDriver::ReadDistributedSwitches() {
+  return readDistributedSwitches(files_);
+}
+
+bool LinuxDriver::HasRunningVirtualMachines() {
+  return hasRunningMachines(files_);
 }
 
 bool LinuxDriver::ReadIpv6Enabled() {

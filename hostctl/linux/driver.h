@@ -27,6 +27,8 @@ class LinuxDriver : public HostSeam::Driver {
   std::vector<HostSeam::KernelNic> ReadKernelNics() override;
   std::vector<HostCtl::Network::PnicRecord> ReadPnics() override;
   std::vector<HostSeam::SwitchRecord> ReadSwitches() override;
+  std::vector<HostSeam::DistributedSwitchRecord> ReadDistributedSwitches() override;
+  bool HasRunningVirtualMachines() override;
   bool ReadIpv6Enabled() override;
   HostSeam::DnsRecord ReadDns() override;
   HostSeam::RoutingRecord ReadRouting() override;

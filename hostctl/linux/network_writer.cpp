@@ -4,10 +4,12 @@
 #include <syslog.h>
 
 #include "hostctl/lib/exception.h"
+#include "linux/network/distributed_switches.h"
 #include "linux/network/ip_settings.h"
 #include "linux/network/ipv6_switch.h"
 #include "linux/network/leases.h"
 #include "linux/network/name_settings.h"
+#include "linux/network/net_dumper.h"
 #include "linux/network/switches.h"
 
 namespace HostLinux {
@@ -78,6 +80,37 @@ void LinuxNetworkWriter::WriteActiveUplinks(const HostSeam::PortGroupName& portG
 void LinuxNetworkWriter::WriteVlanId(const HostSeam::PortGroupName& portGroup,
                                      std::int16_t vlanId) {
   writeVlanId(files_, portGroup, vlanId);
+}
+
+void LinuxNetworkWriter::MoveNic(const std::string& nic, const HostSeam::PortGroupName& portGroup) {
+  moveNic(files_, nic, portGroup);
+}
+
+void LinuxNetworkWriter::MoveNicToPort(const std::string& nic,
+                                       const HostCtl::Network::HostLocalPort& port) {
+  moveNicToPort(files_, nic, port);
+}
+
+void LinuxNetworkWriter::AddDistributedUplink(const std::string& switchName,
+                                              const std::string& pnic) {
+  addDistributedUplink(files_, switchName, pnic);
+}
+
+void LinuxNetworkWriter::RemoveDistributedUplink(const std::string& switchName,
+                                                 const std::string& pnic) {
+  removeDistributedUplink(files_, switchName, pnic);
+}
+
+void LinuxNetworkWriter::DisableNetDumper() {
+  disableNetDumper(files_);
+}
+
+void LinuxNetworkWriter::ClearConfiguration() {
+  clearNetwork(files_);
+}
+
+void LinuxNetworkWriter::AutoConfigure() {
+  autoConfigureNetwork(files_);
 }
 
 }  // namespace HostLinux

@@ -27,6 +27,13 @@ class LinuxNetworkWriter : public HostSeam::NetworkWriter {
   void WriteActiveUplinks(const HostSeam::PortGroupName& portGroup,
                           const std::vector<std::string>& pnics) override;
   void WriteVlanId(const HostSeam::PortGroupName& portGroup, std::int16_t vlanId) override;
+  void MoveNic(const std::string& nic, const HostSeam::PortGroupName& portGroup) override;
+  void MoveNicToPort(const std::string& nic, const HostCtl::Network::HostLocalPort& port) override;
+  void AddDistributedUplink(const std::string& switchName, const std::string& pnic) override;
+  void RemoveDistributedUplink(const std::string& switchName, const std::string& pnic) override;
+  void DisableNetDumper() override;
+  void ClearConfiguration() override;
+  void AutoConfigure() override;
 
  private:
   const Files& files_;

@@ -56,6 +56,7 @@ struct HostState {
   bool ipv6Enabled = false;
   std::vector<HostCtl::Network::PnicRecord> pnics;
   std::vector<HostSeam::SwitchRecord> switches;
+  std::vector<HostSeam::DistributedSwitchRecord> distributedSwitches;
   std::vector<HostSeam::KernelNic> kernelNics;
   HostSeam::DnsRecord dns;
   HostSeam::RoutingRecord routing;

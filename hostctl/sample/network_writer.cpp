@@ -2,6 +2,7 @@
 #include "sample/network_writer.h"
 
 #include "sample/network_changes.h"
+#include "sample/repair_changes.h"
 #include "sample/switch_changes.h"
 
 namespace HostSample {
@@ -60,6 +61,38 @@ void SampleNetworkWriter::WriteActiveUplinks(const HostSeam::PortGroupName& port
 void SampleNetworkWriter::WriteVlanId(const HostSeam::PortGroupName& portGroup,
                                       std::int16_t vlanId) {
   setVlanId(store_, portGroup, vlanId);
+}
+
+void SampleNetworkWriter::MoveNic(const std::string& nic,
+                                  const HostSeam::PortGroupName& portGroup) {
+  moveNic(store_, nic, portGroup);
+}
+
+void SampleNetworkWriter::MoveNicToPort(const std::string& nic,
+                                        const HostCtl::Network::HostLocalPort& port) {
+  moveNicToPort(store_, nic, port);
+}
+
+void SampleNetworkWriter::AddDistributedUplink(const std::string& switchName,
+                                               const std::string& pnic) {
+  addDistributedUplink(store_, switchName, pnic);
+}
+
+void SampleNetworkWriter::RemoveDistributedUplink(const std::string& switchName,
+                                                  const std::string& pnic) {
+  removeDistributedUplink(store_, switchName, pnic);
+}
+
+void SampleNetworkWriter::DisableNetDumper() {
+  disableNetDumper(store_);
+}
+
+void SampleNetworkWriter::ClearConfiguration() {
+  clearNetwork(store_);
+}
+
+void SampleNetworkWriter::AutoConfigure() {
+  autoConfigureNetwork(store_);
 }
 
 }  // namespace HostSample

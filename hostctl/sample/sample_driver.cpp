@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "sample/sample_driver.h"
 
+#include <algorithm>
+
 #include "hostctl/lib/exception.h"
 #include "sample/changes.h"
 
@@ -19,6 +21,12 @@ void SampleDriver::Enter(std::string_view operation) {
   const auto faults = store_.Get(&HostState::faults);
   const auto fault = faults.find(std::string(operation));
   if (fault != faults.end()) throw HostCtl::Lib::HostCtlException(fault->second);
+}
+
+bool SampleDriver::HasRunningVirtualMachines() {
+  const auto machines = store_.Get(&HostState::machines);
+  return std::any_of(machines.begin(), machines.end(),
+                     [](const Machine& machine) { return machine.running; });
 }
 
 std::vector<HostCtl::System::StorageAdapter> SampleDriver::ReadStorageAdapters() {

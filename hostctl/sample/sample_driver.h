@@ -35,6 +35,10 @@ class SampleDriver : public HostSeam::Driver {
   std::vector<HostCtl::Network::PnicRecord> ReadPnics() override {
     return store_.Get(&HostState::pnics);
   }
+  std::vector<HostSeam::DistributedSwitchRecord> ReadDistributedSwitches() override {
+    return store_.Get(&HostState::distributedSwitches);
+  }
+  bool HasRunningVirtualMachines() override;
   std::vector<HostSeam::SwitchRecord> ReadSwitches() override {
     return store_.Get(&HostState::switches);
   }

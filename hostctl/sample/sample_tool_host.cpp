@@ -12,6 +12,7 @@
 #include "sample/changes.h"
 #include "sample/file_tools.h"
 #include "sample/network_changes.h"
+#include "sample/repair_changes.h"
 #include "sample/stop_later.h"
 #include "sample/switch_changes.h"
 
@@ -74,8 +75,22 @@ void SampleToolHost::AddPortGroup(const std::string& name, const std::string& sw
   addPortGroup(store_, name, switchName);
 }
 
+void SampleToolHost::RemoveStandardSwitch(const std::string& name) {
+  removeSwitch(store_, name);
+}
+
+void SampleToolHost::RemovePortGroup(const std::string& name, const std::string& switchName) {
+  removePortGroup(store_, name, switchName);
+}
+
+void SampleToolHost::SetPortGroupVlan(const std::string& name, const std::string& switchName,
+                                      int vlanId) {
+  setVlanId(store_, {switchName, name}, static_cast<std::int16_t>(vlanId));
+}
+
 void SampleToolHost::RestoreNetwork() {
-  restoreNetwork(store_, readFile(builtInSample() / "host.json"));
+  clearNetwork(store_);
+  autoConfigureNetwork(store_);
 }
 
 void SampleToolHost::MoveKernelNic(const std::string& name, const std::string& switchName) {

@@ -30,6 +30,10 @@ class SampleToolHost : public HostSeam::StandInHost {
   void ChangeUplink(HostSeam::UplinkChange change, const std::string& pnic,
                     const std::string& switchName) override;
   void AddPortGroup(const std::string& name, const std::string& switchName) override;
+  void RemoveStandardSwitch(const std::string& name) override;
+  void RemovePortGroup(const std::string& name, const std::string& switchName) override;
+  void SetPortGroupVlan(const std::string& name, const std::string& switchName,
+                        int vlanId) override;
   void RestoreNetwork() override;
   void MoveKernelNic(const std::string& name, const std::string& switchName) override;
   void GoDown(HostSeam::PowerChange how) override;

@@ -62,6 +62,14 @@ void addPortGroup(Store& store, const std::string& name, const std::string& swit
   });
 }
 
+void removeSwitch(Store&, const std::string& name) {
+  throw HostCtlException("The standard switch " + name + " cannot be removed yet.");
+}
+
+void removePortGroup(Store&, const std::string& name, const std::string&) {
+  throw HostCtlException("The port group " + name + " cannot be removed yet.");
+}
+
 void addUplink(Store& store, const std::string& pnic, const std::string& switchName) {
   changeNetwork(store, [&](Json& network) {
     Json& uplinks = switchNamed(network, switchName)["uplinks"];

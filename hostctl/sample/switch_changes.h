@@ -17,6 +17,10 @@ namespace HostSample {
 void addSwitch(Store& store, const std::string& name);
 void addPortGroup(Store& store, const std::string& name, const std::string& switchName);
 
+/// Both refuse what a kernel NIC is on.
+void removeSwitch(Store& store, const std::string& name);
+void removePortGroup(Store& store, const std::string& name, const std::string& switchName);
+
 /// An adapter that is free.
 void addUplink(Store& store, const std::string& pnic, const std::string& switchName);
 /// One that the switch has.

@@ -38,6 +38,18 @@ void NetworkInfoImpl::SetTarnIpv6Enabled(bool enabled) {
   enterChange("SetTarnIpv6Enabled", onOff(enabled)).Network().WriteIpv6Enabled(enabled);
 }
 
+void NetworkInfoImpl::DisableNetDumper() {
+  enterChange("DisableNetDumper").Network().DisableNetDumper();
+}
+
+void NetworkInfoImpl::ClearNetworkConfig() {
+  enterChange("ClearNetworkConfig").Network().ClearConfiguration();
+}
+
+void NetworkInfoImpl::AutoConfigNetwork() {
+  enterChange("AutoConfigNetwork").Network().AutoConfigure();
+}
+
 PnicImpl::PnicImpl(const std::string& name) {
   record_.name = name;
 }

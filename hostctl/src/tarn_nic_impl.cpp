@@ -112,4 +112,19 @@ void TarnNicImpl::SetMacAddress(const std::string& macAddress) {
       .WriteMacAddress(nic_.name, macAddress);
 }
 
+void TarnNicImpl::Migrate(const std::string& switchName, const std::string& portGroup) {
+  enterChange("Migrate", nic_.name, switchName, portGroup)
+      .Network()
+      .MoveNic(nic_.name, {switchName, portGroup});
+}
+
+void TarnNicImpl::MoveToHostLocalPort(const HostLocalPort& port) {
+  std::string uplinks;
+  for (const auto& uplink : port.uplinks) uplinks += " " + uplink;
+  enterChange("MoveToHostLocalPort", nic_.name, port.name, std::to_string(port.vlanId),
+              (port.unblocked ? "unblocked" : "as-before") + uplinks)
+      .Network()
+      .MoveNicToPort(nic_.name, port);
+}
+
 }  // namespace TarnCtl::Network

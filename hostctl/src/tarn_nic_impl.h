@@ -28,6 +28,8 @@ class TarnNicImpl : public HostCtl::Network::TarnNic {
   void Restart() override;
   void SetMacAddressFromPnic(const HostCtl::Network::Pnic* pnic) override;
   void SetMacAddress(const std::string& macAddress) override;
+  void Migrate(const std::string& switchName, const std::string& portGroup) override;
+  void MoveToHostLocalPort(const HostCtl::Network::HostLocalPort& port) override;
 
  private:
   using Clock = std::chrono::steady_clock;

@@ -23,7 +23,7 @@ class RestoredLab {
     const auto reload = [] { reloadNetworkd("wait for", "networkd"); };
     waitUntil([&] { return failureOf(reload).empty(); });
     lab_.Serve("dhcp4");
-    restoreNetwork(files_);
+    autoConfigureNetwork(files_);
   }
 
   /// Whether the peer's pings of the machine arrive, and at which hardware address.

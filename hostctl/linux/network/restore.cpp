@@ -3,6 +3,7 @@
 #include <chrono>
 #include <thread>
 
+#include "hostctl/lib/exception.h"
 #include "linux/network/ip_file.h"
 #include "linux/network/switch_editor.h"
 #include "linux/network/switches.h"
@@ -12,7 +13,7 @@ namespace HostLinux {
 
 namespace {
 
-constexpr const char* kOperation = "RestoreNetwork";
+constexpr const char* kOperation = "AutoConfigNetwork";
 constexpr const char* kSwitch = "vSwitch0";
 constexpr const char* kPortGroup = "Management Network";
 constexpr std::chrono::seconds kLinkWithin{10};
@@ -89,7 +90,11 @@ SwitchUplink uplinkFor(SwitchEditor& editor, const std::string& nic) {
 
 }  // namespace
 
-void restoreNetwork(const Files& files) {
+void clearNetwork(const Files&) {
+  throw HostCtl::Lib::HostCtlException("ClearNetworkConfig", "network", "cannot be done yet");
+}
+
+void autoConfigureNetwork(const Files& files) {
   SwitchEditor editor(files, {kOperation, kSwitch});
   std::vector<std::string> nics;
   for (const auto& nic : physicalNics(files)) nics.push_back(nic.kernel);

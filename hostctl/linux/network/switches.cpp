@@ -188,4 +188,16 @@ void addPortGroup(const Files& files, const std::string& name, const std::string
   editor.Apply();
 }
 
+void removeStandardSwitch(const Files& files, const std::string& name) {
+  SwitchEditor(files, {"RemoveStandardSwitch", name}).Refuse("cannot be done yet");
+}
+
+void removePortGroup(const Files& files, const std::string& name, const std::string&) {
+  SwitchEditor(files, {"RemovePortGroup", name}).Refuse("cannot be done yet");
+}
+
+void moveNic(const Files& files, const std::string& nic, const HostSeam::PortGroupName&) {
+  SwitchEditor(files, {"Migrate", nic}).Refuse("cannot be done yet");
+}
+
 }  // namespace HostLinux

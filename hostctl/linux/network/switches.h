@@ -34,11 +34,20 @@ void writeMacAddress(const Files& files, const std::string& nic, const std::stri
 
 void addStandardSwitch(const Files& files, const std::string& name);
 void addPortGroup(const Files& files, const std::string& name, const std::string& switchName);
+/// Both refuse what an interface is on.
+void removeStandardSwitch(const Files& files, const std::string& name);
+void removePortGroup(const Files& files, const std::string& name, const std::string& switchName);
 
-/// Forgets the network that our files describe and makes the one that a fresh host has: vSwitch0
-/// with the first adapter that has a link (the first of all where none has one within ten seconds),
-/// the port group "Management Network" and on it tarn0, with that adapter's MAC address and an IPv4
+/// Moves an interface with its addresses: one of ours from its port group, one of Open vSwitch's
+/// from its bridge. One on an opaque network is refused.
+void moveNic(const Files& files, const std::string& nic, const HostSeam::PortGroupName& group);
+
+/// Forgets the network that our files describe, after a copy of it was made.
+void clearNetwork(const Files& files);
+/// Makes the network that a fresh host has, in the place of what our files describe: vSwitch0 with
+/// the first adapter that has a link (the first of all where none has one within ten seconds), the
+/// port group "Management Network" and on it tarn0, with that adapter's MAC address and an IPv4
 /// address by DHCP.
-void restoreNetwork(const Files& files);
+void autoConfigureNetwork(const Files& files);
 
 }  // namespace HostLinux

@@ -74,8 +74,19 @@ void LinuxToolHost::ChangeUplink(UplinkChange change, const std::string& pnic,
 void LinuxToolHost::AddPortGroup(const std::string& name, const std::string& switchName) {
   addPortGroup(files_, name, switchName);
 }
+void LinuxToolHost::RemoveStandardSwitch(const std::string& name) {
+  removeStandardSwitch(files_, name);
+}
+void LinuxToolHost::RemovePortGroup(const std::string& name, const std::string& switchName) {
+  removePortGroup(files_, name, switchName);
+}
+void LinuxToolHost::SetPortGroupVlan(const std::string& name, const std::string& switchName,
+                                     int vlanId) {
+  writeVlanId(files_, {switchName, name}, vlanId);
+}
 void LinuxToolHost::RestoreNetwork() {
-  restoreNetwork(files_);
+  clearNetwork(files_);
+  autoConfigureNetwork(files_);
 }
 
 ServiceState LinuxToolHost::GetServiceState(const std::string& name) {

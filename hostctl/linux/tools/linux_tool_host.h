@@ -26,6 +26,10 @@ class LinuxToolHost : public HostSeam::ToolHost {
   void ChangeUplink(HostSeam::UplinkChange change, const std::string& pnic,
                     const std::string& switchName) override;
   void AddPortGroup(const std::string& name, const std::string& switchName) override;
+  void RemoveStandardSwitch(const std::string& name) override;
+  void RemovePortGroup(const std::string& name, const std::string& switchName) override;
+  void SetPortGroupVlan(const std::string& name, const std::string& switchName,
+                        int vlanId) override;
   void RestoreNetwork() override;
 
   HostSeam::ServiceState GetServiceState(const std::string& name) override;

@@ -41,6 +41,7 @@ class Driver {
   virtual std::vector<KernelNic> ReadKernelNics() = 0;
   virtual std::vector<HostCtl::Network::PnicRecord> ReadPnics() = 0;
   virtual std::vector<SwitchRecord> ReadSwitches() = 0;
+  virtual std::vector<DistributedSwitchRecord> ReadDistributedSwitches() = 0;
   virtual bool ReadIpv6Enabled() = 0;
   virtual DnsRecord ReadDns() = 0;
   virtual RoutingRecord ReadRouting() = 0;
@@ -53,6 +54,9 @@ class Driver {
   virtual std::vector<HostCtl::System::FirewallRuleset> ReadFirewallRulesets() = 0;
   virtual bool ReadFeature(HostCtl::System::Feature feature) = 0;
   virtual std::vector<HostCtl::Authentication::SmartCardSlot> ReadSmartCardSlots() = 0;
+
+  /// True where the virtualisation service does not answer.
+  virtual bool HasRunningVirtualMachines() = 0;
 
   /// The way to change the network.
   virtual NetworkWriter& Network() = 0;

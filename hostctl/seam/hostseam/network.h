@@ -37,6 +37,14 @@ struct SwitchRecord {
   bool operator==(const SwitchRecord&) const = default;
 };
 
+struct DistributedSwitchRecord {
+  std::string name;
+  bool thirdParty = false;
+  std::vector<std::string> uplinks;
+  std::vector<HostCtl::Network::DistributedPort> ports;
+  bool operator==(const DistributedSwitchRecord&) const = default;
+};
+
 /// Which port group is meant; names of port groups are unique on their switch only.
 struct PortGroupName {
   std::string switchName;
@@ -91,6 +99,20 @@ class NetworkWriter {
   virtual void WriteActiveUplinks(const PortGroupName& portGroup,
                                   const std::vector<std::string>& pnics) = 0;
   virtual void WriteVlanId(const PortGroupName& portGroup, std::int16_t vlanId) = 0;
+
+  /// Moves a kernel NIC, with its IP configuration, to a port group from whatever it is on.
+  virtual void MoveNic(const std::string& nic, const PortGroupName& portGroup) = 0;
+  /// Puts a NIC of a distributed switch on a new port of it; the old port goes.
+  virtual void MoveNicToPort(const std::string& nic,
+                             const HostCtl::Network::HostLocalPort& port) = 0;
+  virtual void AddDistributedUplink(const std::string& switchName, const std::string& pnic) = 0;
+  virtual void RemoveDistributedUplink(const std::string& switchName, const std::string& pnic) = 0;
+
+  virtual void DisableNetDumper() = 0;
+  /// What was cleared is kept somewhere; where that fails nothing is cleared.
+  virtual void ClearConfiguration() = 0;
+  /// Gives a host without any configuration that of a fresh one.
+  virtual void AutoConfigure() = 0;
 };
 
 }  // namespace HostSeam

@@ -75,6 +75,12 @@ class ToolHost {
   virtual void ChangeUplink(UplinkChange change, const std::string& pnic,
                             const std::string& switchName) = 0;
   virtual void AddPortGroup(const std::string& name, const std::string& switchName) = 0;
+  /// These two refuse what a kernel NIC is on; a switch gives its uplinks back.
+  virtual void RemoveStandardSwitch(const std::string& name) = 0;
+  virtual void RemovePortGroup(const std::string& name, const std::string& switchName) = 0;
+  /// 0 for none, 4095 for all.
+  virtual void SetPortGroupVlan(const std::string& name, const std::string& switchName,
+                                int vlanId) = 0;
   /// Puts the network back to what a fresh host has; what was set before is forgotten.
   virtual void RestoreNetwork() = 0;
 

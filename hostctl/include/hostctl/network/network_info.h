@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "hostctl/network/distributed_switch.h"
 #include "hostctl/network/nic.h"
 #include "hostctl/network/virtual_switch.h"
 
@@ -25,6 +26,13 @@ class NetworkInfo {
   virtual bool IsTarnIpv6Enabled() = 0;
   /// In force after a restart of the host.
   virtual void SetTarnIpv6Enabled(bool enabled) = 0;
+
+  /// Nothing of the host is dumped over the network any more.
+  virtual void DisableNetDumper() = 0;
+  /// Forgets the network's configuration, which leaves the host unreachable until AutoConfigNetwork
+  /// gives it that of a fresh host.
+  virtual void ClearNetworkConfig() = 0;
+  virtual void AutoConfigNetwork() = 0;
 };
 
 /// The host's standard switches. Throws HostCtlException when the host fails to say.
@@ -32,6 +40,14 @@ class VirtualSwitchInfo {
  public:
   virtual ~VirtualSwitchInfo() = default;
   virtual std::vector<std::unique_ptr<VirtualSwitch>> GetVirtualSwitches() = 0;
+};
+
+/// The distributed switches that this host takes part in. Throws HostCtlException when the host
+/// fails to say.
+class DistributedSwitchInfo {
+ public:
+  virtual ~DistributedSwitchInfo() = default;
+  virtual std::vector<std::unique_ptr<DistributedSwitch>> GetDistributedSwitches() = 0;
 };
 
 /// Name resolution of one network stack. Changes are collected; only SaveConfig brings them to the

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "hostctl/network/distributed_switch.h"
 #include "hostctl/network/ip_config.h"
 
 namespace HostCtl::Network {
@@ -76,6 +77,12 @@ class TarnNic {
   virtual void SetMacAddressFromPnic(const Pnic* pnic) = 0;
   /// The same for an interface of another kind; six numbers ("9e:3e:41:07:21:a8").
   virtual void SetMacAddress(const std::string& macAddress) = 0;
+
+  /// Moves the interface, with its addresses, to a port group of a standard switch.
+  virtual void Migrate(const std::string& switchName, const std::string& portGroup) = 0;
+  /// Makes the port on the distributed switch that the interface is on and moves it there; its old
+  /// port goes.
+  virtual void MoveToHostLocalPort(const HostLocalPort& port) = 0;
 };
 
 }  // namespace HostCtl::Network

@@ -20,6 +20,9 @@ class NetworkInfoImpl : public HostCtl::Network::NetworkInfo {
   std::vector<HostCtl::Network::PnicRecord> GetPnics() override;
   bool IsTarnIpv6Enabled() override;
   void SetTarnIpv6Enabled(bool enabled) override;
+  void DisableNetDumper() override;
+  void ClearNetworkConfig() override;
+  void AutoConfigNetwork() override;
 
  private:
   std::unique_ptr<HostCtl::Network::TarnNic> management_;

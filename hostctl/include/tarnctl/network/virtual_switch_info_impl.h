@@ -11,4 +11,11 @@ class VirtualSwitchInfoImpl : public HostCtl::Network::VirtualSwitchInfo {
   std::vector<std::unique_ptr<HostCtl::Network::VirtualSwitch>> GetVirtualSwitches() override;
 };
 
+/// The distributed ones.
+class DistributedSwitchInfoImpl : public HostCtl::Network::DistributedSwitchInfo {
+ public:
+  std::vector<std::unique_ptr<HostCtl::Network::DistributedSwitch>> GetDistributedSwitches()
+      override;
+};
+
 }  // namespace TarnCtl::Network

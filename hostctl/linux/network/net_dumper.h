@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "linux/files.h"
+
+namespace HostLinux {
+
+/// Disables the targets of netconsole and keeps crash dumps that would go to another machine, by
+/// SSH or NFS, on this one. Nothing where there is neither. Throws HostCtlException.
+void disableNetDumper(const Files& files);
+
+}  // namespace HostLinux
