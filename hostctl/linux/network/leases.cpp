@@ -8,6 +8,7 @@
 #include <system_error>
 
 #include "hostctl/lib/exception.h"
+#include "hostctl/lib/whole_file.h"
 #include "linux/network/dhcp_release.h"
 #include "linux/network/foreign.h"
 #include "linux/network/ip_file.h"
@@ -19,11 +20,11 @@
 #include "linux/network/wait.h"
 #include "linux/network_file.h"
 #include "linux/network_tables.h"
-#include "linux/replace_file.h"
 
 namespace HostLinux {
 
 using HostCtl::Lib::HostCtlException;
+using HostCtl::Lib::replaceFile;
 using HostCtl::Network::LeaseRenewal;
 namespace fs = std::filesystem;
 

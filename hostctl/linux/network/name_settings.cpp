@@ -8,6 +8,7 @@
 #include <system_error>
 
 #include "hostctl/lib/exception.h"
+#include "hostctl/lib/whole_file.h"
 #include "hostseam/domain_name.h"
 #include "linux/network/foreign.h"
 #include "linux/network/ip_file.h"
@@ -17,13 +18,14 @@
 #include "linux/network/own_files.h"
 #include "linux/network/settle.h"
 #include "linux/network_file.h"
-#include "linux/replace_file.h"
 #include "linux/resolver.h"
 #include "linux/text.h"
 
 namespace HostLinux {
 
+using HostCtl::Lib::changeFile;
 using HostCtl::Lib::HostCtlException;
+using HostCtl::Lib::replaceFile;
 using HostCtl::Network::IpAddress;
 using HostSeam::DnsChange;
 namespace fs = std::filesystem;

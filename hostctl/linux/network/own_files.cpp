@@ -9,15 +9,17 @@
 #include <system_error>
 
 #include "hostctl/lib/exception.h"
+#include "hostctl/lib/whole_file.h"
 #include "linux/folder_lock.h"
 #include "linux/network/networkd_bus.h"
 #include "linux/network_file.h"
-#include "linux/replace_file.h"
 #include "linux/text.h"
 
 namespace HostLinux {
 
 using HostCtl::Lib::HostCtlException;
+using HostCtl::Lib::replaceFile;
+using HostCtl::Lib::syncFolder;
 namespace fs = std::filesystem;
 
 namespace {
