@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "harness/hosts/machine.h"
+#include "linux/network/dns_file.h"
 #include "linux/network/interface_file.h"
 #include "linux/network/ip_file.h"
 

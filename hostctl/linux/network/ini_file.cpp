@@ -168,6 +168,13 @@ void IniFile::Set(std::string_view section, std::string_view key, const IniValue
   chosen.Set(key, value);
 }
 
+void IniFile::SetAll(std::string_view section, std::string_view key,
+                     const std::vector<std::string>& values) {
+  if (GetAll(section, key) == values) return;
+  Remove(section, key);
+  for (const auto& value : values) Add(section, key, value);
+}
+
 void IniFile::Add(std::string_view section, std::string_view key, const IniValue& value) {
   SectionFor(section, key).Add(key, value);
 }

@@ -10,6 +10,7 @@
 #include "hostctl/lib/exception.h"
 #include "hostctl/lib/whole_file.h"
 #include "hostseam/domain_name.h"
+#include "linux/network/dns_file.h"
 #include "linux/network/foreign.h"
 #include "linux/network/ip_file.h"
 #include "linux/network/ip_settings.h"
