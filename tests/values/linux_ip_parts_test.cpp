@@ -6,6 +6,7 @@
 #include "hostseam/domain_name.h"
 #include "linux/network/dhcp_release.h"
 #include "linux/network/foreign.h"
+#include "linux/network/host_name.h"
 #include "linux/network/ip_settings.h"
 #include "linux/network/ipv6_switch.h"
 #include "linux/network/name_settings.h"

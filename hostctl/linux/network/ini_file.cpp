@@ -179,6 +179,14 @@ void IniFile::Add(std::string_view section, std::string_view key, const IniValue
   SectionFor(section, key).Add(key, value);
 }
 
+void IniFile::SetOrRemove(std::string_view section, std::string_view key,
+                          const std::string& value) {
+  if (value.empty())
+    Remove(section, key);
+  else
+    Set(section, key, value);
+}
+
 void IniFile::Remove(std::string_view section, std::string_view key) {
   for (IniSection* one : Sections(section)) one->Remove(key);
 }

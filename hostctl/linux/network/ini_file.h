@@ -79,6 +79,8 @@ class IniFile {
   void SetAll(std::string_view section, std::string_view key,
               const std::vector<std::string>& values);
   void Add(std::string_view section, std::string_view key, const IniValue& value);
+  /// An empty value takes the key away.
+  void SetOrRemove(std::string_view section, std::string_view key, const std::string& value);
   /// From all sections of that name.
   void Remove(std::string_view section, std::string_view key);
 

@@ -41,13 +41,6 @@ const char* yesNo(bool yes) {
   return yes ? "yes" : "no";
 }
 
-void setIf(IniFile& file, const char* section, const char* key, bool wanted, const char* value) {
-  if (wanted)
-    file.Set(section, key, value);
-  else
-    file.Remove(section, key);
-}
-
 bool says(const IniFile& file, const char* section, const char* key, bool otherwise) {
   const auto value = file.Get(section, key);
   return value ? meansYes(*value) : otherwise;
@@ -160,14 +153,15 @@ bool reaches(const Ipv6Part& part, const Ipv6Address& gateway) {
 void setIpv6Part(IniFile& file, const Ipv6Part& part, Ipv6Half half) {
   const bool inForce = half == Ipv6Half::InForce;
   const bool listens = part.dhcp || part.advertised;
+  const auto ifListening = [&](const char* value) { return listens ? value : ""; };
   exchangeNetworks(file, sectionOf(!inForce), {});
   exchangeGateway(file, sectionOf(!inForce), Ipv6Address());
   file.Set(kNetwork, "LinkLocalAddressing", inForce ? "ipv6" : "no");
   file.Set(kNetwork, "IPv6AcceptRA", yesNo(inForce && listens));
-  setIf(file, kDhcpv6, "WithoutRA", part.dhcp, "solicit");
-  setIf(file, kAdvertised, "UseAutonomousPrefix", listens, yesNo(part.advertised));
-  setIf(file, kAdvertised, "DHCPv6Client", listens, part.dhcp ? "always" : "no");
-  setIf(file, kAdvertised, "UseGateway", !part.gateway.IsEmpty(), "no");
+  file.SetOrRemove(kDhcpv6, "WithoutRA", part.dhcp ? "solicit" : "");
+  file.SetOrRemove(kAdvertised, "UseAutonomousPrefix", ifListening(yesNo(part.advertised)));
+  file.SetOrRemove(kAdvertised, "DHCPv6Client", ifListening(part.dhcp ? "always" : "no"));
+  file.SetOrRemove(kAdvertised, "UseGateway", part.gateway.IsEmpty() ? "" : "no");
   exchangeNetworks(file, sectionOf(inForce), part.networks);
   exchangeGateway(file, sectionOf(inForce), part.gateway);
   setDhcp(file, usesDhcpv4(file), inForce && part.dhcp);
