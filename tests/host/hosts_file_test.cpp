@@ -120,7 +120,9 @@ TEST_F(HostsFileTest, KeepsWhatOthersChangeMeanwhile) {
       {"printf '1.2.3.4 b' >hosts", "1.2.3.4 b\n" + entry},
       {"echo 10.0.0.9 halo.test >hosts", "10.0.0.9 halo.test\n"},
       {"rm hosts", kText},
-      {"rm hosts.backup", kText}};
+      {"rm hosts.backup", kText},
+      {"rm hosts.backup*", kText},
+      {"cp hosts hosts.backup", kText}};
   for (const auto& [script, text] : cases) {
     folder.Write("etc/hosts", kText);
     platform->meanwhile = [&] { InEtc(script); };
@@ -128,6 +130,13 @@ TEST_F(HostsFileTest, KeepsWhatOthersChangeMeanwhile) {
     EXPECT_EQ(Hosts(), text) << script;
     InEtc("[ $(ls) = hosts ]");
   }
+}
+
+TEST_F(HostsFileTest, LosesNoCopyThatMayBeTheLast) {
+  InEtc("cp hosts hosts.backup.kiva; echo 10.0.0.6 b >hosts");
+  Kiva::repairHostsFile();
+  EXPECT_EQ(Hosts(), "10.0.0.6 b\n");
+  EXPECT_EQ(Harness::contentOf(etc + "/hosts.backup.kiva-kept"), kText);
 }
 
 TEST_F(HostsFileTest, IsPutBackByWhoAbandonsAResolutionAndLaterWhereThatFails) {

@@ -93,13 +93,15 @@ void takeUp(const Files& files, const std::string& operation, const std::string&
   if (!came)
     throw HostCtlException(operation, interface, "the link did not come up within 10 seconds");
   const OwnFiles own(files);
-  waitForStaticAddresses(operation, interface,
+  waitForStaticAddresses(files, operation, interface,
                          ipConfigIn(own.Read(ownFileName(interface, "network"))));
 }
 
+// An interface that comes up while networkd still takes its old addresses away stays without them.
 void takeDown(const Files& files, const std::string& operation, const std::string& interface) {
   letNetworkdFinish(files, interface);
   setLinkUp(operation, interface, false);
+  letNetworkdSeeItDown(files, interface);
 }
 
 }  // namespace

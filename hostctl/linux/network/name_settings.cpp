@@ -99,7 +99,7 @@ class ResolverChange {
       if (changesFile)
         own_.Change(kOperation, interface_, {{name_, file_.Text()}},
                     reloadAndCheck(files_, kOperation, interface_, [this] {
-                      waitForStaticAddresses(kOperation, interface_, ipConfigIn(file_));
+                      waitForStaticAddresses(files_, kOperation, interface_, ipConfigIn(file_));
                     }));
     } catch (const HostCtlException&) {
       if (writes) PutBack();

@@ -143,12 +143,12 @@ bool OwnFiles::Change(const std::string& operation, const std::string& object,
     }
     again = &takeOver;
     takeOver();
-  } catch (const HostCtlException&) {
-    PutBack(old, again);
-    throw;
   } catch (const std::system_error& error) {
     PutBack(old, again);
     throw HostCtlException(operation, object, error.what());
+  } catch (...) {
+    PutBack(old, again);
+    throw;
   }
   return true;
 }
