@@ -323,6 +323,20 @@ TEST_F(LinuxIp, NamesAndServers) {
   });
 }
 
+// It gives one up whose link goes and comes too fast for it, and no reload makes it try again.
+TEST_F(LinuxIp, WhatNetworkdGaveUpIsTriedAgain) {
+  InLab("", [](const NetworkLab&) {
+    Write("10.9.0.7/24 off");
+    Network().WriteIpv4Gateway(ip4("10.9.0.1"));
+    ASSERT_TRUE(
+        shell("kill -STOP $(cat /run/lab/networkd.pid); ip link set eth0 down;"
+              "ip link set eth0 up; kill -CONT $(cat /run/lab/networkd.pid)"));
+    ASSERT_TRUE(waitUntil([] { return shell("networkctl status eth0 | grep -q failed"); }));
+    Write("10.9.0.8/24 off");
+    EXPECT_EQ(Ipv4(), "10.9.0.8 255.255.255.0 10.9.0.1 static");
+  });
+}
+
 TEST_F(LinuxIp, NobodyWaitsForALeaseThatNeverComes) {
   InLab("", [](const NetworkLab&) {
     const auto start = std::chrono::steady_clock::now();
