@@ -43,23 +43,12 @@ class SampleNetwork : public testing::Test {
     return std::move(network.GetTarnNics().at(0));
   }
 
-  static void Configure(const std::function<void(IpConfig&)>& change) {
-    const auto nic = Nic();
-    IpConfig config = nic->GetConfiguredIpConfig();
-    change(config);
-    nic->SetIpConfig(config);
+  static void Configure(const std::string& words) {
+    Nic()->SetIpConfig(HostLinux::ipConfig(words));
   }
-
-  static void MakeStatic(const char* address, int prefix = 24) {
-    Configure([&](IpConfig& config) {
-      config.SetUseDhcp(false);
-      config.SetIpv4Address(ipv4(address));
-      config.SetIpv4Netmask(Ipv4Address::FromPrefix(prefix));
-    });
-  }
-
-  static void UseDhcp(bool use, bool none = false) {
-    Configure([&](IpConfig& config) { config.SetUseDhcp(use, none); });
+  /// Changes IPv4 alone.
+  static void ConfigureIpv4(const std::string& words) {
+    Configure(words + " dhcp6 ra 2001:db8:20::40/64 dns");
   }
 
   static void ToggleIpv6(bool enabled) {
@@ -132,27 +121,19 @@ TEST_F(SampleNetwork, FollowsWhatIsConfiguredAndOffered) {
          host.Set("/faults", Json::object());
        },
        lease + all + servers},
-      {[] { MakeStatic("10.20.30.77"); }, "set 10.20.30.77/24 via 0.0.0.0; " + own},
+      {[] { ConfigureIpv4("10.20.30.77/24"); }, "set 10.20.30.77/24 via 0.0.0.0; " + own},
       {[&] { routing.SetTarnDefaultGateway(ipv4("10.20.30.9"), false), Nic()->Restart(); },
        "set 10.20.30.77/24 via 10.20.30.9; " + own},
-      {[] { MakeStatic("10.20.30.78", 16); }, "set 10.20.30.78/16 via 10.20.30.9; " + own},
-      {[] { MakeStatic("172.16.0.9"); }, "set 172.16.0.9/24 via 0.0.0.0; " + own},
-      {[] { UseDhcp(false, true); }, "none 0.0.0.0/0 via 0.0.0.0; " + own},
-      {[&] { OfferLease(nullptr), UseDhcp(true); }, none + own},
+      {[] { ConfigureIpv4("10.20.30.78/16"); }, "set 10.20.30.78/16 via 10.20.30.9; " + own},
+      {[] { ConfigureIpv4("172.16.0.9/24"); }, "set 172.16.0.9/24 via 0.0.0.0; " + own},
+      {[] { ConfigureIpv4("172.16.0.9/24 none"); }, "none 0.0.0.0/0 via 0.0.0.0; " + own},
+      {[&] { OfferLease(nullptr), ConfigureIpv4("172.16.0.9/24 dhcp"); }, none + own},
       {[&] { OfferLease(bigger), Nic()->RenewLease(LeaseRenewal::Ipv4AndIpv6); }, other + own},
       {[&] { OfferLease(nullptr), Nic()->RenewLease(LeaseRenewal::Ipv4); }, other + own},
-      {[] {
-         Configure([](IpConfig& config) {
-           config.SetUseIpv6Dhcp(false);
-           config.SetUseIpv6RouterAdvertised(false);
-           config.SetIpv6Networks({*Ipv6Network::FromString("fd00::7/56")});
-           config.SetDhcpDns(false);
-         });
-       },
-       other + "fd00::7/56 via ::; 2001:db8:20::53"},
+      {[] { Configure("dhcp fd00::7/56"); }, other + "fd00::7/56 via ::; 2001:db8:20::53"},
       {[&] { routing.SetIpv6TarnDefaultGateway(ipv6("fe80::1%tarn0")); }, other + fixed},
       {[] { Nic()->Restart(); }, none + fixed},
-      {[] { Configure([](IpConfig& config) { config.SetUseIpv6RouterAdvertised(true); }); },
+      {[] { Configure("dhcp ra fd00::7/56"); },
        none + "ra fd00::7/56 " + advertised + "fe80::1%tarn0; 2001:db8:20::53"}};
   int number = 0;
   for (const auto& [change, expected] : steps) {
@@ -213,7 +194,7 @@ TEST_F(SampleNetwork, WritesNothingWhereNothingDiffersAndRefusesWithTheHostAsItW
   const HostSeam::DnsChange same{"halo-01", "example.test", {}, {}};
   const std::function<void()> idle[] = {
       [] { ToggleIpv6(true); },
-      [] { Configure([](IpConfig& config) { config.SetIpv4Gateway(ipv4("9.9.9.9")); }); },
+      [] { ConfigureIpv4("dhcp"); },
       [] { Nic()->RenewLease(LeaseRenewal::Ipv4AndIpv6); },
       [] { Nic()->Enable(); },
       [&] { Writer().WriteMacAddress("tarn0", "9e:3e:41:07:21:a8"); },
