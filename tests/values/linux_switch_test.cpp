@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include "harness/hosts/machine.h"
 #include "harness/temporary_folder.h"
 #include "linux/network/mac_address.h"
