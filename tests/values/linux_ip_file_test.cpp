@@ -11,7 +11,6 @@ namespace {
 
 using HostCtl::Network::IpConfig;
 using HostCtl::Network::Ipv4Address;
-using HostCtl::Network::Ipv6Address;
 
 // Every configuration that the console can ask for is read back as it was written, over every other
 // one, and written again it changes no byte.
@@ -73,10 +72,8 @@ TEST(LinuxIpFile, GatewaysStayWhereTheyAreReached) {
   for (const auto& [before, gateway, after, ipv4, ipv6] : cases) {
     IniFile file;
     setIpConfig(file, "tarn0", ipConfig(before), Ipv6Half::InForce);
-    if (const auto address = Ipv4Address::FromString(gateway))
-      setGateway(file, *address);
-    else
-      setGateway(file, Ipv6Address::FromString(gateway).value());
+    std::visit([&](const auto& address) { setGateway(file, address); },
+               HostCtl::Network::parseIpAddress(gateway).value());
     setIpConfig(file, "tarn0", ipConfig(after), Ipv6Half::InForce);
     const IpConfig read = ipConfigIn(file);
     EXPECT_EQ(read.GetIpv4Gateway().GetStringAddress(), ipv4) << before << ", " << after;
