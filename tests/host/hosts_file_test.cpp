@@ -2,7 +2,6 @@
 // The hosts file while a name is resolved without it: killed at every step, and on real mounts.
 #include <unistd.h>
 
-#include <csignal>
 #include <functional>
 #include <stop_token>
 
@@ -152,23 +151,6 @@ TEST_F(HostsFileTest, IsPutBackByWhoAbandonsAResolutionAndLaterWhereThatFails) {
   InEtc("rmdir hosts");
   Kiva::repairHostsFile();
   EXPECT_EQ(Hosts(), kText);
-}
-
-TEST(HostsFileOnThisMachine, IsNotAskedDuringTheTest) {
-  inNamespaces([] {
-    ASSERT_TRUE(shell(R"(
-      ip link set lo up
-      mount -t tmpfs tmpfs /etc
-      mount -t tmpfs tmpfs /run
-      echo 'hosts: files dns' >/etc/nsswitch.conf
-      echo 'nameserver 127.0.0.1' >/etc/resolv.conf
-      echo 'root:x:0:0::/:/bin/sh' >/etc/passwd
-      echo '127.0.0.5 halo.test' >/etc/hosts)"));
-    HostSeam::useHost(std::make_unique<HostLinux::LinuxPlatform>(),
-                      std::make_unique<TestSupport::ValueDriver>());
-    EXPECT_FALSE(resolve());
-    EXPECT_TRUE(HostCtl::Lib::platform().ResolveName("halo.test"));
-  });
 }
 
 }  // namespace
