@@ -107,7 +107,8 @@ TEST(SampleTools, AnswerWithoutChangingTheHost) {
        {"/sbin/firmwareConfig.py", refuses("firmwareConfig.py: missing argument --reset-only")},
        {kCore + "-o ../up -d /var/log", refuses("tarnbacktrace: not the name of a file: ../up")},
        {kCore + "-o up -d /var/..", refuses("tarnbacktrace: not the path of a folder: /var/..")},
-       {kOvl + "-m -p vSwitch1 -I tarn0", refuses("ovlcfg-vswitch: ovl-opsagent is not running")}});
+       {kOvl + "-m -p vSwitch1 -I tarn0",
+        refuses("ovlcfg-vswitch: There is no standard switch tarn0.")}});
   expectAnswers(host, "/bin/halocli ",
                 {{"", denies("not a whole command: --help shows them")},
                  {add + "-v " + most + "x", denies("an argument is longer than 255 characters")},
@@ -263,6 +264,7 @@ TEST(SampleTools, RefuseWhatTheHostDoesNotAllow) {
         refuses("hmx-cmd: This host cannot be locked down.")},
        {kHmx + "hostsvc/start_ssh", refuses("hmx-cmd: There is no service SSH.")},
        {"/etc/init.d/SSH restart", refuses("SSH is not installed", 5)},
+       {kOvl + "-m -p tarn0 -I vSwitch1", refuses("ovlcfg-vswitch: ovl-opsagent is not installed")},
        {"/sbin/services.sh status", {}},
        {kCore + "-o a -d /var/log", refuses("tarnbacktrace: There is no running process mgmtd.")}});
 }
