@@ -42,13 +42,17 @@ void FieldDialog::Handle(int key) {
 }
 
 void FieldDialog::PressKey(int key) {
-  if (!Takes(key) && !Key::isEditing(key)) return;
-  rows_->Focused()->PressKey(key);
+  Item* row = rows_->Focused();
+  if (!row) return;
+  const bool isField = row->ShowsCursor();
+  if (!isField && (key == 'd' || key == 'D')) return ShowDetails();
+  if (isField && !Takes(key) && !Key::isEditing(key)) return;
+  row->PressKey(key);
   rows_->Draw();
 }
 
-bool FieldDialog::Refuse(const InputItem& field, TextId title, TextId text) {
-  rows_->Focus(field);
+bool FieldDialog::Refuse(const Item& row, TextId title, TextId text) {
+  rows_->Focus(row);
   showMessage(*this, title, Text(text));
   return false;
 }

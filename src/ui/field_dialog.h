@@ -10,8 +10,8 @@
 
 namespace Kiva {
 
-/// Asks for values in text fields, one below the other. Enter gives 1 once the dialog that derives
-/// from this accepts what was typed, Escape 0.
+/// Asks for values in text fields and rows of other kinds, one below the other. Enter gives 1 once
+/// the dialog that derives from this accepts what was typed, Escape 0.
 class FieldDialog : public Dialog {
  public:
   int Foreground() override;
@@ -31,10 +31,12 @@ class FieldDialog : public Dialog {
   virtual bool Takes(int key) const = 0;
   /// Acts on what the fields hold; false leaves the dialog open.
   virtual bool Accept() = 0;
-  /// A key for the focused row.
+  /// A key for the focused row: a field gets what it takes, a carousel all but the key that shows
+  /// its current entry's details.
   virtual void PressKey(int key);
-  /// Tells the operator why Accept refuses a field, which has the focus afterwards; false.
-  bool Refuse(const InputItem& field, TextId title, TextId text);
+  virtual void ShowDetails() {}
+  /// Tells the operator why Accept refuses a row, which has the focus afterwards; false.
+  bool Refuse(const Item& row, TextId title, TextId text);
   ItemList& Rows() const { return *rows_; }
 
  private:
