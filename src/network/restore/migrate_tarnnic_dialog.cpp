@@ -64,8 +64,8 @@ MigrateTarnnicDialog::MigrateTarnnicDialog(Frame& owner)
     : FieldDialog(owner, {.title = TextId::kMigrateTarnNicToStandardSwitch,
                           .text = TextId::kChooseTarnNicToMigrate,
                           .width = 80,
-                          .height = 12,
-                          .topHeight = 6,
+                          .height = 11,
+                          .topHeight = 5,
                           .footer = kDetailsChangeFooter}),
       nic_(Rows().Append(std::make_unique<NicRow>(
           "Tarn NIC: ", readTarnNics(),
