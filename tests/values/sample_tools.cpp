@@ -108,7 +108,7 @@ TEST(SampleTools, AnswerWithoutChangingTheHost) {
        {kCore + "-o ../up -d /var/log", refuses("tarnbacktrace: not the name of a file: ../up")},
        {kCore + "-o up -d /var/..", refuses("tarnbacktrace: not the path of a folder: /var/..")},
        {kOvl + "-m -p vSwitch1 -I tarn0",
-        refuses("ovlcfg-vswitch: There is no standard switch tarn0.")}});
+        refuses("ovlcfg-vswitch: There is no kernel interface vSwitch1.")}});
   expectAnswers(host, "/bin/halocli ",
                 {{"", denies("not a whole command: --help shows them")},
                  {add + "-v " + most + "x", denies("an argument is longer than 255 characters")},
@@ -128,6 +128,13 @@ TEST(SampleTools, AnswerWithoutChangingTheHost) {
        {kSwitch + "add -v vSwitch1", denies("There is a standard switch vSwitch1 already.")},
        {kSwitch + "uplink add -u pnic0 -v vSwitch1",
         denies("The physical adapter pnic0 is an uplink of vSwitch0 already.")},
+       {kSwitch + "portgroup set -p Backup -v vSwitch1 -i 4096",
+        denies("-i is a whole number from 0 to 4095")},
+       {kSwitch + "remove -v vSwitch0", denies("The kernel interface tarn0 is on vSwitch0.")},
+       {kSwitch + "portgroup remove -p %Management Network% -v vSwitch0",
+        denies("The kernel interface tarn0 is on Management Network.")},
+       {kSwitch + "portgroup remove -p Backup -v vSwitch0",
+        denies("There is no port group of vSwitch0 named Backup.")},
        {kSwitch + "uplink remove -u pnic1 -v vSwitch0",
         denies("The standard switch vSwitch0 has no uplink pnic1.")}});
   EXPECT_EQ(host.Text(), before);
@@ -175,6 +182,19 @@ pnic3    qln1    9e:3e:41:55:0c:11  down  -       -         Quillon 1G Quad Port
 vSwitch0  pnic0    Verwaltung Ü  0     pnic0
 vSwitch0  pnic0    VM Network    0     pnic0
 vSwitch1  pnic2    -             -     -)")}});
+  host.Set("/network/distributedSwitches",
+           Json::parse(R"([{"name": "xds0", "uplinks": ["pnic1", "pnic3"], "ports": [
+               {"name": "mgmt", "nic": "tarn1", "vlanId": 30, "blocked": true,
+                "uplinks": ["pnic3"]}, {"name": "host-local-0"}]},
+             {"name": "xds1", "thirdParty": true, "uplinks": [], "ports": []}])"));
+  expectAnswers(
+      host, "/bin/halocli network vswitch distributed ",
+      {{"list",
+        says(
+            R"(Switch  Third Party  Uplinks      Port          Interface  VLAN  Blocked  Port's Uplinks
+xds0    no           pnic1 pnic3  mgmt          tarn1      30    yes      pnic3
+xds0    no           pnic1 pnic3  host-local-0  -          0     no       pnic1 pnic3
+xds1    yes          -            -             -          -     -        -)")}});
   host.Set("/faults", {{"GetPnics", "no answer"}});
   expectAnswers(host, "/bin/halocli network nic ", {{"list", denies("no answer")}});
 }
@@ -215,7 +235,12 @@ const std::array<std::string, 3> kChanges[] = {
     {kSwitch + "portgroup add -p %Lab net% -v vSwitch2", "/network/switches/2/portGroups",
      R"([{"name": "Lab net", "vlanId": 0}])"},
     {kShell + "/etc/init.d/ovl-opsagent start%", "/services/ovl-opsagent/running", "true"},
-    {kOvl + "-m -p tarn0 -I vSwitch1", "/network/kernelNics/0/connection/switch", "\"vSwitch1\""},
+    {kSwitch + "portgroup set -p %Lab net% -v vSwitch2 -i 4095",
+     "/network/switches/2/portGroups/0/vlanId", "4095"},
+    {kOvl + "-m -p tarn0 -I vSwitch2", "/network/kernelNics/0/connection/portGroup", "\"Lab net\""},
+    {kSwitch + "portgroup remove -p Backup -v vSwitch1", "/network/switches/1/portGroups",
+     R"([{"name": "Storage", "vlanId": 110}])"},
+    {kSwitch + "remove -v vSwitch1", "/network/switches/1/name", "\"vSwitch2\""},
     {"/bin/halocli network restore", "/network/kernelNics/0/connection/switch", "\"vSwitch0\""},
     {kShell + "/etc/init.d/ovl-opsagent stop%", "/services/ovl-opsagent/running", "false"},
     {kHmx + "hostsvc/autostartmanager/autostop", "/machines/1/running", "false"},
@@ -264,7 +289,6 @@ TEST(SampleTools, RefuseWhatTheHostDoesNotAllow) {
         refuses("hmx-cmd: This host cannot be locked down.")},
        {kHmx + "hostsvc/start_ssh", refuses("hmx-cmd: There is no service SSH.")},
        {"/etc/init.d/SSH restart", refuses("SSH is not installed", 5)},
-       {kOvl + "-m -p tarn0 -I vSwitch1", refuses("ovlcfg-vswitch: ovl-opsagent is not installed")},
        {"/sbin/services.sh status", {}},
        {kCore + "-o a -d /var/log", refuses("tarnbacktrace: There is no running process mgmtd.")}});
 }
