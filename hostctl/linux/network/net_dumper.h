@@ -6,7 +6,7 @@
 namespace HostLinux {
 
 /// Disables the targets of netconsole and keeps crash dumps that would go to another machine, by
-/// SSH or NFS, on this one. Nothing where there is neither. Throws HostCtlException.
+/// SSH, NFS or FTP, on this one. Nothing where there is neither. Throws HostCtlException.
 void disableNetDumper(const Files& files);
 
 }  // namespace HostLinux
