@@ -11,13 +11,16 @@ InputItem& FieldDialog::AddField(const std::string& label, int fieldWidth) {
 }
 
 void FieldDialog::PressKey(int key) {
-  if (!Takes(key) && !Key::isEditing(key)) return;
-  Rows().Focused()->PressKey(key);
+  Item* const row = Rows().Focused();
+  const bool isField = row->ShowsCursor();
+  if (!isField && (key == 'd' || key == 'D')) return ShowDetails();
+  if (isField && !Takes(key) && !Key::isEditing(key)) return;
+  row->PressKey(key);
   Rows().Draw();
 }
 
-bool FieldDialog::Refuse(const InputItem& field, TextId title, TextId text) {
-  Rows().Focus(field);
+bool FieldDialog::Refuse(const Item& row, TextId title, TextId text) {
+  Rows().Focus(row);
   showMessage(*this, title, Text(text));
   return false;
 }

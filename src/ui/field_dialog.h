@@ -8,7 +8,7 @@
 
 namespace Kiva {
 
-/// Asks for values in text fields, one below the other.
+/// Asks for values in text fields and rows of other kinds, one below the other.
 class FieldDialog : public ListDialog {
  protected:
   using ListDialog::ListDialog;
@@ -17,9 +17,11 @@ class FieldDialog : public ListDialog {
   InputItem& AddField(const std::string& label, int fieldWidth);
   /// Whether a field takes a key, besides those that edit.
   virtual bool Takes(int key) const = 0;
+  /// A field gets what it takes, a carousel all but the key that shows its current entry's details.
   void PressKey(int key) override;
-  /// Tells the operator why Accept refuses a field, which has the focus afterwards; false.
-  bool Refuse(const InputItem& field, TextId title, TextId text);
+  virtual void ShowDetails() {}
+  /// Tells the operator why Accept refuses a row, which has the focus afterwards; false.
+  bool Refuse(const Item& row, TextId title, TextId text);
 };
 
 }  // namespace Kiva

@@ -104,13 +104,13 @@ struct NoDetails {
 };
 
 TEST(CarouselRadioItem, GoesRoundItsEntries) {
-  CarouselRadioItem<int, NoDetails> item("Uplink", {1, 2, 3},
+  CarouselRadioItem<int, NoDetails> item("Uplink ", {1, 2, 3},
                                          [](int entry) { return "pnic" + std::to_string(entry); });
   EXPECT_EQ(item.Label(), "Uplink < pnic1 >");
   for (const auto& [key, current] :
        {std::pair{Key::kLeft, 3}, {Key::kRight, 1}, {Key::kRight, 2}, {Key::kSpace, 2}}) {
     item.PressKey(key);
-    EXPECT_EQ(item.Current(), current);
+    EXPECT_EQ(*item.Current(), current);
   }
   EXPECT_EQ(item.Label(), "Uplink < pnic2 >");
 }

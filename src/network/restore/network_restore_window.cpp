@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "network/restore/network_restore_window.h"
 
+#include "network/restore/create_port_group_dialog.h"
+#include "network/restore/create_xss_dialog.h"
+#include "network/restore/migrate_tarnnic_dialog.h"
 #include "network/restore/restore_network_dialog.h"
 #include "ui/footer.h"
 
@@ -22,13 +25,16 @@ const std::vector<NetworkRestoreWindow::Entry>& NetworkRestoreWindow::Entries() 
   static const std::vector<Entry> entries{
       {.title = TextId::kCreateStandardSwitch,
        .description = TextId::kCreateStandardSwitchByName,
-       .footer = kCreate},
+       .footer = kCreate,
+       .enter = &W::Open<CreateXssDialog>},
       {.title = TextId::kCreatePortGroup,
        .description = TextId::kCreatePortGroupByName,
-       .footer = kCreate},
+       .footer = kCreate,
+       .enter = &W::Open<CreatePortGroupDialog>},
       {.title = TextId::kMigrateTarnNicToStandardSwitch,
        .description = TextId::kMigrateTarnnicToChosenPortgroup,
-       .footer = kMigrate},
+       .footer = kMigrate,
+       .enter = &W::Open<MigrateTarnnicDialog>},
       {.title = TextId::kRestoreNetworkSettings,
        .description = TextId::kRestoringNetworkSettingsReverts,
        .footer = kRestart,
