@@ -83,44 +83,38 @@ TEST(NetworkRepair, MakesASwitchOrTakesItBack) {
   const auto told = [](const std::string& name) {
     return announced("standard.switch.created", "Creating standard switch " + name);
   };
-  const Lines made = told("new") + ran("add -v new"),
-              back = {"log.info\tRemoving standard switch new"};
-  const Json used = Json::parse(R"([{"op": "add", "path": "/network/switches/1/uplinks/-",
-                                     "value": "pnic1"}])");
-  const Json distributed = {{"network", {{"distributedSwitches", Json::parse(R"(
-      [{"name": "dvs0", "uplinks": ["pnic1"], "ports": []}])")}}}};
-  const Json gone = Json::parse(R"([{"op": "remove", "path": "/network/pnics/1"}])");
-  const Json noneFree = Json::parse(R"([{"op": "replace", "path": "/network/switches/0/uplinks",
-                                         "value": ["pnic0", "pnic1", "pnic3"]}])");
-  const Lines inUse = {kInvalid, "Uplink is already in use"};
-  const Lines success = {kDone, "Successfully created standard virtual switch: new"};
-  const auto exists = [](const std::string& kind, const std::string& name) {
-    return "There is a " + kind + " " + name + " already.";
+  const auto exists = [](const std::string& name, const std::string& kind) {
+    return refused("add -v " + name, "There is a " + kind + " " + name + " already.");
   };
+  const auto patch = [](const char* op, const std::string& path, const Json& value) -> Json {
+    return {{{"op", op}, {"path", "/network/" + path}, {"value", value}}};
+  };
+  const Json used = patch("add", "switches/1/uplinks/-", "pnic1"),
+             gone = patch("remove", "pnics/1", 0),
+             noneFree = patch("replace", "switches/0/uplinks", {"pnic0", "pnic1", "pnic3"}),
+             distributed = patch("add", "distributedSwitches", Json::parse(R"(
+                 [{"name": "dvs0", "uplinks": ["pnic1"], "ports": []}])"));
+  const std::string upWords = "uplink add -u pnic1 -v new";
+  const Lines made = told("new") + ran("add -v new"), both = made + ran(upWords),
+              back = made + refused(upWords, "There is no physical adapter pnic1.") +
+                     "log.info\tRemoving standard switch new" + ran("remove -v new"),
+              same = told("tarn0") + exists("tarn0", "kernel interface"),
+              mute =
+                  kMuteLine + kMuteLine + told("vSwitch1") + exists("vSwitch1", "standard switch");
+  const Lines inUse = {kInvalid, "Uplink is already in use"}, enter = {"type:new", "Enter"},
+              success = {kDone, "Successfully created standard virtual switch: new"};
   const Use uses[] = {
-      {{"type:new", "Enter"}, made + ran("uplink add -u pnic1 -v new"), success},
-      {{"type:new\nor", "wait:switch: new "}, made + ran("uplink add -u pnic1 -v new"), success},
+      {enter, both, success},
+      {{"type:new\nor", "wait:switch: new "}, both, success},
       {parts("type:new;Down;Right;wait:< pnic3 >;Right;wait:< None >;type:dd;Enter"), made,
        success},
-      {parts("type:new;wait:< None >;Enter"), made, success, noneFree},
+      {enter, made, success, noneFree},
       {parts("type:new;Down;Left;wait:< pnic2 >;Enter"), {}, inUse},
-      {parts("type:new;Enter"), {}, inUse, {}, used},
-      {parts("type:new;Enter"), {}, inUse, {}, distributed},
-      {parts("type:new;Enter"),
-       made + refused("uplink add -u pnic1 -v new", "There is no physical adapter pnic1.") + back +
-           ran("remove -v new"),
-       kCheckLog,
-       {},
-       gone},
-      {{"type:tarn0", "Enter"},
-       told("tarn0") + refused("add -v tarn0", exists("kernel interface", "tarn0")),
-       kCheckLog},
-      {{"type:vSwitch1", "Enter"},
-       kMuteLine + kMuteLine + told("vSwitch1") +
-           refused("add -v vSwitch1", exists("standard switch", "vSwitch1")),
-       kCheckLog,
-       {},
-       kMute}};
+      {enter, {}, inUse, {}, used},
+      {enter, {}, inUse, {}, distributed},
+      {enter, back, kCheckLog, {}, gone},
+      {{"type:tarn0", "Enter"}, same, kCheckLog},
+      {{"type:vSwitch1", "Enter"}, mute, kCheckLog, {}, kMute}};
   for (const Use& use : uses) check(kSwitchForm, use);
 }
 
@@ -128,24 +122,20 @@ TEST(NetworkRepair, MakesAPortGroup) {
   const auto told = [](const std::string& text) {
     return announced("port.group.created", "Creating port group " + text);
   };
-  const std::string add = "portgroup add -p ";
-  const Use uses[] = {
-      {{"type:Lab {x}", "Enter"},
-       told("Lab {x} on vSwitch0") + ran(add + "Lab {x} -v vSwitch0"),
-       {kDone, "Successfully created portgroup: Lab (x)"}},
-      {parts("type:dD;wait:[ dD ;Down;Right;Right;Left;wait:< vSwitch1 >;type:d;wait:Storage, "
-             "Backup;Enter;"
-             "type:D;wait:Standard Switch Details;Enter;Enter"),
-       told("dD on vSwitch1") + ran(add + "dD -v vSwitch1"),
-       {kDone, "portgroup: dD"}},
-      {{"type:new", "Down", "Enter"}, {}, {kInvalid, "valid standard switch name"}, kNoSwitches},
-      {{"type:new", "Enter"}, kMuteLine, {kInvalid, "valid standard switch name"}, kMute},
-      {{"type:new", "Enter"},
-       told("new on vSwitch0") +
-           refused(add + "new -v vSwitch0", "There is no standard switch vSwitch0."),
-       kCheckLog,
-       {},
-       kNoSwitches}};
+  const std::string add = "portgroup add -p ", named = "Successfully created portgroup: ";
+  const Lines braces = told("Lab {x} on vSwitch0") + ran(add + "Lab {x} -v vSwitch0"),
+              second = told("dD on vSwitch1") + ran(add + "dD -v vSwitch1"),
+              lost = told("new on vSwitch0") +
+                     refused(add + "new -v vSwitch0", "There is no standard switch vSwitch0."),
+              details = parts(
+                  "type:dD;wait:[ dD ;Down;Right;Right;Left;wait:< vSwitch1 >;type:d;"
+                  "wait:Storage, Backup;Enter;type:D;wait:Switch Details;Enter;Enter"),
+              noSwitch = {kInvalid, "valid standard switch name"}, enter = {"type:new", "Enter"};
+  const Use uses[] = {{{"type:Lab {x}", "Enter"}, braces, {kDone, named + "Lab (x)"}},
+                      {details, second, {kDone, named + "dD"}},
+                      {{"type:new", "Down", "Enter"}, {}, noSwitch, kNoSwitches},
+                      {enter, kMuteLine, noSwitch, kMute},
+                      {enter, lost, kCheckLog, {}, kNoSwitches}};
   for (const Use& use : uses) check(kGroupForm, use);
 }
 
@@ -185,50 +175,41 @@ TEST(NetworkRepair, MovesANic) {
   const auto told = [](const std::string& nic) {
     return announced("tarnnic.migrated", "Migrating " + nic + " to Storage on vSwitch1");
   };
-  const Lines to = {"hostctl\tMigrate tarn0 vSwitch1 Storage"};
-  const Lines toStorage = parts("Down;Right;Right;wait:< Storage/vSwitch1 >;Enter");
-  const Lines second = parts("wait:< tarn0 >;Right;wait:< tarn1 >") + toStorage;
-  const Lines success = {kDone, "Migrated tarn0 to Storage on vSwitch1"};
-  const Lines choose = {kInvalid, "Please choose which Tarn NIC should be migrated"};
-  const std::string tool = "/usr/lib64/corvo/ovl-opsagent/bin/ovlcfg-vswitch";
-  const std::string over = tool + " -m -p tarn1 -I vSwitch1",
-                    moved = "hostctl\tMigrate tarn1 vSwitch1 Storage";
-  const std::string isOpaque = "The kernel interface tarn1 is on an opaque network.";
-  const std::string keeps = "Moving tarn1: the network overlay does not hand it over";
-  const Json fault = failing("Migrate", "no {room}"),
-             nobody = {{"network", {{"kernelNics", Json::array()}}}};
-  const Json old = with(kRunning, {{"packages", {{"ovl-opsagent", "2.9"}}}});
+  const std::string tool = "/usr/lib64/corvo/ovl-opsagent/bin/ovlcfg-vswitch",
+                    over = tool + " -m -p tarn1 -I vSwitch1",
+                    noNic = "There is no kernel interface tarn0.",
+                    noSwitch = "There is no standard switch vSwitch1.",
+                    isOpaque = "The kernel interface tarn1 is on an opaque network.",
+                    keeps = "Moving tarn1: the network overlay does not hand it over";
+  const Lines go = parts("Down;Right;Right;wait:< Storage/vSwitch1 >;Enter"),
+              goSecond = parts("wait:< tarn0 >;Right;wait:< tarn1 >") + go,
+              move = {"hostctl\tMigrate tarn0 vSwitch1 Storage"},
+              move1 = {"hostctl\tMigrate tarn1 vSwitch1 Storage"},
+              alone = told("tarn0") + kAbsent + move, beside = told("tarn0") + kStopped,
+              handed = told("tarn1") + kStopped + ("run\t" + tool + " " + over);
+  const Lines success = {kDone, "Migrated tarn0 to Storage on vSwitch1"},
+              success1 = {kDone, "Migrated tarn1 to Storage on vSwitch1"},
+              choose = {kInvalid, "Please choose which Tarn NIC should be migrated"};
+  const Lines tookOver =
+                  handed + ("log.info\tCommand \"" + over + "\" succeeded") + move1 + kStarted,
+              kept = handed +
+                     ("log.err\tCommand \"" + over + "\" failed (rc=1): (stdout=, stderr=busy)") +
+                     ("log.err\t" + keeps) + kStarted,
+              left = told("tarn1") + kAbsent + move1 + ("log.err\t" + isOpaque) + kSkipped;
+  const Json fails = with(kRunning, failing("Migrate", "no {room}")),
+             nobody = {{"network", {{"kernelNics", Json::array()}}}},
+             old = with(kRunning, {{"packages", {{"ovl-opsagent", "2.9"}}}}),
+             busy = with(kRunning, rehearsed({{tool, {{"status", 1}, {"stderr", "busy"}}}}));
   const Use uses[] = {
-      {toStorage, told("tarn0") + kAbsent + to + kSkipped, success},
-      {toStorage, told("tarn0") + kPresent + to + kSkipped, success, old},
-      {toStorage, told("tarn0") + kStopped + to + kStarted, success, kRunning},
-      {toStorage, told("tarn0") + kStopped + "log.err\tno {room}" + kStarted,
-       kCheckLog + "no (room)", with(kRunning, fault)},
-      {toStorage,
-       told("tarn0") + kAbsent + to + "log.err\tThere is no kernel interface tarn0." + kSkipped,
-       kCheckLog + "There is no kernel interface tarn0.",
-       {},
-       nobody},
-      {toStorage,
-       told("tarn0") + kAbsent + to + "log.err\tThere is no standard switch vSwitch1." + kSkipped,
-       kCheckLog + "There is no standard switch vSwitch1.",
-       {},
-       kNoSwitches},
-      {second,
-       told("tarn1") + kAbsent + moved + ("log.err\t" + isOpaque) + kSkipped,
-       {kFailed, "on an opaque"},
-       opaque(Json::object())},
-      {second,
-       told("tarn1") + kStopped + ("run\t" + tool + " " + over) +
-           ("log.info\tCommand \"" + over + "\" succeeded") + moved + kStarted,
-       {kDone, "Migrated tarn1 to Storage on vSwitch1"},
-       opaque(kRunning)},
-      {second,
-       told("tarn1") + kStopped + ("run\t" + tool + " " + over) +
-           ("log.err\tCommand \"" + over + "\" failed (rc=1): (stdout=, stderr=busy)") +
-           ("log.err\t" + keeps) + kStarted,
-       {kFailed, "does not hand it"},
-       opaque(with(kRunning, rehearsed({{tool, {{"status", 1}, {"stderr", "busy"}}}})))},
+      {go, alone + kSkipped, success},
+      {go, told("tarn0") + kPresent + move + kSkipped, success, old},
+      {go, beside + move + kStarted, success, kRunning},
+      {go, beside + "log.err\tno {room}" + kStarted, kCheckLog + "no (room)", fails},
+      {go, alone + ("log.err\t" + noNic) + kSkipped, kCheckLog + noNic, {}, nobody},
+      {go, alone + ("log.err\t" + noSwitch) + kSkipped, kCheckLog + noSwitch, {}, kNoSwitches},
+      {goSecond, left, {kFailed, "on an opaque"}, opaque(Json::object())},
+      {goSecond, tookOver, success1, opaque(kRunning)},
+      {goSecond, kept, {kFailed, "does not hand it"}, opaque(busy)},
       {{"type:dD", "Enter"}, {}, choose, nobody},
       {{"Enter"}, {}, choose, kNoSwitches},
       {{"Enter"}, {}, choose, failing("GetTarnNics", "mute")}};

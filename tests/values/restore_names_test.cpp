@@ -8,30 +8,18 @@ using namespace Kiva;
 namespace {
 
 TEST(RestoreNames, MayBeASwitchsOrAPortGroups) {
-  const struct {
-    std::string name;
-    bool ofSwitch, ofPortGroup;
-  } cases[] = {{"", false, false},
-               {".", false, false},
-               {"..", false, false},
-               {"...", true, true},
-               {"vSwitch_1.2-a", true, true},
-               {std::string(32, 'a'), true, true},
-               {std::string(33, 'a'), false, true},
-               {std::string(64, 'a'), false, true},
-               {std::string(65, 'a'), false, false},
-               {"a/b", false, false},
-               {"a b", false, true},
-               {" a", false, false},
-               {"a ", false, false},
-               {"a\nb", false, false},
-               {"a\x7f", false, false},
-               {"\xc3\xa4", false, false},
-               {"{hostname}", false, true}};
-  for (const auto& [name, ofSwitch, ofPortGroup] : cases) {
-    EXPECT_EQ(isSwitchName(name), ofSwitch) << name;
-    EXPECT_EQ(isPortGroupName(name), ofPortGroup) << name;
-  }
+  const auto of = [](std::size_t length) { return std::string(length, 'a'); };
+  const std::vector<std::string> both = {"...", "vSwitch_1.2-a", of(32)},
+                                 portGroup = {of(33), of(64), "a b", "{hostname}"},
+                                 none = {"",   ".",  "..",   of(65),  "a/b",
+                                         " a", "a ", "a\nb", "a\x7f", "\xc3\xa4"};
+  const std::tuple<std::vector<std::string>, bool, bool> cases[] = {
+      {both, true, true}, {portGroup, false, true}, {none, false, false}};
+  for (const auto& [names, ofSwitch, ofPortGroup] : cases)
+    for (const std::string& name : names) {
+      EXPECT_EQ(isSwitchName(name), ofSwitch) << name;
+      EXPECT_EQ(isPortGroupName(name), ofPortGroup) << name;
+    }
 }
 
 TEST(RestoreNames, TheFirstFreeOneFillsGaps) {
