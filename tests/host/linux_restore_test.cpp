@@ -107,6 +107,11 @@ TEST_F(LinuxRestore, NothingIsSentIntoTheNetworkAnyMore) {
   const Files files(folder.Path());
   LinuxDriver driver(folder.Path());
   driver.Network().DisableNetDumper();
+  folder.Write("/sys/module/netconsole/initstate", "live\n");
+  folder.Write("/sbin/modprobe", "#!/bin/sh\necho \"$@: in use\"\nexit 1\n");
+  std::filesystem::permissions(folder.Path() / "sbin/modprobe", std::filesystem::perms{0755});
+  EXPECT_EQ(failureOf([&] { driver.Network().DisableNetDumper(); }),
+            "DisableNetDumper netconsole: --remove netconsole: in use");
   folder.Write("/sys/kernel/config/netconsole/on/enabled", "1\n");
   folder.Write("/sys/kernel/config/netconsole/off/enabled", "0\n");
   folder.Write("/etc/default/kdump-tools", "USE_KDUMP=1\nSSH=\"a@b\"\n#NFS=\"x:/y\"\n");

@@ -10,6 +10,7 @@
 #include "hostctl/lib/descriptor.h"
 #include "hostctl/lib/exception.h"
 #include "hostctl/lib/whole_file.h"
+#include "linux/run_program.h"
 #include "linux/text.h"
 
 namespace HostLinux {
@@ -21,6 +22,7 @@ namespace {
 constexpr const char* kOperation = "DisableNetDumper";
 constexpr const char* kTargets = "/sys/kernel/config/netconsole/";
 constexpr const char* kCrashDumps = "/etc/default/kdump-tools";
+constexpr std::chrono::seconds kUnloadedWithin{10};
 
 /// The kernel's own files are neither cut nor synced.
 void tellKernel(const std::string& path, std::string_view word) {
@@ -37,6 +39,15 @@ void disableTargets(const Files& files) {
   }
 }
 
+/// Targets that its options name are no files of the kernel's; they go with the module.
+void unloadWithOptions(const Files& files) {
+  const bool isLoaded = files.Exists("/sys/module/netconsole/initstate");
+  if (!isLoaded || !files.List(kTargets).empty()) return;
+  const auto result = runProgram(
+      {files.Path("/sbin/modprobe"), {"modprobe", "--remove", "netconsole"}}, kUnloadedWithin);
+  if (result.status != 0) throw HostCtlException(kOperation, "netconsole", causeOf(result));
+}
+
 void keepDumpsHere(const Files& files) {
   const std::string old = files.Read(kCrashDumps).value_or("");
   std::string text = old;
@@ -50,6 +61,7 @@ void keepDumpsHere(const Files& files) {
 
 void disableNetDumper(const Files& files) try {
   disableTargets(files);
+  unloadWithOptions(files);
   keepDumpsHere(files);
 } catch (const std::system_error& error) {
   throw HostCtlException(kOperation, "the network dumper", error.what());
