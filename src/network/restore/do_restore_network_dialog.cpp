@@ -47,9 +47,7 @@ int DoRestoreNetworkDialog::Foreground() {
   return 1;
 }
 
-// An Enter that was typed before the question was asked is no answer to it.
 bool DoRestoreNetworkDialog::Confirm() {
-  discardTypeAhead();
   RunningVMsWarningDialog dialog(*this);
   return runWindow(dialog) != 0;
 }

@@ -6,7 +6,7 @@
 namespace Kiva {
 
 /// Warns that virtual machines run before they are powered off: 1 when the operator goes on with
-/// Enter, 0 for Escape. Whoever opens it drops what was typed before.
+/// Enter, 0 for Escape.
 class RunningVMsWarningDialog : public Dialog {
  public:
   explicit RunningVMsWarningDialog(Frame& owner);
