@@ -5,17 +5,14 @@
 #include <vector>
 
 #include "network/adapter_list.h"
-#include "ui/dialog.h"
-#include "ui/item_list.h"
+#include "ui/list_dialog.h"
 
 namespace Kiva {
 
 /// Lets the operator check some of the physical adapters, which have their details behind them.
 /// Result 1 with a choice that the dialog deriving from this agrees to, 0 after Escape.
-class AdapterChecksDialog : public Dialog {
+class AdapterChecksDialog : public ListDialog {
  public:
-  int Foreground() override;
-
   /// The checked adapters in the order of the list.
   const std::vector<std::string>& Selected() const { return selected_; }
 
@@ -26,16 +23,12 @@ class AdapterChecksDialog : public Dialog {
   virtual bool MayTake(const Pnics& chosen) = 0;
 
  private:
-  void LayOut();
-  void Handle(int key);
+  void PressKey(int key) override;
+  bool Accept() override;
   void ShowDetails();
-  bool Accept();
 
-  const TextId title_, text_;
   const Pnics pnics_;
-  const std::size_t checked_;
   std::vector<std::string> selected_;
-  ItemList* items_ = nullptr;
   /// One an adapter.
   std::vector<CheckItem*> checks_;
 };

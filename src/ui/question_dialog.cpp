@@ -17,10 +17,7 @@ int QuestionDialog::Foreground() {
   SetTitle(Text(title_));
   SetText(Text(warning_));
   SetFooter(kOkCancelFooter);
-  for (;;) {
-    const int key = getKey(*this);
-    if (key == Key::kEnter || key == Key::kEscape) return key == Key::kEnter;
-  }
+  return waitForConfirmation(*this, Key::kEnter);
 }
 
 }  // namespace Kiva

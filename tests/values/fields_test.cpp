@@ -32,7 +32,6 @@ int keyOf(char sign) {
 
 TEST(InputEditor, Edits) {
   const std::array<const char*, 5> cases[] = {
-
       {"typing replaces a preset value once", "root", "xy", "xy", "xy|   "},
       {"any other key clears it", "root", "@", "", "|     "},
       {"Delete clears it", "root", "#", "", "|     "},
@@ -97,15 +96,6 @@ TEST(InputEditor, GivesWayInNarrowAreas) {
   for (const int width : {5, 4, 1, 0, -2}) {
     EXPECT_EQ(editor.Line(width, false), " [  ]") << width;
     EXPECT_GE(editor.CursorColumn(width), 0) << width;
-  }
-}
-
-TEST(InputEditor, TakesPrintableKeysOnly) {
-  for (const Masking masking : {Masking::kNone, Masking::kStars}) {
-    InputEditor editor("", 5, masking);
-    for (const int key : {31, 32, 126, 127, 128, 255, 256, Key::kDown, Key::kF2, -1, 0})
-      editor.Key(key);
-    EXPECT_EQ(editor.Value(), masking == Masking::kNone ? " ~" : " ~\x80\xff");
   }
 }
 

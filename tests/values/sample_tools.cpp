@@ -31,8 +31,6 @@ const std::string kAskVersion =
     "'/Version/{ split($0, kv, \"=\"); split(kv[2], ver, \".\"); print ver[1] }'`; (exit $((v < "
     "3)))%";
 
-const ToolAnswer kNotAsThatUser = {255, "", "hmx-cmd: that user may not administer this host\n"};
-
 /// The sample host for somebody who may not change it.
 struct PowerlessHost : HostSample::SampleToolHost {
   using SampleToolHost::SampleToolHost;
@@ -75,18 +73,16 @@ void expectAnswers(const DemoHost& host, const std::string& tool, const std::vec
 TEST(SampleTools, AnswerWithoutChangingTheHost) {
   DemoHost host;
   const std::string before = host.Text(), most(255, 'x'), add = "network vswitch standard add ";
+  const auto notAsThatUser = refuses("hmx-cmd: that user may not administer this host", 255);
   expectAnswers(
       host, "/bin/hmx-cmd ",
-      {{"-U kiva hmxsvc/auth/lockdown_is_enabled", says("false")},
-       {"-U root hmxsvc/auth/lockdown_is_possible", says("true")},
-       {"-U root internalsvc/refresh", {}},
-       {"-U operator internalsvc/refresh", kNotAsThatUser},
-       {"-U %% internalsvc/refresh", kNotAsThatUser},
+      {{"-U root hmxsvc/auth/lockdown_is_possible", says("true")},
+       {"-U operator internalsvc/refresh", notAsThatUser},
+       {"-U %% internalsvc/refresh", notAsThatUser},
        {"internalsvc/refresh", refuses("hmx-cmd: missing argument -U")},
        {"-U kiva hostsvc/start_sh", refuses("hmx-cmd: unknown argument hostsvc/start_sh")}});
   expectAnswers(host, "/bin/tarnping ",
-                {{"-c 3 10.20.30.1", says("10.20.30.1 answers")},
-                 {"2001:db8:20::53 -c 20", says("2001:db8:20::53 answers")},
+                {{"2001:db8:20::53 -c 20", says("2001:db8:20::53 answers")},
                  {"-c 3 fe80::1%tarn0", {1, "fe80::1%tarn0 does not answer\n", ""}},
                  {"-c 3 10.20.30", refuses("tarnping: not an IPv4 or IPv6 address: 10.20.30")},
                  {"-c 3 -f", refuses("tarnping: unknown argument -f")},
@@ -100,9 +96,7 @@ TEST(SampleTools, AnswerWithoutChangingTheHost) {
        {kKeygen + "/etc/ssh/ssh_host_rsa_key",
         says("3072 SHA256:q8VZ1nT4cX0mJ7yRkPd2sWb6uLh9eGf3aNo5iKtQxBE root@halo-01 (RSA)")},
        {kKeygen + "/none", refuses("ssh-keygen: /none: No such file or directory", 255)},
-       {"/sbin/halocfg-advcfg -q -g /UserVars/KivaTimeOut", says("600")},
        {"/sbin/services.sh status", says("mgmtd is running\nevbd is running")},
-       {"/etc/init.d/SSH status", ToolAnswer{3, "SSH is not running\n", ""}},
        {"/etc/init.d/SSH stop", ToolAnswer{1, "SSH is not running\n", ""}},
        {"/sbin/firmwareConfig.py", refuses("firmwareConfig.py: missing argument --reset-only")},
        {kCore + "-o ../up -d /var/log", refuses("tarnbacktrace: not the name of a file: ../up")},

@@ -24,20 +24,13 @@ SafeModeNetworkDialog::SafeModeNetworkDialog(Frame& owner) : Dialog(owner, 70, 1
 int SafeModeNetworkDialog::Foreground() {
   SetTitle(Text(TextId::kRestoreStandardSwitchTitle));
   SetText(Text(TextId::kMoveManagementNetworkOntoNewVSwitch));
-  Ask();
-  for (;;) {
-    const int key = getKey(*this);
-    if (key == Key::kEscape) return 0;
-    if (key != Key::kF11) continue;
+  do {
+    progress_->Ask(Text(TextId::kMoveManagementNetworkNow));
+    SetFooter(kF11CancelFooter);
+    if (!waitForConfirmation(*this, Key::kF11)) return 0;
     SetFooter("");
-    if (Restore()) return 1;
-    Ask();
-  }
-}
-
-void SafeModeNetworkDialog::Ask() {
-  progress_->Ask(Text(TextId::kMoveManagementNetworkNow));
-  SetFooter(kF11CancelFooter);
+  } while (!Restore());
+  return 1;
 }
 
 bool SafeModeNetworkDialog::Restore() try {

@@ -18,7 +18,6 @@ class SafeModeNetworkDialog : public Dialog {
   int Foreground() override;
 
  private:
-  void Ask();
   /// False leaves the dialog open, after a message why.
   bool Restore();
   bool Move(HostCtl::Network::TarnNic& nic);
