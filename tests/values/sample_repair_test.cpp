@@ -80,7 +80,15 @@ TEST_F(SampleRepair, MovesTheInterfaceAndUplinks) {
       {[&] { Nic()->MoveToHostLocalPort(open); },
        on + "host-local-2" + leased + rest + " host-local-2 tarn0 4094[]"},
       {[] { Nic()->Migrate("vSwitch1", "Backup"); }, "standard vSwitch1 Backup" + leased + rest},
-      {[] { Writer().RemoveDistributedUplink("xds0", "pnic1"); },
+      {[] {
+         Writer().AddDistributedUplink("xds0", "pnic3");
+         Writer().RemoveDistributedUplink("xds0", "pnic1");
+         Writer().AddDistributedUplink("xds0", "pnic1");
+       },
+       "standard vSwitch1 Backup" + leased + R"(|["pnic1","pnic3"] host-local-0 - 0null)"},
+      {[] {
+         for (const char* pnic : {"pnic1", "pnic3"}) Writer().RemoveDistributedUplink("xds0", pnic);
+       },
        "standard vSwitch1 Backup" + leased + "|[] host-local-0 - 0null"},
       {[] { Writer().AddDistributedUplink("xds0", "pnic1"); },
        "standard vSwitch1 Backup" + leased + rest}};
