@@ -11,11 +11,11 @@ InputItem& FieldDialog::AddField(const std::string& label, int fieldWidth) {
 }
 
 void FieldDialog::PressKey(int key) {
-  Item& row = *Rows().Focused();
-  const bool isField = row.ShowsCursor();
+  Item* const row = Rows().Focused();
+  const bool isField = row->ShowsCursor();
   if (!isField && (key == 'd' || key == 'D')) return ShowDetails();
   if (isField && !Takes(key) && !Key::isEditing(key)) return;
-  row.PressKey(key);
+  row->PressKey(key);
   Rows().Draw();
 }
 

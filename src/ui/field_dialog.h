@@ -17,7 +17,7 @@ class FieldDialog : public ListDialog {
   InputItem& AddField(const std::string& label, int fieldWidth);
   /// Whether a field takes a key, besides those that edit.
   virtual bool Takes(int key) const = 0;
-  /// A field gets what it takes; another row gets everything but D, which shows its details.
+  /// A field gets what it takes, a carousel all but the key that shows its current entry's details.
   void PressKey(int key) override;
   virtual void ShowDetails() {}
   /// Tells the operator why Accept refuses a row, which has the focus afterwards; false.
