@@ -15,7 +15,8 @@ namespace HostLinux {
 std::vector<HostSeam::DistributedSwitchRecord> readDistributedSwitches(const Files& files);
 
 /// Puts an internal interface of Open vSwitch on a new port of its bridge, which replaces the old
-/// one; addresses and routes stay.
+/// one; addresses, routes and the hardware address stay. Refused are the bridge's own interface,
+/// for which there is no other port, and one that ifupdown or NetworkManager would make anew.
 void moveNicToPort(const Files& files, const std::string& nic,
                    const HostCtl::Network::HostLocalPort& port);
 

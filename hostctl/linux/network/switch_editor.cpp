@@ -84,8 +84,7 @@ Switch& SwitchEditor::SwitchNamed(const std::string& name) {
 }
 
 std::string SwitchEditor::NicNamed(const std::string& pnic) {
-  for (const auto& nic : physicalNics(files_))
-    if (nic.pnic == pnic) return nic.kernel;
+  if (auto nic = kernelNamed(physicalNics(files_), pnic); !nic.empty()) return nic;
   if (switchWithUplink(after_, pnic)) return pnic;
   Refuse("there is no adapter " + pnic);
 }
