@@ -90,9 +90,13 @@ Screen Console::WaitForGone(std::string_view text) {
   return Look();
 }
 
+// An update may arrive in pieces, so a screen counts once two looks at it agree.
 Screen Console::WaitForPassing(std::string_view text) {
-  return WaitUntil([&](const Screen& screen) { return screen.Shows(text); },
-                   "the text \"" + std::string(text) + "\"");
+  Screen before;
+  const auto shows = [&](const Screen& screen) {
+    return std::exchange(before, screen) == screen && screen.Shows(text);
+  };
+  return WaitUntil(shows, "the text \"" + std::string(text) + "\"");
 }
 
 Screen Console::WaitUntil(const std::function<bool(const Screen&)>& isTrue, std::string_view what) {

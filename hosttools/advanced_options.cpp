@@ -3,8 +3,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
-#include <system_error>
 
 #include "hosttools/usage.h"
 
@@ -24,10 +22,6 @@ constexpr std::array<AdvancedOption, 4> kOptions = {{
     {"PXEBootEnabled", 0, 1, 0, "1 for a host that was booted over the network"},
 }};
 
-std::string rangeOf(const AdvancedOption& option) {
-  return std::to_string(option.least) + " to " + std::to_string(option.most);
-}
-
 }  // namespace
 
 std::span<const AdvancedOption> advancedOptions() {
@@ -42,12 +36,7 @@ const AdvancedOption& optionAt(const std::string& path) {
 }
 
 std::int64_t readValue(const AdvancedOption& option, const std::string& text) {
-  std::int64_t value = 0;
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, value);
-  if (error != std::errc() || stop != end || value < option.least || value > option.most)
-    throw UsageError(std::string(option.path) + " is a whole number from " + rangeOf(option));
-  return value;
+  return readNumber(option.path, text, option.least, option.most);
 }
 
 std::string valueOn(HostSeam::ToolHost& host, const AdvancedOption& option) {

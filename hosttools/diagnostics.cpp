@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 
 #include "hosttools/tools.h"
 
@@ -45,19 +44,10 @@ bool isAddress(const std::string& text) {
   return inet_pton(AF_INET6, text.substr(0, percent).c_str(), &address) == 1;
 }
 
-int readCount(const std::string& text) {
-  int count = 0;
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, count);
-  if (error != std::errc() || stop != end || count < 1 || count > kMostEchoes)
-    throw UsageError("-c is a whole number from 1 to " + std::to_string(kMostEchoes));
-  return count;
-}
-
 ToolAnswer ping(ToolHost& host, const Call& call) {
   if (!isAddress(call["ADDRESS"]))
     throw UsageError("not an IPv4 or IPv6 address: " + call["ADDRESS"]);
-  return host.Ping(call["ADDRESS"], readCount(call["-c"]));
+  return host.Ping(call["ADDRESS"], static_cast<int>(readNumber("-c", call["-c"], 1, kMostEchoes)));
 }
 
 constexpr std::array<Command<ToolHost>, 1> kCore = {{

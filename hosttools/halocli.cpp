@@ -12,6 +12,8 @@ namespace {
 
 using HostSeam::UplinkChange;
 
+constexpr int kTrunkVlan = 4095;
+
 ToolAnswer addSwitch(ToolHost& host, const Call& call) {
   host.AddStandardSwitch(call["-v"]);
   return {};
@@ -29,6 +31,22 @@ ToolAnswer removeUplink(ToolHost& host, const Call& call) {
 
 ToolAnswer addPortGroup(ToolHost& host, const Call& call) {
   host.AddPortGroup(call["-p"], call["-v"]);
+  return {};
+}
+
+ToolAnswer removeSwitch(ToolHost& host, const Call& call) {
+  host.RemoveStandardSwitch(call["-v"]);
+  return {};
+}
+
+ToolAnswer removePortGroup(ToolHost& host, const Call& call) {
+  host.RemovePortGroup(call["-p"], call["-v"]);
+  return {};
+}
+
+ToolAnswer setPortGroupVlan(ToolHost& host, const Call& call) {
+  const auto vlanId = static_cast<int>(readNumber("-i", call["-i"], 0, kTrunkVlan));
+  host.SetPortGroupVlan(call["-p"], call["-v"], vlanId);
   return {};
 }
 
@@ -66,7 +84,7 @@ ToolAnswer list(ToolHost&, const Call&) {
   return {0, Table(), ""};
 }
 
-constexpr std::array<Command<ToolHost>, 13> kCommands = {{
+constexpr std::array<Command<ToolHost>, 17> kCommands = {{
     {"network ip list", "shows the kernel interfaces, as configured and as they run", Effect::Reads,
      list<ipTable>},
     {"network ip route list", "shows the default gateways", Effect::Reads, list<routeTable>},
@@ -77,12 +95,20 @@ constexpr std::array<Command<ToolHost>, 13> kCommands = {{
      Effect::Reads, list<switchTable>},
     {"network vswitch standard add -v SWITCH", "makes a standard switch", Effect::Changes,
      addSwitch},
+    {"network vswitch standard remove -v SWITCH", "takes a switch without interfaces away",
+     Effect::Changes, removeSwitch},
     {"network vswitch standard uplink add -u UPLINK -v SWITCH",
      "gives a switch a physical adapter that no other has", Effect::Changes, addUplink},
     {"network vswitch standard uplink remove -u UPLINK -v SWITCH", "takes it away again",
      Effect::Changes, removeUplink},
     {"network vswitch standard portgroup add -p PORTGROUP -v SWITCH",
      "makes a group of ports on a switch", Effect::Changes, addPortGroup},
+    {"network vswitch standard portgroup remove -p PORTGROUP -v SWITCH",
+     "takes one without interfaces away", Effect::Changes, removePortGroup},
+    {"network vswitch standard portgroup set -p PORTGROUP -v SWITCH -i VLAN",
+     "sets its VLAN; 0 for none, 4095 for all", Effect::Changes, setPortGroupVlan},
+    {"network vswitch distributed list", "shows the distributed switches and their ports",
+     Effect::Reads, list<distributedSwitchTable>},
     {"network restore", "puts the network back to that of a fresh host", Effect::Changes,
      restoreNetwork},
     {"system settings advanced set -o PATH -i NUMBER", "sets an advanced option", Effect::Changes,

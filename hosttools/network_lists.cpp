@@ -25,6 +25,15 @@ std::string joined(const std::vector<std::string>& words) {
   return text;
 }
 
+std::string yesOrNo(bool is) {
+  return is ? "yes" : "no";
+}
+
+Row row(Row first, const Row& rest) {
+  first.insert(first.end(), rest.begin(), rest.end());
+  return first;
+}
+
 /// Empty for the empty address.
 template <typename Address>
 std::string textOf(const Address& address) {
@@ -126,6 +135,21 @@ std::string switchTable() {
     for (const auto& group : groups)
       rows.push_back({name, uplinks, group->GetName(), std::to_string(group->GetVlanId()),
                       joined(group->GetNicTeamingPolicy().GetActiveUplinks())});
+  }
+  return tableText(rows);
+}
+
+std::string distributedSwitchTable() {
+  std::vector<Row> rows = {{"Switch", "Third Party", "Uplinks", "Port", "Interface", "VLAN",
+                            "Blocked", "Port's Uplinks"}};
+  for (const auto& one : TarnCtl::Network::DistributedSwitchInfoImpl().GetDistributedSwitches()) {
+    const Row whole = {one->GetName(), yesOrNo(one->IsThirdParty()), joined(one->GetUplinks())};
+    const auto ports = one->GetPorts();
+    if (ports.empty()) rows.push_back(row(whole, {"", "", "", "", ""}));
+    for (const DistributedPort& port : ports)
+      rows.push_back(
+          row(whole, {port.name, port.nic, std::to_string(port.vlanId), yesOrNo(port.blocked),
+                      joined(port.uplinks.empty() ? one->GetUplinks() : port.uplinks)}));
   }
   return tableText(rows);
 }

@@ -16,6 +16,8 @@ std::string routeTable();
 std::string dnsTable();
 /// A row for each port group of a standard switch, and for a switch without any.
 std::string switchTable();
+/// The same for the ports of a distributed switch.
+std::string distributedSwitchTable();
 /// The physical adapters.
 std::string adapterTable();
 

@@ -11,8 +11,8 @@ namespace {
 using HostSeam::ServiceState;
 
 ToolAnswer moveInterface(StandInHost& host, const Call& call) {
-  if (host.GetServiceState(kOvlAgent) != ServiceState::Running)
-    return {1, "", call.name + ": ovl-opsagent is not running\n"};
+  if (host.GetServiceState(kOvlAgent) == ServiceState::Absent)
+    return {1, "", call.name + ": ovl-opsagent is not installed\n"};
   host.MoveKernelNic(call["-p"], call["-I"]);
   return {};
 }

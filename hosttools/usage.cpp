@@ -2,10 +2,12 @@
 #include "hosttools/usage.h"
 
 #include <algorithm>
+#include <charconv>
 #include <deque>
 #include <iterator>
 #include <optional>
 #include <sstream>
+#include <system_error>
 
 namespace HostTools {
 
@@ -153,6 +155,17 @@ Choice chooseUsage(const std::vector<std::string_view>& usages, Arguments argume
     }
   }
   throw reason.value_or(UsageError("takes no arguments"));
+}
+
+std::int64_t readNumber(std::string_view option, const std::string& text, std::int64_t least,
+                        std::int64_t most) {
+  std::int64_t value = 0;
+  const char* end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, value);
+  if (error != std::errc() || stop != end || value < least || value > most)
+    throw UsageError(std::string(option) + " is a whole number from " + std::to_string(least) +
+                     " to " + std::to_string(most));
+  return value;
 }
 
 }  // namespace HostTools

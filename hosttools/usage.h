@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <span>
 #include <stdexcept>
@@ -40,5 +41,10 @@ struct Choice {
 ///
 /// Throws UsageError with the reason of the usage that came nearest.
 Choice chooseUsage(const std::vector<std::string_view>& usages, Arguments arguments);
+
+/// The value of `option` that a call gives as a whole number within the limits, both included.
+/// Throws UsageError with the option's name.
+std::int64_t readNumber(std::string_view option, const std::string& text, std::int64_t least,
+                        std::int64_t most);
 
 }  // namespace HostTools

@@ -13,7 +13,7 @@
 
 #include "hostctl/lib/descriptor.h"
 #include "hostctl/lib/exception.h"
-#include "linux/replace_file.h"
+#include "hostctl/lib/whole_file.h"
 #include "linux/run_program.h"
 #include "linux/text.h"
 
@@ -22,6 +22,7 @@ namespace HostLinux {
 namespace fs = std::filesystem;
 using HostCtl::Lib::Descriptor;
 using HostCtl::Lib::HostCtlException;
+using HostCtl::Lib::replaceFile;
 
 namespace {
 

@@ -7,10 +7,12 @@
 #include <filesystem>
 #include <system_error>
 
+#include "hostctl/lib/whole_file.h"
 #include "linux/folder_lock.h"
-#include "linux/replace_file.h"
 
 namespace HostLinux {
+
+using HostCtl::Lib::publishFile;
 
 StagingFolder::StagingFolder(const std::string& folder)
     : folder_(folder), path_(folder + "/.kiva-staging"), lock_(lockFolder(folder)) {

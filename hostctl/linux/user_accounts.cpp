@@ -4,12 +4,13 @@
 #include <system_error>
 
 #include "hostctl/lib/exception.h"
-#include "linux/replace_file.h"
+#include "hostctl/lib/whole_file.h"
 #include "linux/text.h"
 
 namespace HostLinux {
 
 using HostCtl::Lib::HostCtlException;
+using HostCtl::Lib::replaceFile;
 
 namespace {
 

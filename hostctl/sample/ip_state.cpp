@@ -192,9 +192,8 @@ std::vector<IpAddress> leasedNameServers(const IpConfig& running, const Offers& 
 }
 
 bool isOnLink(Ipv4Address gateway, const IpConfig& running) {
-  const auto mask = running.GetIpv4Netmask().GetValue();
-  return !running.GetIpv4Address().IsEmpty() &&
-         (gateway.GetValue() & mask) == (running.GetIpv4Address().GetValue() & mask);
+  const auto own = running.GetIpv4Address();
+  return !own.IsEmpty() && inSameNetwork(own, gateway, running.GetIpv4Netmask());
 }
 
 HostSeam::RoutingRecord gatewaysAfter(const HostSeam::RoutingRecord& now, const IpConfig& before,

@@ -30,4 +30,14 @@ bool removeFrom(Json& list, const std::string& text) {
   return true;
 }
 
+bool has(const Json& item, const char* key, const Json& value) {
+  const auto found = item.find(key);
+  return found != item.end() && *found == value;
+}
+
+void removeItems(Json& list, const char* key, const std::string& text) {
+  std::erase_if(list.get_ref<Json::array_t&>(),
+                [&](const Json& item) { return has(item, key, text); });
+}
+
 }  // namespace HostSample

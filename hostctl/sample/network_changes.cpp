@@ -7,6 +7,7 @@
 #include "hostctl/lib/exception.h"
 #include "hostseam/domain_name.h"
 #include "sample/json_lists.h"
+#include "sample/network_parts.h"
 #include "sample/running_state.h"
 
 namespace HostSample {
@@ -17,18 +18,9 @@ namespace {
 
 using HostCtl::Lib::HostCtlException;
 
-Json& nicNamed(Json& network, const std::string& name) {
-  return named(network["kernelNics"], name, "kernel interface");
-}
-
 Json& requireManagementNic(Json& network) {
   if (Json* nic = managementNic(network)) return *nic;
   throw HostCtlException("There is no management interface.");
-}
-
-bool isDown(const Json& nic) {
-  const auto up = nic.find("up");
-  return up != nic.end() && *up == false;
 }
 
 /// All that a configuration says for itself, so that two of them can be compared.
@@ -60,10 +52,6 @@ bool differs(const Json& one, const Json& other) {
 
 }  // namespace
 
-void restoreNetwork(Store& store, const std::string& text) {
-  changeNetwork(store, [&](Json& network) { network = Json::parse(text).at("network"); });
-}
-
 void changeNetwork(Store& store, const std::function<void(Json& network)>& change) {
   store.Change([&](Json& host) {
     Json& network = host["network"];
@@ -84,15 +72,6 @@ void setIpv6Enabled(Store& store, bool enabled) {
   changeNetwork(store, [&](Json& network) {
     network.erase("ipv6EnabledAtStart");
     if (network["ipv6Enabled"] != enabled) network["ipv6EnabledAtStart"] = enabled;
-  });
-}
-
-void moveKernelNic(Store& store, const std::string& name, const std::string& switchName) {
-  changeNetwork(store, [&](Json& network) {
-    named(network["switches"], switchName, "standard switch");
-    Json& nic = nicNamed(network, name);
-    nic["connection"]["type"] = "standard";
-    nic["connection"]["switch"] = switchName;
   });
 }
 
@@ -123,7 +102,7 @@ void releaseLease(Store& store, const std::string& nic) {
 void setNicUp(Store& store, const std::string& nic, bool up) {
   changeNetwork(store, [&](Json& network) {
     Json& changed = nicNamed(network, nic);
-    if (isDown(changed) != up) return;
+    if (has(changed, "up", false) != up) return;
     if (up)
       comeUp(network, changed);
     else

@@ -18,9 +18,6 @@ namespace HostSample {
 /// throws.
 void changeNetwork(Store& store, const std::function<void(Json& network)>& change);
 
-/// Puts the network of the host that the JSON `text` describes in the place of this one's.
-void restoreNetwork(Store& store, const std::string& text);
-
 /// What becomes of the network when the host starts: IPv6 as it was asked for, every interface up,
 /// every lease taken anew.
 void startNetwork(Json& network);
@@ -28,7 +25,6 @@ void startNetwork(Json& network);
 /// For the next start of the host.
 void setIpv6Enabled(Store& store, bool enabled);
 
-void moveKernelNic(Store& store, const std::string& name, const std::string& switchName);
 void setIpConfig(Store& store, const std::string& nic, const HostCtl::Network::IpConfig& config);
 void renewLease(Store& store, const std::string& nic, HostCtl::Network::LeaseRenewal what);
 void releaseLease(Store& store, const std::string& nic);

@@ -27,9 +27,9 @@ std::string textOr(const JsonNode& node, const std::string& key, const std::stri
   return found ? found->Text() : otherwise;
 }
 
-bool isUp(const JsonNode& nic) {
-  const auto up = nic.Find("up");
-  return !up || up->Flag();
+bool flagOr(const JsonNode& node, const std::string& key, bool otherwise) {
+  const auto found = node.Find(key);
+  return found ? found->Flag() : otherwise;
 }
 
 /// What host.json says of an interface that is down is what it has when it is up again.
@@ -47,7 +47,7 @@ HostSeam::KernelNic readKernelNic(const JsonNode& node) {
           node["management"].Flag(),
           node["defaultRoute"].Flag(),
           readIpConfig(node["configured"]),
-          isUp(node) ? running : whileDown(running),
+          flagOr(node, "up", true) ? running : whileDown(running),
           readConnection(node["connection"]),
           textOr(node, "macAddress", "")};
 }
@@ -78,10 +78,25 @@ HostSeam::SwitchRecord readSwitch(const JsonNode& node) {
   return {node["name"].Text(), uplinks, readList(node["portGroups"], readPortGroup)};
 }
 
-std::string switchOf(const PnicRecord& pnic, const std::vector<HostSeam::SwitchRecord>& switches) {
-  for (const auto& one : switches)
-    if (std::count(one.uplinks.begin(), one.uplinks.end(), pnic.name) > 0) return one.name;
-  return {};
+DistributedPort readDistributedPort(const JsonNode& node) {
+  const auto vlan = node.Find("vlanId");
+  const auto uplinks = node.Find("uplinks");
+  return {node["name"].Text(), textOr(node, "nic", ""),
+          static_cast<std::int16_t>(vlan ? vlan->Number(0, 4095) : 0),
+          flagOr(node, "blocked", false),
+          uplinks ? readList(*uplinks, readText) : std::vector<std::string>()};
+}
+
+HostSeam::DistributedSwitchRecord readDistributedSwitch(const JsonNode& node) {
+  return {node["name"].Text(), flagOr(node, "thirdParty", false),
+          readList(node["uplinks"], readText), readList(node["ports"], readDistributedPort)};
+}
+
+template <typename Switch>
+void nameSwitch(PnicRecord& pnic, const std::vector<Switch>& switches) {
+  for (const Switch& one : switches)
+    if (std::count(one.uplinks.begin(), one.uplinks.end(), pnic.name) > 0)
+      pnic.switchName = one.name;
 }
 
 HostSeam::DnsRecord readDns(const JsonNode& node) {
@@ -98,14 +113,20 @@ HostSeam::RoutingRecord readRouting(const JsonNode& node, bool ipv6Enabled) {
 
 void readNetworkState(const JsonNode& network, HostState& state) {
   state.ipv6Enabled = network["ipv6Enabled"].Flag();
-  if (const auto next = network.Find("ipv6EnabledAtStart")) next->Flag();
+  for (const char* optional : {"ipv6EnabledAtStart", "netDumper"})
+    if (const auto found = network.Find(optional)) found->Flag();
   state.pnics = readList(network["pnics"], readPnic);
   state.switches = readList(network["switches"], readSwitch);
+  if (const auto distributed = network.Find("distributedSwitches"))
+    state.distributedSwitches = readList(*distributed, readDistributedSwitch);
   state.kernelNics = readList(network["kernelNics"], readKernelNic);
   state.dns = readDns(network["dns"]);
   state.routing = readRouting(network["routing"], state.ipv6Enabled);
   for (HostSeam::KernelNic& nic : state.kernelNics) addIpv6(nic, state.ipv6Enabled);
-  for (PnicRecord& pnic : state.pnics) pnic.switchName = switchOf(pnic, state.switches);
+  for (PnicRecord& pnic : state.pnics) {
+    nameSwitch(pnic, state.distributedSwitches);
+    nameSwitch(pnic, state.switches);
+  }
 }
 
 }  // namespace HostSample

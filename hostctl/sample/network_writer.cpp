@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "sample/network_writer.h"
 
+#include "sample/fresh_network.h"
 #include "sample/network_changes.h"
 #include "sample/repair_changes.h"
 #include "sample/switch_changes.h"

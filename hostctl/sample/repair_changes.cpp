@@ -1,32 +1,119 @@
 // SPDX-License-Identifier: MIT
 #include "sample/repair_changes.h"
 
+#include <algorithm>
+#include <nlohmann/json.hpp>
+
 #include "hostctl/lib/exception.h"
+#include "sample/json_lists.h"
+#include "sample/network_changes.h"
+#include "sample/network_parts.h"
 
 namespace HostSample {
 
 using HostCtl::Lib::HostCtlException;
+using HostCtl::Network::HostLocalPort;
+using HostSeam::PortGroupName;
 
-void moveNic(Store&, const std::string&, const HostSeam::PortGroupName&) {
-  throw HostCtlException("cannot be done yet");
+namespace {
+
+constexpr int kLastVlan = 4094;
+
+void moveTo(Json& network, Json& nic, const PortGroupName& portGroup) {
+  portGroupNamed(network, portGroup);
+  leavePorts(network, nic["name"]);
+  plugIn(nic, "standard", portGroup);
 }
-void moveNicToPort(Store&, const std::string&, const HostCtl::Network::HostLocalPort&) {
-  throw HostCtlException("cannot be done yet");
+
+Json& groupOn(Json& network, const std::string& switchName, const Json& preferred) {
+  Json& groups = switchNamed(network, switchName)["portGroups"];
+  if (groups.empty())
+    throw HostCtlException("The standard switch " + switchName + " has no port group.");
+  Json* same = findNamed(groups, preferred);
+  return same ? *same : groups.front();
 }
-void addDistributedUplink(Store&, const std::string&, const std::string&) {
-  throw HostCtlException("cannot be done yet");
+
+/// The switch that the NIC is on.
+Json& distributedSwitchOf(Json& network, const Json& nic) {
+  const Json& at = nic["connection"];
+  if (at["type"] != "distributed")
+    throw HostCtlException("The kernel interface " + nic["name"].get<std::string>() +
+                           " is on no distributed switch.");
+  return distributedSwitchNamed(network, at["switch"]);
 }
-void removeDistributedUplink(Store&, const std::string&, const std::string&) {
-  throw HostCtlException("cannot be done yet");
+
+void requireMakeable(Json& on, const HostLocalPort& port) {
+  const std::string name = on["name"];
+  if (findNamed(on["ports"], port.name))
+    throw HostCtlException("There is a port " + port.name + " of " + name + " already.");
+  if (port.vlanId < 1 || port.vlanId > kLastVlan)
+    throw HostCtlException("The VLAN of a port is a number from 1 to " + std::to_string(kLastVlan) +
+                           ".");
+  for (const std::string& uplink : port.uplinks)
+    if (!contains(on["uplinks"], uplink))
+      throw HostCtlException("The distributed switch " + name + " has no uplink " + uplink + ".");
 }
-void disableNetDumper(Store&) {
-  throw HostCtlException("cannot be done yet");
+
+bool isBlocked(const Json& ports, const std::string& nic) {
+  return std::any_of(ports.begin(), ports.end(), [&](const Json& port) {
+    return has(port, "nic", nic) && has(port, "blocked", true);
+  });
 }
-void clearNetwork(Store&) {
-  throw HostCtlException("cannot be done yet");
+
+}  // namespace
+
+void moveNic(Store& store, const std::string& nic, const PortGroupName& portGroup) {
+  changeNetwork(store, [&](Json& network) {
+    Json& moving = nicNamed(network, nic);
+    if (moving["connection"]["type"] == "opaque")
+      throw HostCtlException("The kernel interface " + nic + " is on an opaque network.");
+    moveTo(network, moving, portGroup);
+  });
 }
-void autoConfigureNetwork(Store&) {
-  throw HostCtlException("cannot be done yet");
+
+void moveOpaqueNic(Store& store, const std::string& nic, const std::string& switchName) {
+  changeNetwork(store, [&](Json& network) {
+    Json& moving = nicNamed(network, nic);
+    const Json& group = groupOn(network, switchName, moving["connection"]["portGroup"]);
+    moveTo(network, moving, {switchName, group["name"]});
+  });
+}
+
+void moveNicToPort(Store& store, const std::string& nic, const HostLocalPort& port) {
+  changeNetwork(store, [&](Json& network) {
+    Json& moving = nicNamed(network, nic);
+    Json& on = distributedSwitchOf(network, moving);
+    requireMakeable(on, port);
+    const bool blocked = !port.unblocked && isBlocked(on["ports"], nic);
+    leavePorts(network, nic);
+    on["ports"].push_back({{"name", port.name},
+                           {"nic", nic},
+                           {"vlanId", port.vlanId},
+                           {"blocked", blocked},
+                           {"uplinks", port.uplinks}});
+    plugIn(moving, "distributed", {on["name"], port.name});
+  });
+}
+
+void addDistributedUplink(Store& store, const std::string& switchName, const std::string& pnic) {
+  changeNetwork(store, [&](Json& network) {
+    Json& uplinks = distributedSwitchNamed(network, switchName)["uplinks"];
+    if (contains(uplinks, pnic)) return;
+    requireFree(network, pnic);
+    uplinks.push_back(pnic);
+  });
+}
+
+void removeDistributedUplink(Store& store, const std::string& switchName, const std::string& pnic) {
+  changeNetwork(store, [&](Json& network) {
+    removeFrom(distributedSwitchNamed(network, switchName)["uplinks"], pnic);
+  });
+}
+
+void disableNetDumper(Store& store) {
+  changeNetwork(store, [](Json& network) {
+    if (network.contains("netDumper")) network["netDumper"] = false;
+  });
 }
 
 }  // namespace HostSample

@@ -11,7 +11,7 @@
 #include "sample/backup.h"
 #include "sample/changes.h"
 #include "sample/file_tools.h"
-#include "sample/network_changes.h"
+#include "sample/fresh_network.h"
 #include "sample/repair_changes.h"
 #include "sample/stop_later.h"
 #include "sample/switch_changes.h"
@@ -94,7 +94,7 @@ void SampleToolHost::RestoreNetwork() {
 }
 
 void SampleToolHost::MoveKernelNic(const std::string& name, const std::string& switchName) {
-  moveKernelNic(store_, name, switchName);
+  moveOpaqueNic(store_, name, switchName);
 }
 
 void SampleToolHost::GoDown(PowerChange how) {

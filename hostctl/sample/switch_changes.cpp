@@ -6,6 +6,7 @@
 #include "hostctl/lib/exception.h"
 #include "sample/json_lists.h"
 #include "sample/network_changes.h"
+#include "sample/network_parts.h"
 
 namespace HostSample {
 
@@ -13,18 +14,12 @@ namespace {
 
 using HostCtl::Lib::HostCtlException;
 
-Json& switchNamed(Json& network, const std::string& name) {
-  return named(network["switches"], name, "standard switch");
-}
-
-Json& portGroupNamed(Json& network, const HostSeam::PortGroupName& wanted) {
-  return named(switchNamed(network, wanted.switchName)["portGroups"], wanted.name,
-               "port group of " + wanted.switchName + " named");
-}
-
-void requireAdapter(Json& network, const std::string& pnic) {
-  named(network["pnics"], pnic, "physical adapter");
-}
+/// All that share their names.
+constexpr std::pair<const char*, const char*> kInterfaces[] = {
+    {"switches", "standard switch"},
+    {"distributedSwitches", "distributed switch"},
+    {"kernelNics", "kernel interface"},
+    {"pnics", "physical adapter"}};
 
 void refuseDuplicate(bool exists, const std::string& kind, const std::string& name) {
   if (exists) throw HostCtlException("There is a " + kind + " " + name + " already.");
@@ -32,6 +27,17 @@ void refuseDuplicate(bool exists, const std::string& kind, const std::string& na
 
 [[noreturn]] void refuseMissing(const std::string& switchName, const std::string& pnic) {
   throw HostCtlException("The standard switch " + switchName + " has no uplink " + pnic + ".");
+}
+
+/// `group` is one of the switch's; without it all of them are meant.
+void refuseInUse(const Json& network, const std::string& switchName, const Json& group = nullptr) {
+  for (const Json& nic : network["kernelNics"]) {
+    const Json& at = nic["connection"];
+    const bool on = at["type"] == "standard" && at["switch"] == switchName;
+    if (on && (group.is_null() || at["portGroup"] == group))
+      throw HostCtlException("The kernel interface " + nic["name"].get<std::string>() + " is on " +
+                             (group.is_null() ? switchName : group.get<std::string>()) + ".");
+  }
 }
 
 /// False when it is no uplink of the switch.
@@ -47,9 +53,10 @@ bool drop(Json& one, const std::string& pnic) {
 
 void addSwitch(Store& store, const std::string& name) {
   changeNetwork(store, [&](Json& network) {
-    Json& switches = network["switches"];
-    refuseDuplicate(findNamed(switches, name) != nullptr, "standard switch", name);
-    switches.push_back({{"name", name}, {"uplinks", Json::array()}, {"portGroups", Json::array()}});
+    for (const auto& [list, kind] : kInterfaces)
+      refuseDuplicate(network.contains(list) && findNamed(network[list], name), kind, name);
+    network["switches"].push_back(
+        {{"name", name}, {"uplinks", Json::array()}, {"portGroups", Json::array()}});
   });
 }
 
@@ -62,22 +69,26 @@ void addPortGroup(Store& store, const std::string& name, const std::string& swit
   });
 }
 
-void removeSwitch(Store&, const std::string& name) {
-  throw HostCtlException("The standard switch " + name + " cannot be removed yet.");
+void removeSwitch(Store& store, const std::string& name) {
+  changeNetwork(store, [&](Json& network) {
+    switchNamed(network, name);
+    refuseInUse(network, name);
+    removeItems(network["switches"], "name", name);
+  });
 }
 
-void removePortGroup(Store&, const std::string& name, const std::string&) {
-  throw HostCtlException("The port group " + name + " cannot be removed yet.");
+void removePortGroup(Store& store, const std::string& name, const std::string& switchName) {
+  changeNetwork(store, [&](Json& network) {
+    portGroupNamed(network, {switchName, name});
+    refuseInUse(network, switchName, name);
+    removeItems(switchNamed(network, switchName)["portGroups"], "name", name);
+  });
 }
 
 void addUplink(Store& store, const std::string& pnic, const std::string& switchName) {
   changeNetwork(store, [&](Json& network) {
     Json& uplinks = switchNamed(network, switchName)["uplinks"];
-    requireAdapter(network, pnic);
-    for (const Json& one : network["switches"])
-      if (contains(one["uplinks"], pnic))
-        throw HostCtlException("The physical adapter " + pnic + " is an uplink of " +
-                               one["name"].get<std::string>() + " already.");
+    requireFree(network, pnic);
     uplinks.push_back(pnic);
   });
 }
@@ -91,7 +102,7 @@ void removeUplink(Store& store, const std::string& pnic, const std::string& swit
 void takeUplink(Store& store, const std::string& pnic, const std::string& switchName) {
   changeNetwork(store, [&](Json& network) {
     Json& target = switchNamed(network, switchName);
-    requireAdapter(network, pnic);
+    requireUndistributed(network, pnic);
     if (contains(target["uplinks"], pnic)) return;
     for (Json& one : network["switches"]) drop(one, pnic);
     target["uplinks"].push_back(pnic);

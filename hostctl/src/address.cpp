@@ -89,6 +89,20 @@ std::string Ipv6Network::ToString() const {
   return address.GetScopedAddress() + "/" + std::to_string(prefix);
 }
 
+bool inSameNetwork(const Ipv6Address& a, const Ipv6Address& b, int prefix) {
+  const auto differs = [&](int bit) {
+    const auto byte = static_cast<std::size_t>(bit / 8);
+    return ((a.GetBytes()[byte] ^ b.GetBytes()[byte]) >> (7 - bit % 8) & 1) != 0;
+  };
+  for (int bit = 0; bit < prefix; ++bit)
+    if (differs(bit)) return false;
+  return true;
+}
+
+bool inSameNetwork(Ipv4Address a, Ipv4Address b, Ipv4Address mask) {
+  return ((a.GetValue() ^ b.GetValue()) & mask.GetValue()) == 0;
+}
+
 std::string toString(const IpAddress& address) {
   if (const auto* ipv6 = std::get_if<Ipv6Address>(&address)) return ipv6->GetScopedAddress();
   return std::get<Ipv4Address>(address).GetStringAddress();

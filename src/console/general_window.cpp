@@ -7,6 +7,7 @@
 #include "network/management_interface.h"
 #include "network/network_window.h"
 #include "network/restart_network_dialog.h"
+#include "network/restore/network_restore_window.h"
 #include "network/test_dialog.h"
 #include "system/change_password_dialog.h"
 #include "system/keyboard_dialog.h"
@@ -98,6 +99,12 @@ void GeneralWindow::EnterTestNetwork() {
   const auto interface = requireManagementInterface();
   TestDialog dialog(*this, interface ? interface->GetInterfaceName() : "");
   runWindow(dialog);
+}
+
+void GeneralWindow::EnterNetworkRestore() {
+  NetworkRestoreWindow window(*this);
+  runWindow(window);
+  Show();
 }
 
 void GeneralWindow::EnterKeyboard() {

@@ -40,6 +40,7 @@ class GeneralWindow : public MenuWindow<GeneralWindow> {
   void EnterNetwork();
   void EnterRestartNetwork();
   void EnterTestNetwork();
+  void EnterNetworkRestore();
   void EnterKeyboard();
   void EnterTroubleshooting();
   void EnterReset();

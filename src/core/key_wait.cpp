@@ -99,6 +99,13 @@ void waitForEnter(Window& window, IdleTimeout timeout) {
   }
 }
 
+bool waitForConfirmation(Window& window, int key) {
+  for (;;) {
+    const int pressed = getKey(window);
+    if (pressed == key || pressed == Key::kEscape) return pressed == key;
+  }
+}
+
 void dispatchInput(int input) {
   switch (input) {
     case Input::kSmartCard:

@@ -76,6 +76,9 @@ int getKey(Window& window, IdleTimeout timeout = IdleTimeout::Applies);
 /// Waits for Enter; every other key is ignored.
 void waitForEnter(Window& window, IdleTimeout timeout = IdleTimeout::Applies);
 
+/// Waits for `key` (true) or Escape (false); every other key is ignored.
+bool waitForConfirmation(Window& window, int key);
+
 /// Acts on one of Input's codes as the key wait does: a smart card, a stop, a resize.
 void dispatchInput(int input);
 

@@ -5,6 +5,7 @@
 
 #include "network/adapter_list.h"
 #include "network/adapter_users.h"
+#include "network/details.h"
 #include "ui/footer.h"
 #include "ui/markup_text.h"
 
@@ -13,16 +14,6 @@ namespace Kiva {
 using HostCtl::Network::PnicRecord;
 
 namespace {
-
-std::string detail(const std::string& label, const std::string& value) {
-  return "{align:padding:20}" + label + "{/align}" + value + "\n";
-}
-
-std::string joined(const std::vector<std::string>& names) {
-  std::string text;
-  for (const std::string& name : names) text += (text.empty() ? "" : ", ") + plainText(name);
-  return text;
-}
 
 // "vSwitch1 (Storage, Backup)"
 std::string userText(const AdapterUser& user) {

@@ -36,12 +36,6 @@ PnicRecord only(const std::string& name) {
   return record;
 }
 
-std::string cut(const std::string& text, int columns) {
-  constexpr std::string_view kCut = "(...)";
-  if (columnCount(text) <= std::max(columns, 0)) return text;
-  return std::string(firstColumns(text, columns - columnCount(kCut))).append(kCut);
-}
-
 }  // namespace
 
 std::optional<Pnics> readPnics() try {

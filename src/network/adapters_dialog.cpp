@@ -3,12 +3,10 @@
 
 #include <algorithm>
 
-#include "core/key_wait.h"
 #include "core/keys.h"
 #include "network/adapter_info_dialog.h"
 #include "network/adapter_users.h"
 #include "network/used_adapters_dialog.h"
-#include "ui/footer.h"
 
 namespace Kiva {
 
@@ -21,51 +19,32 @@ constexpr int kMarkColumns = 4;
 
 AdaptersDialog::AdaptersDialog(Frame& owner, std::string switchName,
                                std::vector<std::string> selected)
-    : Dialog(owner, 78, 21, 7),
+    : ListDialog(owner, {.title = TextId::kNetworkAdaptersTitle,
+                         .text = TextId::kSelectAdapters,
+                         .width = 78,
+                         .height = 21,
+                         .topHeight = 7,
+                         .footer = kDetailsToggleFooter,
+                         .headingRows = 1}),
       selected_(std::move(selected)),
       pnics_(ordered(readPnics().value_or(Pnics()), selected_)),
       switchName_(std::move(switchName)) {
-  Window& content = *Content();
-  const int width = content.Width();
-  content.Make<TextArea>(Rect{kMarkColumns, 0, width - kMarkColumns, 1}, kParentColor,
-                         adapterHeading());
-  items_ = &content.Make<ItemList>(Rect{0, 1, width, content.Height() - 1});
-}
-
-void AdaptersDialog::LayOut() {
-  SetTitle(Text(TextId::kNetworkAdaptersTitle));
-  SetText(Text(TextId::kSelectAdapters));
-  SetFooter(kDetailsToggleFooter);
+  Content()->Make<TextArea>(Rect{kMarkColumns, 0, Content()->Width() - kMarkColumns, 1},
+                            kParentColor, adapterHeading());
   for (std::size_t i = 0; i < pnics_.size(); ++i)
     checks_.push_back(
-        &items_->Append(std::make_unique<CheckItem>(adapterLine(pnics_[i]), i < selected_.size())));
-  items_->FocusStart();
+        &Rows().Append(std::make_unique<CheckItem>(adapterLine(pnics_[i]), i < selected_.size())));
 }
 
-int AdaptersDialog::Foreground() {
-  LayOut();
-  for (;;) {
-    const int key = getKey(*this);
-    if (key == Key::kEscape) return 0;
-    if (key != Key::kEnter)
-      Handle(key);
-    else if (Accept())
-      return 1;
-  }
-}
-
-void AdaptersDialog::Handle(int key) {
-  if (!items_->Focused()) return;
-  if (key == Key::kUp) items_->MoveUp();
-  if (key == Key::kDown) items_->MoveDown();
+void AdaptersDialog::PressKey(int key) {
   if (key == 'd' || key == 'D') ShowDetails();
   if (key != Key::kSpace) return;
-  checks_[static_cast<std::size_t>(items_->FocusedIndex())]->Toggle();
-  items_->Draw();
+  checks_[static_cast<std::size_t>(Rows().FocusedIndex())]->Toggle();
+  Rows().Draw();
 }
 
 void AdaptersDialog::ShowDetails() {
-  AdapterInfoDialog dialog(*this, pnics_[static_cast<std::size_t>(items_->FocusedIndex())]);
+  AdapterInfoDialog dialog(*this, pnics_[static_cast<std::size_t>(Rows().FocusedIndex())]);
   runWindow(dialog);
 }
 

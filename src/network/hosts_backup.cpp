@@ -56,7 +56,7 @@ class LockedHosts {
       : hosts_(platform().HostPath("/etc/hosts")),
         backup_(platform().HostPath("/etc/hosts.backup")),
         mark_(backup_ + ".kiva"),
-        lock_(open(platform().HostPath("/var/run/kiva-hosts.lock").c_str(),
+        lock_(open(platform().HostPath(HostCtl::Network::kHostsFileLock).c_str(),
                    O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600)) {
     if (lock_ && Lock(turn)) return;
     if (errno == EWOULDBLOCK)
@@ -78,19 +78,21 @@ class LockedHosts {
       logInfo("Putting /etc/hosts back from /etc/hosts.backup");
       return Restore();
     }
-    unlink(mark_.c_str());
+    KeepWhatOthersLeft();
     return true;
   }
 
-  bool BackUp() const {
+  bool BackUp() {
     return tried("backup", [this] { MakeBackup(); });
   }
 
   /// A name whose entry was taken out meanwhile stands for the change that this undoes: what others
-  /// changed stays. Without one the file becomes the backup, byte for byte.
+  /// changed stays. Without one the file becomes what was backed up, byte for byte.
   bool Restore(const std::optional<std::string>& name = std::nullopt) const {
     return tried("restore", [&] {
-      if (!(name && KeepOthersChanges(*name)) && !PutInPlace()) PutTextInPlace(readFile(mark_));
+      const std::string before = before_ ? *before_ : readFile(mark_);
+      if (!(name && KeepOthersChanges(before, *name)) && !PutInPlace(before))
+        PutTextInPlace(before);
       fs::remove(mark_);
       syncFolder(Folder());
     });
@@ -112,9 +114,10 @@ class LockedHosts {
   }
 
   // A backup that was there before is somebody else's, and no name for ours any more.
-  void MakeBackup() const try {
+  void MakeBackup() try {
     const std::string beside = besideOf(mark_);
-    overwriteFile(beside, readFile(hosts_));
+    before_ = readFile(hosts_);
+    overwriteFile(beside, *before_);
     publishFile(beside, mark_, accessOf(hosts_));
     if (link(mark_.c_str(), backup_.c_str()) != 0) throw lastError();
     syncFolder(Folder());
@@ -125,9 +128,9 @@ class LockedHosts {
   }
 
   /// False where nobody else has changed the file.
-  bool KeepOthersChanges(const std::string& name) const {
+  bool KeepOthersChanges(const std::string& before, const std::string& name) const {
     if (!fs::exists(hosts_)) return false;
-    const std::string before = readFile(mark_), now = readFile(hosts_);
+    const std::string now = readFile(hosts_);
     if (now == before || now == withoutHostName(before, name)) return false;
     logInfo("/etc/hosts was changed meanwhile: keeping that, and the entry of %s", name.c_str());
     PutTextInPlace(withHostNameOf(now, before, name));
@@ -135,9 +138,9 @@ class LockedHosts {
   }
 
   /// False where the name is a link, or a mount point, that has to stay, or others have taken the
-  /// backup.
-  bool PutInPlace() const {
-    if (fs::is_symlink(hosts_) || !IsBackupOurs()) return false;
+  /// backup or written into it.
+  bool PutInPlace(const std::string& before) const {
+    if (fs::is_symlink(hosts_) || !IsBackupOurs() || readFile(backup_) != before) return false;
     if (rename(backup_.c_str(), hosts_.c_str()) == 0) return syncFolder(Folder()), true;
     if (errno == EBUSY) return false;
     throw lastError();
@@ -149,7 +152,23 @@ class LockedHosts {
     syncFolder(Folder());
   }
 
+  /// A mark whose backup others took, before a kill, may be the only whole file.
+  void KeepWhatOthersLeft() const {
+    std::error_code none;
+    if (!fs::exists(mark_, none)) return;
+    tried("look at", [this] {
+      if (readFile(mark_) == readFile(hosts_)) {
+        fs::remove(mark_);
+        return;
+      }
+      fs::rename(mark_, mark_ + "-kept");
+      logInfo("/etc/hosts is not what was backed up: that is kept in %s-kept", mark_.c_str());
+    });
+  }
+
   const std::string hosts_, backup_, mark_;
+  /// What was backed up, whatever becomes of the files.
+  std::optional<std::string> before_;
   Descriptor lock_;
 };
 

@@ -12,8 +12,9 @@ namespace Kiva {
 // somebody else keeps under that name: of that one hands are kept off. Whoever works on them holds
 // the lock on a file of its own, which goes with its process. Failures are logged here.
 
-/// Puts the hosts file back, byte for byte, where a test was cut off by a kill or a power cut.
-/// Called at start-up; leaves alone, and logs, what another console is testing at this moment.
+/// Puts the hosts file back, byte for byte, where a test was cut off by a kill or a power cut; what
+/// others changed in it during that test is lost. Called at start-up; leaves alone, and logs, what
+/// another console is testing at this moment.
 void repairHostsFile();
 
 /// Whether name resolution without the hosts file's own entry finds an address for `name`. Blocks

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "network/network_window.h"
 
+#include "core/key_wait.h"
 #include "core/log.h"
 #include "network/adapters_dialog.h"
 #include "network/apply_changes.h"
@@ -80,8 +81,14 @@ bool NetworkWindow::MayClose() {
   if (!hasChanges(pending_)) return true;
   const Answer answer = Ask();
   if (answer != Answer::Yes) return answer == Answer::No;
-  ApplyChanges();
-  logInfo("Network settings changed.");
+  const char* const done = "Network settings changed.";
+  try {
+    ApplyChanges();
+  } catch (const KivaTimeout&) {
+    logInfo("%s", done);
+    throw;
+  }
+  logInfo("%s", done);
   return true;
 }
 

@@ -19,13 +19,9 @@ int RestartNetworkDialog::Foreground() {
   SetText(Text(TextId::kRestartingResultsInOutage));
   question_->SetText(Text(TextId::kRestartManagementNetworkNow));
   SetFooter(kF11CancelFooter);
-  for (;;) {
-    const int key = getKey(*this);
-    if (key == Key::kEscape) return 0;
-    if (key != Key::kF11) continue;
-    DoRestartNetworkDialog dialog(*this, interface_);
-    return runWindow(dialog);
-  }
+  if (!waitForConfirmation(*this, Key::kF11)) return 0;
+  DoRestartNetworkDialog dialog(*this, interface_);
+  return runWindow(dialog);
 }
 
 }  // namespace Kiva

@@ -17,10 +17,7 @@ int UsedAdaptersDialog::Foreground() {
   SetTitle(Text(TextId::kNetworkAdaptersWarning));
   SetText(Text(TextId::kSelectedAdaptersAreUsed));
   SetFooter(kOkCancelFooter);
-  for (;;) {
-    const int key = getKey(*this);
-    if (key == Key::kEnter || key == Key::kEscape) return key == Key::kEnter;
-  }
+  return waitForConfirmation(*this, Key::kEnter);
 }
 
 }  // namespace Kiva

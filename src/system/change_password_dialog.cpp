@@ -136,10 +136,7 @@ int SamePasswordConfirmDialog::Foreground() {
   SetTitle(Text(TextId::kConfigurePasswordWarning));
   SetText(Text(TextId::kNewPasswordSameAsOld));
   SetFooter(kConfirmFooter);
-  for (;;) {
-    const int key = getKey(*this);
-    if (key == Key::kEnter || key == Key::kEscape) return key == Key::kEnter;
-  }
+  return waitForConfirmation(*this, Key::kEnter);
 }
 
 }  // namespace Kiva

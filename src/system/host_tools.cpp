@@ -83,6 +83,10 @@ bool AddStandardSwitch(const std::string& switchName) {
   return changeStandardSwitch({"add", "-v", switchName});
 }
 
+bool RemoveStandardSwitch(const std::string& switchName) {
+  return changeStandardSwitch({"remove", "-v", switchName});
+}
+
 bool AddUplinkToStandardSwitch(const std::string& switchName, const std::string& uplink) {
   return changeStandardSwitch({"uplink", "add", "-u", uplink, "-v", switchName});
 }

@@ -49,6 +49,7 @@ int RunHalocliCommand(const std::vector<std::string>& arguments);
 
 /// Changes of standard switches; true on success.
 bool AddStandardSwitch(const std::string& switchName);
+bool RemoveStandardSwitch(const std::string& switchName);
 bool AddUplinkToStandardSwitch(const std::string& switchName, const std::string& uplink);
 bool RemoveUplinkFromStandardSwitch(const std::string& switchName, const std::string& uplink);
 bool AddPortGroupToStandardSwitch(const std::string& portGroup, const std::string& switchName);

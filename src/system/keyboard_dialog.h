@@ -5,8 +5,7 @@
 #include <vector>
 
 #include "tarnctl/system/system_info_impl.h"
-#include "ui/dialog.h"
-#include "ui/item_list.h"
+#include "ui/list_dialog.h"
 
 namespace Kiva {
 
@@ -14,20 +13,18 @@ namespace Kiva {
 /// password can be typed at all, from the login dialog. Its result is 1 when a layout was put in
 /// force and stored, else 0: after Escape, when there is none to choose, and when the host failed,
 /// which it tells itself.
-class KeyboardDialog : public Dialog {
+class KeyboardDialog : public ListDialog {
  public:
   explicit KeyboardDialog(Frame& owner);
   int Foreground() override;
 
  private:
-  void ListLayouts();
-  /// The key that ends the choice: Enter or Escape.
-  int Choose();
-  void MarkFocused();
+  void AddRows() override;
+  void PressKey(int key) override;
+  bool Accept() override { return true; }
   bool Apply();
 
   TarnCtl::System::SystemInfoImpl system_;
-  ItemList* items_ = nullptr;
   std::vector<std::string> names_;
   std::vector<RadioItem*> radios_;
   int marked_ = -1;

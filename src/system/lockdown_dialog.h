@@ -1,26 +1,22 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ui/dialog.h"
-#include "ui/item_list.h"
+#include "ui/list_dialog.h"
 
 namespace Kiva {
 
 /// Turns the host's lockdown mode on or off. The mode is read when the dialog is made. Its result
 /// is 1 for Enter, whatever the host made of it (a failure is only logged), and 0 for Escape.
-class LockdownDialog : public Dialog {
+class LockdownDialog : public ListDialog {
  public:
   explicit LockdownDialog(Frame& owner);
-  int Foreground() override;
 
  private:
-  void LayOut();
-  void Handle(int key);
-  void Apply();
+  void PressKey(int key) override;
+  bool Accept() override;
 
-  bool enabled_;
-  ItemList* items_ = nullptr;
-  CheckItem* enable_ = nullptr;
+  const bool enabled_;
+  CheckItem& enable_;
 };
 
 }  // namespace Kiva

@@ -154,10 +154,8 @@ int LoginDisabledDialog::Foreground() {
   SetTitle(Text(TextId::kAuthenticationDenied));
   SetText(withHostName(Text(TextId::kDirectConsoleAccessDisabled)));
   SetFooter(kOkFooter);
-  for (;;) {
-    const int key = getKey(*this);
-    if (key == Key::kEnter || key == Key::kEscape) return 0;
-  }
+  waitForConfirmation(*this, Key::kEnter);
+  return 0;
 }
 
 }  // namespace Kiva

@@ -32,11 +32,7 @@ bool RestoreDialog::Confirm() {
   SetText(Text(TextId::kWarningAllParametersWillBeReverted));
   question_->SetText(Text(TextId::kResetSystemConfigurationNow));
   SetFooter(kF11CancelFooter);
-  for (;;) {
-    const int key = getKey(*this);
-    if (key == Key::kF11) return true;
-    if (key == Key::kEscape) return false;
-  }
+  return waitForConfirmation(*this, Key::kF11);
 }
 
 bool RestoreDialog::Reset() {

@@ -14,10 +14,11 @@ namespace Kiva {
 
 /// A choice among entries of which it shows one at a time: Left and Right go through them, round
 /// the ends. Its dialog shows the current entry's details on D, in a `Details` dialog made of it.
+/// Without any entry there is nothing to choose, and nothing to show.
 template <typename Entry, typename Details>
 class CarouselRadioItem : public LabelItem {
  public:
-  /// `nameOf` tells what is shown of an entry. There is at least one entry.
+  /// `nameOf` tells what is shown of an entry.
   CarouselRadioItem(std::string label, std::vector<Entry> entries,
                     std::function<std::string(const Entry&)> nameOf)
       : LabelItem("", Selectable::Yes),
@@ -27,22 +28,31 @@ class CarouselRadioItem : public LabelItem {
     Turn(0);
   }
 
-  const Entry& Current() const { return entries_[current_]; }
+  const std::vector<Entry>& Entries() const { return entries_; }
+  /// Null where there is none.
+  Entry* Current() { return entries_.empty() ? nullptr : &entries_[current_]; }
+  /// Shows the entry with that index.
+  void Show(std::size_t index) {
+    current_ = 0;
+    Turn(index);
+  }
 
   void PressKey(int key) override {
     if (key == Key::kRight) Turn(1);
     if (key == Key::kLeft) Turn(entries_.size() - 1);
   }
 
-  void ShowDetails(Frame& owner) const {
-    Details dialog(owner, Current());
+  void ShowDetails(Frame& owner) {
+    if (entries_.empty()) return;
+    Details dialog(owner, *Current());
     runWindow(dialog);
   }
 
  private:
   void Turn(std::size_t steps) {
+    if (entries_.empty()) return SetLabel(title_);
     current_ = (current_ + steps) % entries_.size();
-    SetLabel(title_ + " < " + nameOf_(Current()) + " >");
+    SetLabel(title_ + "< " + nameOf_(*Current()) + " >");
   }
 
   std::string title_;

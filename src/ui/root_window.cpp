@@ -36,7 +36,7 @@ void RootWindow::AddPanes(Window& main) {
   menu_ = &left.Make<ItemList>(Rect{2, kFirstRow, half - 2, textRows});
   rightText_ = &right.Make<TextArea>(Rect{2, kFirstRow, half - 4, textRows}, kLightGrey);
   leftTitle_ = &left.Make<TextArea>(Rect{3, 1, half - 6, 1}, kBlack);
-  rightTitle_ = &right.Make<TextArea>(Rect{2, 1, half - 6, 1}, kWhite);
+  rightTitle_ = &right.Make<TextArea>(Rect{2, 1, half - 4, 1}, kWhite);
   leftFooter_ = &left.Make<TextArea>(Rect{2, footerRow, half - 3, 1}, kBlack);
   rightFooter_ = &right.Make<TextArea>(Rect{1, footerRow, half - 3, 1}, kWhite);
 }

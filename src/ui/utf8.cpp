@@ -65,6 +65,12 @@ int columnCount(std::string_view text) {
       std::count_if(text.begin(), text.end(), [](char byte) { return !isContinuation(byte); }));
 }
 
+std::string cut(const std::string& text, int columns) {
+  constexpr std::string_view kCut = "(...)";
+  if (columnCount(text) <= std::max(columns, 0)) return text;
+  return std::string(firstColumns(text, columns - columnCount(kCut))).append(kCut);
+}
+
 std::string_view firstColumns(std::string_view text, int columns) {
   const auto end = std::find_if(text.begin(), text.end(),
                                 [&](char byte) { return !isContinuation(byte) && columns-- <= 0; });

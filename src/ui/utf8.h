@@ -21,6 +21,9 @@ std::string repairedUtf8(std::string_view text);
 /// Columns of well-formed text.
 int columnCount(std::string_view text);
 
+/// The same text; one that has more columns ends in "(...)" instead.
+std::string cut(const std::string& text, int columns);
+
 /// The first `columns` columns of well-formed text.
 std::string_view firstColumns(std::string_view text, int columns);
 

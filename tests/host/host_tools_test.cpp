@@ -2,6 +2,7 @@
 #include "system/host_tools.h"
 
 #include "core/session.h"
+#include "harness/demo.h"
 #include "harness/hosts/recording_platform.h"
 #include "system/audit_events.h"
 #include "system/lockdown.h"
@@ -11,7 +12,7 @@
 
 namespace {
 
-using Lines = std::vector<std::string>;
+using namespace Harness;
 
 const std::string kVersionLine =
     "let v=`halocli --formatter=keyvalue software pak get -n ovl-opsagent | awk '/Version/{ "
@@ -64,22 +65,24 @@ TEST_F(HostToolsTest, RunsAndLogs) {
 
 TEST_F(HostToolsTest, NetworkingAgent) {
   using namespace Kiva;
-  Expect("exit 0", [] { return StartOvlOpsAgent(StopOvlOpsAgent()), 0; }, 0,
-         {"log.6 Stopping ovl-opsagent.", kAgent + "stop",
-          "log.6 ovl-opsagent has been successfully stopped.", "log.6 Starting ovl-opsagent.",
-          kAgent + "start", "log.6 ovl-opsagent has been successfully started."});
-  Expect("exit 1", [] { return StartOvlOpsAgent(StopOvlOpsAgent()), 0; }, 0,
-         {"log.6 Stopping ovl-opsagent.", kAgent + "stop", "log.3 Failed to stop ovl-opsagent.",
-          "log.6 Skipping ovl-opsagent start."});
-  Expect("exit 1", [] { return StartOvlOpsAgent(true), 0; }, 0,
-         {"log.6 Starting ovl-opsagent.", kAgent + "start", "log.3 Failed to start ovl-opsagent."});
-  Expect("exit 0", [] { return int{IsOvlOpsAgentUsable()}; }, 1,
-         {"log.6 Running: /etc/init.d/ovl-opsagent status", kAgent + "status",
-          "log.6 ovl-opsagent is present on the system.", "log.6 Running: " + kVersionLine,
-          "run /bin/sh sh -c " + kVersionLine, "log.6 ovl-opsagent version >= 3 detected"});
-  Expect("exit 1", [] { return int{IsOvlOpsAgentUsable()}; }, 0,
-         {"log.6 Running: /etc/init.d/ovl-opsagent status", kAgent + "status",
-          "log.6 ovl-opsagent is not present on the system."});
+  const Lines stop = {"log.6 Stopping ovl-opsagent.", kAgent + "stop"},
+              start = {"log.6 Starting ovl-opsagent.", kAgent + "start"},
+              ask = {"log.6 Running: /etc/init.d/ovl-opsagent status", kAgent + "status"},
+              version = {"log.6 ovl-opsagent is present on the system.",
+                         "log.6 Running: " + kVersionLine, "run /bin/sh sh -c " + kVersionLine,
+                         "log.6 ovl-opsagent version >= 3 detected"};
+  const auto restart = [] { return StartOvlOpsAgent(StopOvlOpsAgent()), 0; };
+  const auto isUsable = [] { return int{IsOvlOpsAgentUsable()}; };
+  Expect("exit 0", restart, 0,
+         stop + "log.6 ovl-opsagent has been successfully stopped." + start +
+             "log.6 ovl-opsagent has been successfully started.");
+  Expect("exit 1", restart, 0,
+         stop + "log.3 Failed to stop ovl-opsagent." + "log.6 Skipping ovl-opsagent start.");
+  Expect(
+      "exit 1", [] { return StartOvlOpsAgent(true), 0; }, 0,
+      start + "log.3 Failed to start ovl-opsagent.");
+  Expect("exit 0", isUsable, 1, ask + version);
+  Expect("exit 1", isUsable, 0, ask + "log.6 ovl-opsagent is not present on the system.");
 }
 
 TEST_F(HostToolsTest, StandardSwitches) {
@@ -123,34 +126,32 @@ TEST_F(HostToolsTest, ShellsAreSwitchedWhateverTheToolsAnswer) {
   using namespace Kiva;
   using enum ServiceSwitch;
   using S = std::string;
-  const std::tuple<const ShellService*, ServiceSwitch, S, S, S, S, S> changes[] = {
-      {&kHaloShellService, On, "start_halo_shell", "enable_halo_shell", "enabled Halo Shell",
-       "Halo Shell", "HaloShell start"},
-      {&kHaloShellService, Off, "stop_halo_shell", "disable_halo_shell", "disabled Halo Shell",
-       "Halo Shell", "HaloShell stop"},
-      {&kSshService, On, "start_ssh", "enable_ssh", "enabled SSH", "ssh", "SSH start"},
-      {&kSshService, Off, "stop_ssh", "disable_ssh", "disabled SSH", "ssh", "SSH stop"}};
+  const std::tuple<ServiceSwitch, S, S> directions[] = {{On, "start", "enable"},
+                                                        {Off, "stop", "disable"}};
   driver->failing = "SetFirewallRuleset";
-  for (const auto& [service, direction, start, enable, did, warned, script] : changes)
-    for (const std::string end : kEnds) {
-      SCOPED_TRACE(did + ", " + end);
-      platform->Clear();
-      platform->scripts = {{"/bin/sh", "exit 1"}, {"/bin/hmx-cmd", end}};
-      switchService(*service, direction);
-      Lines lines;
-      addRequest(lines, end, "hostsvc/" + start);
-      if (end != "exit 0") {
-        lines.push_back("log.4 Unable to run hmx-cmd to start/stop " + warned);
-        lines.push_back("run /bin/sh sh /etc/init.d/" + script);
-        if (service == &kSshService)
-          lines.push_back("log.3 Failed to update firewall sshServer ruleset status: out of order");
+  for (const auto* service : {&kHaloShellService, &kSshService})
+    for (const auto& [direction, start, enable] : directions)
+      for (const std::string end : kEnds) {
+        SCOPED_TRACE(start + ", " + end);
+        const bool isSsh = service == &kSshService;
+        const S name = isSsh ? "ssh" : "halo_shell", warned = isSsh ? "ssh" : "Halo Shell";
+        platform->Clear();
+        platform->scripts = {{"/bin/sh", "exit 1"}, {"/bin/hmx-cmd", end}};
+        switchService(*service, direction);
+        Lines lines,
+            fallback = {"log.4 Unable to run hmx-cmd to start/stop " + warned,
+                        "run /bin/sh sh /etc/init.d/" + S(isSsh ? "SSH " : "HaloShell ") + start};
+        if (isSsh)
+          fallback.push_back(
+              "log.3 Failed to update firewall sshServer ruleset status: out of order");
+        addRequest(lines, end, "hostsvc/" + start + "_" + name);
+        if (end != "exit 0") lines = lines + fallback;
+        addRequest(lines, end, "hostsvc/" + enable + "_" + name);
+        if (end != "exit 0")
+          lines = lines + ("log.4 Unable to run hmx-cmd to enable/disable " + warned);
+        EXPECT_EQ(platform->Lines(),
+                  lines + ("log.6 User anna " + enable + "d " + (isSsh ? "SSH" : warned)));
       }
-      addRequest(lines, end, "hostsvc/" + enable);
-      if (end != "exit 0")
-        lines.push_back("log.4 Unable to run hmx-cmd to enable/disable " + warned);
-      lines.push_back("log.6 User anna " + did);
-      EXPECT_EQ(platform->Lines(), lines);
-    }
 }
 
 TEST_F(HostToolsTest, ShellTimeoutsAreReadInMinutes) {

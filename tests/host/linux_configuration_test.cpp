@@ -13,21 +13,16 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kIpv6Switch = "etc/sysctl.d/zz-kiva-ipv6.conf";
-
 // The configuration of a machine in a folder of its own.
 class LinuxConfiguration : public testing::Test {
  protected:
   void SetUp() override {
+    for (const char* empty : {"corvo/ssl/only-mine", "systemd/network/20-own.network", "hostname",
+                              "systemd/network/10-kiva-up.network", "sysctl.d/zz-kiva-ipv6.conf",
+                              "systemd/network/10-kiva-up.network.d/more.conf",
+                              "network/interfaces.d/eth0", "network/if-up.d/script"})
+      folder_.Write(std::string("etc/") + empty, "");
     folder_.Write("etc/corvo/welcome", "mine");
-    folder_.Write("etc/corvo/ssl/only-mine", "");
-    folder_.Write("etc/systemd/network/20-own.network", "[Match]\n");
-    folder_.Write("etc/systemd/network/10-kiva-up.network", "[Match]\n");
-    folder_.Write("etc/systemd/network/10-kiva-up.network.d/more.conf", "[Match]\n");
-    folder_.Write("etc/network/interfaces.d/eth0", "auto eth0\n");
-    folder_.Write("etc/network/if-up.d/script", "");
-    folder_.Write(kIpv6Switch, "net.ipv6.conf.all.disable_ipv6 = 1\n");
-    folder_.Write("etc/hostname", "node7\n");
     folder_.Write("etc/shadow", "anna:$6$c:1\nbin:*:1\n");
     folder_.Link("etc/resolv.conf", "../run/resolv.conf");
     folder_.Write("usr/share/kiva/etc-corvo/welcome", "shipped");
@@ -50,8 +45,7 @@ TEST_F(LinuxConfiguration, IsSavedForRootAlone) {
             "VERSION\naccounts\netc/corvo/ssl/only-mine\netc/corvo/welcome\n"
             "etc/systemd/network/10-kiva-up.network\n"
             "etc/systemd/network/10-kiva-up.network.d/more.conf\n"
-            "etc/systemd/network/20-own.network\n"
-            "etc/sysctl.d/zz-kiva-ipv6.conf\n"
+            "etc/systemd/network/20-own.network\netc/sysctl.d/zz-kiva-ipv6.conf\n"
             "etc/hostname\netc/network/interfaces.d/eth0\n");
   fs::create_directory(root_ + "/back");
   EXPECT_EQ(ended("cd " + root_ + "/back && tar -xf " + archive +
@@ -105,7 +99,7 @@ TEST_F(LinuxConfiguration, IsResetAtTheNextStartWhereverThePowerWasCut) {
     EXPECT_FALSE(applyReset(files_)) << "it is done once";
   }
   EXPECT_EQ(files_.List(kSavedConfigurations).size(), std::size(cuts));
-  EXPECT_FALSE(fs::exists(root_ + "/" + kIpv6Switch));
+  EXPECT_FALSE(files_.Exists("/etc/sysctl.d/zz-kiva-ipv6.conf"));
   EXPECT_EQ(files_.List("/etc/systemd/network"), std::vector<std::string>{"20-own.network"});
 }
 

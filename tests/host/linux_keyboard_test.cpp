@@ -8,7 +8,6 @@
 #include "harness/hosts/machine.h"
 #include "harness/temporary_folder.h"
 #include "harness/virtual_terminal.h"
-#include "hostctl/lib/exception.h"
 #include "linux/keyboard_layouts.h"
 
 using namespace HostLinux;
@@ -21,12 +20,10 @@ std::string keymapInForce() {
 
 /// Loads a layout of the tree below `root`: why that failed, or what the key right of "t" types
 /// now.
-std::string load(const std::string& root, const std::string& layout) try {
-  loadKeyboardMappings(Files(root), layout);
-  return ended("dumpkeys -C /dev/tty0 | sed -n 's/^keycode  21 = +*\\(.*\\) *$/\\1/p'")
-      .output.substr(0, 1);
-} catch (const HostCtl::Lib::HostCtlException& error) {
-  return error.what();
+std::string load(const std::string& root, const std::string& layout) {
+  const std::string why = failureOf([&] { loadKeyboardMappings(Files(root), layout); }),
+                    types = "dumpkeys -C /dev/tty0 | sed -n 's/^keycode  21 = +*\\(.*\\) *$/\\1/p'";
+  return why.empty() ? ended(types).output.substr(0, 1) : why;
 }
 
 // The consoles of the machine have one key map between them. It is put back even when the test is

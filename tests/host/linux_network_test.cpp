@@ -34,10 +34,6 @@ std::string ipv6(const KernelNic& from) {
   return text;
 }
 
-std::string ipv4(const KernelNic& from) {
-  return ipv4Text(from.running);
-}
-
 bool moduleIsLoaded() {
   return Files().Read("/proc/self/maps").value_or("").find("kiva-networkd.so") != std::string::npos;
 }
@@ -63,8 +59,8 @@ TEST(LinuxNetlink, TablesOfARealKernel) {
     EXPECT_TRUE(ours.setUpByKiva);
     EXPECT_FALSE(ours.carriesDefaultRoute);
     EXPECT_TRUE(peer.carriesDefaultRoute);
-    EXPECT_EQ(ipv4(ours), "10.1.0.5 255.255.240.0 10.1.0.1 static");
-    EXPECT_EQ(ipv4(peer), "10.2.0.5 255.255.255.0 10.2.0.1 dhcp");
+    EXPECT_EQ(ipv4Text(ours.running), "10.1.0.5 255.255.240.0 10.1.0.1 static");
+    EXPECT_EQ(ipv4Text(peer.running), "10.2.0.5 255.255.255.0 10.2.0.1 dhcp");
     EXPECT_EQ(ipv6(ours), "fd00::5/64=static fd00::6/128=dhcp fd00::7/64=autoconf ");
     EXPECT_EQ(ours.connection.type, ConnecteeType::Opaque) << "no file of ours says otherwise";
     EXPECT_EQ(driver.ReadRouting().ipv4Gateway.GetStringAddress(), "10.2.0.1");
@@ -91,7 +87,7 @@ TEST(LinuxNetworkd, SaysWhoGaveAnAddress) {
     lab.Configure("eth0.network",
                   "[Match]\nName=eth0\n[Network]\nDHCP=yes\nAddress=fd00:9::7/64\n");
     lab.StartNetworkd();
-    const auto leased = [](LinuxDriver&& fresh) { return ipv4(nic(fresh, "eth0")); };
+    const auto leased = [](LinuxDriver&& fresh) { return ipv4Text(nic(fresh, "eth0").running); };
     ASSERT_TRUE(waitUntil([&] { return leased(LinuxDriver()) == "0.0.0.0 0.0.0.0 0.0.0.0 dhcp"; }));
     lab.Serve("dhcp4 dhcp6 ra", "infinite");
     ASSERT_TRUE(waitUntil(
@@ -103,7 +99,7 @@ TEST(LinuxNetworkd, SaysWhoGaveAnAddress) {
         "fd00:9::5[0-9]/128=dhcp fd00:9::7/64=static ");
     std::string seen;
     EXPECT_TRUE(waitUntil([&] {
-      seen = ipv4(nic(driver, "eth0")) + ", " + ipv6(nic(driver, "eth0"));
+      seen = ipv4Text(nic(driver, "eth0").running) + ", " + ipv6(nic(driver, "eth0"));
       return std::regex_match(seen, wanted);
     })) << seen;
     EXPECT_TRUE(moduleIsLoaded());

@@ -60,6 +60,10 @@ class RestoredLab {
     return text;
   }
 
+  void Use(const std::vector<std::string>& pnics) {
+    network_.WriteActiveUplinks({"vSwitch0", kGroup}, pnics);
+  }
+
   NetworkLab lab_;
   const Files files_;
   LinuxDriver driver_;
@@ -81,19 +85,16 @@ TEST_F(LinuxSwitch, RestoredNetworkAndAnotherUplink) {
     EXPECT_EQ(lab.SeenByPeer(), kMac0);
     EXPECT_EQ(lab.Link("eth0"), "vSwitch0 06:16:3e:00:00:00");
 
-    const auto use = [&](const std::vector<std::string>& pnics) {
-      lab.network_.WriteActiveUplinks({"vSwitch0", kGroup}, pnics);
-    };
-    use({});
+    lab.Use({});
     lab.network_.AddUplink("vSwitch0", "pnic1");
     for (const char* idle : {"eth1", "eth0"}) {
-      use({idle == std::string("eth1") ? "pnic0" : "pnic1"});
+      lab.Use({idle == std::string("eth1") ? "pnic0" : "pnic1"});
       EXPECT_TRUE(lab.Link(idle).starts_with("- ")) << lab.Link(idle);
       EXPECT_EQ(ended(std::string("cat /sys/class/net/") + idle + "/flags").output, "0x1003\n");
     }
     lab.network_.RemoveUplink("vSwitch0", "pnic0");
     EXPECT_EQ(lab.Link("eth0"), "- " + kMac0) << "as it was before";
-    lab.network_.WriteActiveUplinks({"vSwitch0", kGroup}, {"pnic1"});
+    lab.Use({"pnic1"});
     lab.network_.WriteMacAddress("tarn0", kMac1);
     EXPECT_EQ(lab.SeenByPeer(), kMac1);
     EXPECT_EQ(lab.Link("eth1"), "vSwitch0 06:16:3e:00:00:01");
@@ -143,39 +144,34 @@ TEST_F(LinuxSwitch, SwitchesTakeUplinksFromEachOther) {
   });
 }
 
-TEST_F(LinuxSwitch, RefusalsChangeNothing) {
+TEST_F(LinuxSwitch, RefusalsChangeNothingAndWithoutTheBusNothingDoes) {
   inNamespaces([] {
     RestoredLab lab;
+    auto& net = lab.network_;
     lab.SeenByPeer();
     const std::string before = lab.Folder();
     const bool bonds = kernelHasBonding("test");
     const bool vlans = Files().Exists("/sys/class/net/vSwitch0/bridge/vlan_filtering");
+    const auto setVlan = [&](const char* group, int id) {
+      net.WriteVlanId({"vSwitch0", group}, id);
+    };
+    const auto add = [&] { net.AddUplink("vSwitch0", "pnic1"); };
     const std::tuple<std::function<void()>, const char*, bool> cases[] = {
-        {[&] { lab.network_.AddUplink("vSwitch0", "pnic1"); },
-         "AddUplink pnic1: two uplinks need a bond, and this kernel has no bonding", !bonds},
-        {[&] {
-           lab.network_.WriteVlanId({"vSwitch0", kGroup}, 100);
-         },
+        {add, "AddUplink pnic1: two uplinks need a bond, and this kernel has no bonding", !bonds},
+        {[&] { setVlan(kGroup, 100); },
          "WriteVlanId Management Network: this kernel's bridges cannot filter VLANs", !vlans},
-        {[&] {
-           lab.network_.WriteVlanId({"vSwitch0", kGroup}, 4096);
-         },
+        {[&] { setVlan(kGroup, 4096); },
          "WriteVlanId Management Network: 4096 is no VLAN: 0 to 4095", true},
-        {[&] {
-           lab.network_.WriteVlanId({"vSwitch0", "x"}, 1);
-         },
-         "WriteVlanId x: there is no such port group on vSwitch0", true},
-        {[&] { lab.network_.AddUplink("vSwitch7", "pnic1"); },
+        {[&] { setVlan("x", 1); }, "WriteVlanId x: there is no such port group on vSwitch0", true},
+        {[&] { net.AddUplink("vSwitch7", "pnic1"); },
          "AddUplink pnic1: there is no standard switch vSwitch7", true},
-        {[&] { lab.network_.AddUplink("vSwitch0", "pnic2"); },
-         "AddUplink pnic2: there is no adapter pnic2", true},
-        {[&] {
-           lab.network_.WriteActiveUplinks({"vSwitch0", kGroup}, {"pnic1"});
-         },
+        {[&] { net.AddUplink("vSwitch0", "pnic2"); }, "AddUplink pnic2: there is no adapter pnic2",
+         true},
+        {[&] { lab.Use({"pnic1"}); },
          "WriteActiveUplinks Management Network: pnic1 is no uplink of vSwitch0", true},
-        {[&] { lab.network_.WriteMacAddress("eth1", kMac0); },
+        {[&] { net.WriteMacAddress("eth1", kMac0); },
          "WriteMacAddress eth1: Kiva did not set up this interface", true},
-        {[&] { lab.network_.WriteMacAddress("tarn0", "x"); },
+        {[&] { net.WriteMacAddress("tarn0", "x"); },
          "WriteMacAddress tarn0: x is no address for an interface", true},
         {[&] { addStandardSwitch(lab.files_, "eth0"); },
          "AddStandardSwitch eth0: there is an interface of this name", true},
@@ -183,35 +179,25 @@ TEST_F(LinuxSwitch, RefusalsChangeNothing) {
          "AddPortGroup Management Network: there is such a port group already", true}};
     for (const auto& [change, text, here] : cases) EXPECT_EQ(here ? failureOf(change) : text, text);
     ASSERT_TRUE(shell("mkdir -p /etc/network; echo iface eth1 inet dhcp >/etc/network/interfaces"));
-    EXPECT_EQ(failureOf([&] { lab.network_.AddUplink("vSwitch0", "pnic1"); }),
+    EXPECT_EQ(failureOf(add),
               "AddUplink eth1: is configured by ifupdown (/etc/network/interfaces)");
     EXPECT_EQ(lab.Folder(), before);
-    ASSERT_TRUE(shell("rm /etc/network/interfaces"));
-    lab.lab_.Configure("10-kiva-eth1.network", "[Match]\nName=eth1\n[Network]\nDHCP=ipv4\n");
-    EXPECT_EQ(failureOf([&] { lab.network_.AddUplink("vSwitch0", "pnic1"); }),
-              "AddUplink pnic1: eth1 has an IP configuration of its own");
-    ASSERT_TRUE(shell("ip link del eth1"));
-    EXPECT_EQ(failureOf([&] { lab.network_.AddUplink("vSwitch0", "pnic1"); }),
-              "AddUplink pnic1: there is no adapter pnic1");
-    if (bonds || vlans) GTEST_SKIP() << "this kernel has bonding or VLAN filtering";
-  });
-}
-
-TEST_F(LinuxSwitch, WithoutTheBusNothingChanges) {
-  inNamespaces([] {
-    RestoredLab lab;
-    lab.SeenByPeer();
-    const std::string before = lab.Folder();
     lab.lab_.StopBus();
-    lab.network_.AddUplink("vSwitch0", "pnic0");
-    lab.network_.WriteActiveUplinks({"vSwitch0", kGroup}, {"pnic0"});
-    lab.network_.WriteVlanId({"vSwitch0", kGroup}, 0);
-    lab.network_.WriteMacAddress("tarn0", kMac0);
-    lab.network_.RemoveUplink("vSwitch0", "pnic1");
-    const auto failed = failureOf([&] { lab.network_.RemoveUplink("vSwitch0", "pnic0"); });
+    net.AddUplink("vSwitch0", "pnic0");
+    lab.Use({"pnic0"});
+    setVlan(kGroup, 0);
+    net.WriteMacAddress("tarn0", kMac0);
+    net.RemoveUplink("vSwitch0", "pnic1");
+    const auto failed = failureOf([&] { net.RemoveUplink("vSwitch0", "pnic0"); });
     EXPECT_TRUE(failed.starts_with("RemoveUplink pnic0: the system bus: ")) << failed;
     EXPECT_EQ(lab.Folder(), before);
     EXPECT_EQ(lab.SeenByPeer(), kMac0);
+    ASSERT_TRUE(shell("rm /etc/network/interfaces"));
+    lab.lab_.Configure("10-kiva-eth1.network", "[Match]\nName=eth1\n[Network]\nDHCP=ipv4\n");
+    EXPECT_EQ(failureOf(add), "AddUplink pnic1: eth1 has an IP configuration of its own");
+    ASSERT_TRUE(shell("ip link del eth1"));
+    EXPECT_EQ(failureOf(add), "AddUplink pnic1: there is no adapter pnic1");
+    if (bonds || vlans) GTEST_SKIP() << "this kernel has bonding or VLAN filtering";
   });
 }
 

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
-// What the host tools and the Debian package change, judged by what it is for: PAM, accounts, and a
+// What the host tools and the Debian package change, judged by what it is for: accounts, and a
 // Debian under systemd.
 #include <gtest/gtest.h>
-#include <security/pam_appl.h>
 
 #include <cstdlib>
 
@@ -10,32 +9,10 @@
 #include "harness/virtual_terminal.h"
 #include "linux/files.h"
 #include "linux/tools/administrators.h"
-#include "linux/tools/remote_logins.h"
 
 using namespace HostLinux;
 
 namespace {
-
-/// Whether the service in `folder` admits an account that is who it says.
-bool admits(const std::string& folder, const char* account) {
-  const pam_conv nobody{
-      [](int, const pam_message**, pam_response**, void*) { return PAM_CONV_ERR; }, nullptr};
-  pam_handle_t* handle = nullptr;
-  EXPECT_EQ(pam_start_confdir("sshd", account, &nobody, folder.c_str(), &handle), PAM_SUCCESS);
-  const int status = pam_acct_mgmt(handle, 0);
-  pam_end(handle, status);
-  return status == PAM_SUCCESS;
-}
-
-TEST(LockdownService, AdmitsTheListAloneAndNobodyWithoutOne) {
-  const Harness::TemporaryFolder folder;
-  const std::string list = folder.Path() / "list";
-  folder.Write("sshd", markedService("account sufficient pam_permit.so\n", list));
-  EXPECT_FALSE(admits(folder.Path(), "anna"));
-  folder.Write("list", "anna\nbert\n");
-  for (const auto& [name, may] : {std::pair{"anna", true}, {"bert", true}, {"ann", false}})
-    EXPECT_EQ(admits(folder.Path(), name), may) << name;
-}
 
 TEST(Administrators, AreRootAndTheGroup) {
   inNamespaces([] {

@@ -7,12 +7,13 @@
 #include <map>
 #include <thread>
 
+#include "harness/demo.h"
 #include "harness/hosts/lab_console.h"
 #include "linux/files.h"
 
 using namespace HostLinux;
+using Harness::Lines;
 using Harness::Screen;
-using Lines = std::vector<std::string>;
 using Clock = std::chrono::steady_clock;
 
 namespace {
@@ -26,15 +27,22 @@ class NetworkConsole : public testing::Test {
 
 constexpr const char* kHosts = "127.0.0.1 localhost\n10.9.0.5 machine.lab.example machine\n";
 
-// A machine set up by hand whose hosts file knows its own name.
-void setUpByHand(const NetworkLab& lab) {
-  lab.Configure("eth0.network",
-                "[Match]\nName=eth0\n[Network]\nAddress=10.9.0.5/24\nGateway=10.9.0.1\n"
-                "Address=fd00:9::5/64\n");
-  lab.StartNetworkd();
-  std::ofstream("/etc/hosts") << kHosts;
-  std::ofstream("/etc/resolv.conf")
-      << "search lab.example\nnameserver 10.9.0.1\noptions timeout:2 attempts:1\n";
+// At the menu of a machine set up by hand whose hosts file knows its own name.
+void setUpByHand(LabConsole::Escape escape,
+                 const std::function<void(const NetworkLab&, LabConsole&)>& body) {
+  inNamespaces([&] {
+    const NetworkLab lab;
+    lab.Configure("eth0.network",
+                  "[Match]\nName=eth0\n[Network]\nAddress=10.9.0.5/24\nGateway=10.9.0.1\n"
+                  "Address=fd00:9::5/64\n");
+    lab.StartNetworkd();
+    std::ofstream("/etc/hosts") << kHosts;
+    std::ofstream("/etc/resolv.conf")
+        << "search lab.example\nnameserver 10.9.0.1\noptions timeout:2 attempts:1\n";
+    LabConsole console(lab, escape);
+    console.LogIn();
+    body(lab, console);
+  });
 }
 
 bool isRunning(const Screen& screen) {
@@ -54,27 +62,20 @@ std::string results(LabConsole& console) {
 }
 
 TEST_F(NetworkConsole, TestsTheNetwork) {
-  inNamespaces([] {
-    const NetworkLab lab;
-    setUpByHand(lab);
-    LabConsole console(lab);
-    console.LogIn();
+  setUpByHand(LabConsole::Escape::Quick, [](const NetworkLab& lab, LabConsole& console) {
     console.Do({"choose:Test Management Network", "wait:machine.lab.example"});
-    const struct {
-      const char* services;
-      Lines addresses;
-      const char* results;
-    } cases[] = {{"dns", {"10.99.0.1", "fd00:9::1"}, "OK. OK. OK. "},
-                 {"refuse", {"10.9.0.200", "fd00:9::200"}, "Failed. Failed. Failed. "},
-                 {"", {"10.9.0.1", ""}, "OK. Failed. "}};
-    for (const auto& one : cases) {
-      lab.Serve(one.services);
-      for (const std::string& address : one.addresses) {
+    const std::tuple<const char*, Lines, const char*> cases[] = {
+        {"dns", {"10.99.0.1", "fd00:9::1"}, "OK. OK. OK. "},
+        {"refuse", {"10.9.0.200", "fd00:9::200"}, "Failed. Failed. Failed. "},
+        {"", {"10.9.0.1", ""}, "OK. Failed. "}};
+    for (const auto& [services, addresses, expected] : cases) {
+      lab.Serve(services);
+      for (const std::string& address : addresses) {
         console.Press("Backspace", 12);
         console.Do({"type:" + address, "Down"});
       }
       console.Press("Enter");
-      EXPECT_EQ(results(console), one.results) << one.services << console.Look().Dump();
+      EXPECT_EQ(results(console), expected) << services << console.Look().Dump();
       EXPECT_EQ(Files().Read("/etc/hosts"), kHosts);
       console.Do({"Enter", "Up", "Up"});
     }
@@ -96,11 +97,7 @@ std::chrono::milliseconds escapeFrom(LabConsole& console, const std::string& han
 }
 
 TEST_F(NetworkConsole, CanBeInterruptedWhileNobodyAnswers) {
-  inNamespaces([] {
-    const NetworkLab lab;
-    setUpByHand(lab);
-    LabConsole console(lab, LabConsole::Escape::Usual);
-    console.LogIn();
+  setUpByHand(LabConsole::Escape::Usual, [](const NetworkLab& lab, LabConsole& console) {
     console.Do({"choose:Test Management Network", "wait:machine.lab.example"});
     lab.AnswerPings(false);
     lab.Serve("hang");
@@ -139,11 +136,7 @@ Lines callsDuring(const std::function<void()>& action) {
 }
 
 TEST_F(NetworkConsole, OpensTheWindowWithFewQuestionsToTheBus) {
-  inNamespaces([] {
-    const NetworkLab lab;
-    setUpByHand(lab);
-    LabConsole console(lab);
-    console.LogIn();
+  setUpByHand(LabConsole::Escape::Quick, [](const NetworkLab&, LabConsole& console) {
     // An answer is not asked for again within two seconds, and the menu has asked.
     std::this_thread::sleep_for(std::chrono::milliseconds(2200));
     const Lines calls = callsDuring([&] {
@@ -157,72 +150,48 @@ TEST_F(NetworkConsole, OpensTheWindowWithFewQuestionsToTheBus) {
 // What an operator chooses in the network window, and scripts that succeed on the machine and on
 // the peer's network once that is so.
 struct Change {
-  const char* what;
-  const char* services;
-  Lines steps;
-  const char* here;
-  const char* atPeer;
+  const char *what, *services, *steps;
+  std::string here, atPeer;
 };
+const std::string kShow = "ip addr show tarn0 | grep -w ", kPing = "ping -c 1 -W 1 ",
+                  kOnlyOne =
+                      "! ip link show eth0 | grep master && ip link show eth1 | grep 'master "
+                      "vSwitch0'";
 
 const Change kChanges[] = {
-    {"static IPv4",
-     "dns",
-     {"choose:IPv4", "focus:Set static", "Space", "Down", "type:10.9.0.20", "Down",
-      "type:255.255.255.0", "Down", "type:10.9.0.1", "Enter"},
-     "ip addr show tarn0 | grep -w 10.9.0.20/24 && ping -c 1 -W 1 10.99.0.1",
-     "ping -c 1 -W 1 10.9.0.20"},
-    {"names",
-     "dns",
-     {"choose:DNS", "wait:Primary", "Down", "type:10.9.0.1", "Down", "Down",
-      "type:alpha.lab.example", "Enter", "choose:Custom", "wait:Suffixes:", "type:b.lan,  c.lan",
-      "Enter"},
-     "test $(hostname) = alpha.lab.example && getent hosts machine && grep -E 'search.* b.lan "
-     "c.lan' "
-     "/etc/resolv.conf",
+    {"static IPv4", "dns",
+     "choose:IPv4;focus:Set static;Space;Down;type:10.9.0.20;Down;type:255.255.255.0;Down;"
+     "type:10.9.0.1;Enter",
+     kShow + "10.9.0.20/24 && " + kPing + "10.99.0.1", kPing + "10.9.0.20"},
+    {"names", "dns",
+     "choose:DNS;wait:Primary;Down;type:10.9.0.1;Down;Down;type:alpha.lab.example;Enter;"
+     "choose:Custom;wait:Suffixes:;type:b.lan,  c.lan;Enter",
+     "test $(hostname) = alpha.lab.example && getent hosts machine && "
+     "grep 'search.* b.lan c.lan' /etc/resolv.conf",
      "true"},
-    {"static IPv6",
-     "dns",
-     {"choose:IPv6", "focus:Set static", "Space", "Down", "type:fd00:9::20/64", "Down", "Down",
-      "Down", "type:fd00:9::1", "Enter"},
-     "ip addr show tarn0 | grep -w fd00:9::20/64 && ping -c 1 -W 1 fd00:99::1",
-     "ping -c 1 -W 1 fd00:9::20"},
-    {"another uplink",
-     "dns",
-     {"choose:Network Adapters", "focus:[X] pnic0", "Space", "focus:[ ] pnic1", "Space", "Enter"},
-     "! ip link show eth0 | grep master && ip link show eth1 | grep 'master vSwitch0'",
-     "ping -c 1 -W 1 10.9.0.20 && ip neigh show 10.9.0.20 | grep 00:16:3e:00:00:01"},
-    {"two uplinks, which this kernel cannot join",
-     "dns",
-     {"choose:Network Adapters", "focus:[ ] pnic0", "Space", "Enter"},
-     "! ip link show eth0 | grep master && ip link show eth1 | grep 'master vSwitch0'",
-     "ping -c 1 -W 1 10.9.0.20"},
-    {"DHCPv6 alone",
-     "dhcp6",
-     {"choose:IPv6", "wait:Use DHCPv6", "Up", "Space", "Down", "Space", "Enter"},
-     "ip addr show tarn0 | grep fd00:9::5",
-     "true"},
-    {"advertised IPv6",
-     "ra",
-     {"choose:IPv6", "wait:Use DHCPv6", "Down", "Space", "Enter"},
-     "ip addr show tarn0 | grep -w fd00:9::216:3eff:fe00:1/64 && ping -c 1 -W 1 fd00:99::1",
-     "ping -c 1 -W 1 fd00:9::216:3eff:fe00:1"},
-    {"DHCP",
-     "dhcp4 ra dns",
-     {"choose:IPv4", "wait:Subnet", "Up", "Space", "Enter"},
-     "ip addr show tarn0 | grep -w 10.9.0.5[0-9]/24 && ! ip addr show tarn0 | grep -w 10.9.0.20/24 "
-     "&& "
-     "ping -c 1 -W 1 10.99.0.1",
-     "for leased in $(awk '/10.9.0/ {print $3}' /run/lab/leases); do ping -c 1 -W 1 $leased && "
-     "exit; done; false"},
-};
+    {"static IPv6", "dns",
+     "choose:IPv6;focus:Set static;Space;Down;type:fd00:9::20/64;Down;Down;Down;type:fd00:9::1;"
+     "Enter",
+     kShow + "fd00:9::20/64 && " + kPing + "fd00:99::1", kPing + "fd00:9::20"},
+    {"another uplink", "dns",
+     "choose:Network Adapters;focus:[X] pnic0;Space;focus:[ ] pnic1;Space;Enter", kOnlyOne,
+     kPing + "10.9.0.20 && ip neigh show 10.9.0.20 | grep 00:16:3e:00:00:01"},
+    {"two uplinks, which this kernel cannot join", "dns",
+     "choose:Network Adapters;focus:[ ] pnic0;Space;Enter", kOnlyOne, kPing + "10.9.0.20"},
+    {"DHCPv6 alone", "dhcp6", "choose:IPv6;wait:Use DHCPv6;Up;Space;Down;Space;Enter",
+     "ip addr show tarn0 | grep fd00:9::5", "true"},
+    {"advertised IPv6", "ra", "choose:IPv6;wait:Use DHCPv6;Down;Space;Enter",
+     kShow + "fd00:9::216:3eff:fe00:1/64 && " + kPing + "fd00:99::1",
+     kPing + "fd00:9::216:3eff:fe00:1"},
+    {"DHCP", "dhcp4 ra dns", "choose:IPv4;wait:Subnet;Up;Space;Enter",
+     kShow + "10.9.0.5[0-9]/24 && ! " + kShow + "10.9.0.20/24 && " + kPing + "10.99.0.1",
+     "for leased in $(awk '/10.9.0/ {print $3}' /run/lab/leases); do " + kPing +
+         "$leased && exit; done; false"}};
 
 void expectSoon(const std::string& script, const std::string& what) {
   EXPECT_TRUE(waitUntil([&] { return shell("( " + script + " ) >/dev/null 2>&1"); }))
       << what << ": " << script
-      << ended(
-             "ip addr; ip route; ip -6 route; hostname; cat "
-             "/etc/resolv.conf")
-             .output;
+      << ended("ip addr; ip route; ip -6 route; hostname; cat /etc/resolv.conf").output;
 }
 
 TEST_F(NetworkConsole, ChangesTheNetwork) {
@@ -237,7 +206,7 @@ TEST_F(NetworkConsole, ChangesTheNetwork) {
     for (const Change& change : kChanges) {
       lab.Serve(change.services);
       console.Do({"choose:Configure Management Network", "wait:Network Adapters"});
-      console.Do(change.steps);
+      console.Do(Harness::parts(change.steps));
       console.Do({"Esc", "wait:Apply changes and restart", "type:y", "wait:System Customization"});
       const auto expectChanged = [&](const std::string& when) {
         expectSoon(change.here, change.what + when);

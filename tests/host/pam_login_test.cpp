@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Logins and changes of a password through real PAM stacks.
+// Logins and changes of a password through real PAM stacks, also the one that the package brings.
 #include "system/pam_login.h"
 
 #include <crypt.h>
@@ -11,6 +11,7 @@
 
 #include "core/session.h"
 #include "core/smart_card.h"
+#include "harness/demo_host.h"
 #include "harness/hosts/machine.h"
 #include "harness/hosts/recording_platform.h"
 #include "system/authentication.h"
@@ -24,10 +25,6 @@ using Lines = std::vector<std::string>;
 
 int logIn(const char* user, const char* password) {
   return Kiva::PamLogin(user, Secret(password));
-}
-
-bool change(const char* user, const char* from, const char* to) {
-  return Kiva::PamChangePassword(user, Secret(from), Secret(to));
 }
 
 class LoginTest : public TestSupport::OnRecordingHost {
@@ -51,7 +48,9 @@ class PamLoginTest : public LoginTest {
   std::string Matrix(const std::string& options = "") const {
     return matrix_ + " passdb=" + (folder_.Path() / "passdb").string() + " " + options + "\n";
   }
-  std::string Debug(const std::string& options) const { return "pam_debug.so " + options + "\n"; }
+  static std::string Debug(const std::string& options = "") {
+    return "pam_debug.so " + options + "\n";
+  }
 
   const std::string matrix_ = HostLinux::matrixModule();
 };
@@ -60,10 +59,10 @@ TEST_F(PamLoginTest, StatusOfTheStack) {
   const auto stack = [](const std::string& authenticates, const std::string& admits) {
     return "auth required " + authenticates + "account required " + admits;
   };
-  const std::string permit = Debug("");
+  const std::string permit = Debug();
   const std::tuple<const char*, const char*, const char*, std::string, int> cases[] = {
       {"right", "anna", "secret", stack(Matrix(), Matrix()), 0},
-      {"wrong password", "anna", "Secret", stack(Matrix(), Debug("acct=success")), PAM_AUTH_ERR},
+      {"wrong password", "anna", "Secret", stack(Matrix(), permit), PAM_AUTH_ERR},
       {"not for this service", "bert", "secret", stack(Matrix(), Matrix()), PAM_PERM_DENIED},
       {"account expired after a good password", "anna", "secret",
        stack(Matrix(), Debug("acct=new_authtok_reqd")), PAM_NEW_AUTHTOK_REQD},
@@ -126,9 +125,60 @@ TEST_F(PamLoginTest, EveryStepMayEndAChangeOfPassword) {
       stack += one + " requisite " + Debug(one == kind ? answer : "");
     folder_.Write("passdb", "anna:secret:kiva\n");
     UseStack(stack + "password" + matrix);
-    EXPECT_EQ(change("anna", old, "fresh"), told);
+    EXPECT_EQ(Kiva::PamChangePassword("anna", Secret(old), Secret("fresh")), told);
     UseStack("auth" + matrix + "account" + matrix);
     EXPECT_EQ(logIn("anna", "fresh"), rewritten ? PAM_SUCCESS : PAM_AUTH_ERR);
+  }
+}
+
+constexpr int kWrong = PAM_SYSTEM_ERR;  // what pam_exec makes of a program that refuses
+
+// The shipped service over stand-ins for the card and for the machine's own accounts, which both
+// learn the answer as real modules do.
+class PamStackTest : public LoginTest {
+ protected:
+  void SetUp() override {
+    folder_.Write("passwords", "secret\n12345678\n4711471147114\n");
+    folder_.Write("card", "#!/bin/sh\ntouch '" + Path("asked") + "'\nexec grep -qzx 4711\n");
+    std::filesystem::permissions(Path("card"), std::filesystem::perms::owner_all);
+  }
+
+  std::string Path(const char* name) const { return (folder_.Path() / name).string(); }
+
+  void UseShipped(const std::string& card) const {
+    const std::string asks = "pam_exec.so quiet expose_authtok ";
+    std::string text = Harness::contentOf(KIVA_SOURCE_DIR "/packaging/etc/pam.d/kiva");
+    for (const auto& [ours, here] :
+         {std::pair<std::string, std::string>{"/usr/lib/kiva", KIVA_BINARY_DIR "/../lib/kiva"},
+          {"pam_p11.so libp11-kit.so.0", card.empty() ? asks + Path("card") : card},
+          {"@include common-auth",
+           "auth required " + asks + "/bin/grep -qzxFf " + Path("passwords")},
+          {"@include common-account", "account required pam_permit.so"},
+          {"@include common-password", "password required pam_permit.so"}}) {
+      auto at = text.find(ours);
+      ASSERT_NE(at, std::string::npos) << ours;
+      for (; at != std::string::npos; at = text.find(ours, at + here.size()))
+        text.replace(at, ours.size(), here);
+    }
+    UseStack(text);
+  }
+};
+
+TEST_F(PamStackTest, TriesTheCardWithWhatMayBeAPinAndAdmitsAdministratorsAlone) {
+  const std::string card, none = "pam_no_such_module.so";
+  const std::tuple<std::string, const char*, const char*, int, bool> cases[] = {
+      {card, "root", "4711", 0, true},          {card, "root", "secret", 0, false},
+      {card, "root", "12345678", 0, true},      {card, "root", "4711471147114", 0, false},
+      {card, "root", "0815", kWrong, true},     {card, "root", "471", kWrong, false},
+      {card, "root", "wrong", kWrong, false},   {card, "root", "", kWrong, false},
+      {none, "root", "secret", 0, false},       {none, "root", "12345678", 0, false},
+      {none, "root", "wrong", kWrong, false},   {card, "nobody", "secret", PAM_PERM_DENIED, false},
+      {card, "nobody", "wrong", kWrong, false}, {card, "gone", "secret", PAM_PERM_DENIED, false}};
+  for (const auto& [module, user, secret, status, asked] : cases) {
+    UseShipped(module);
+    std::filesystem::remove(Path("asked"));
+    EXPECT_EQ(logIn(user, secret), status) << user << " " << secret;
+    EXPECT_EQ(std::filesystem::exists(Path("asked")), asked) << user << " " << secret;
   }
 }
 
@@ -144,10 +194,11 @@ TEST_F(LoginTest, ReallyChangesAnAccountOfTheMachine) {
       std::ofstream("/etc/passwd", std::ios::app) << user << ":x:4711:4711::/:/bin/false\n";
       std::ofstream("/etc/shadow", std::ios::app)
           << user << ":" << crypt("old-secret", "$6$salt$") << ":" << changed << ":0:99999:7:::\n";
-      EXPECT_EQ(logIn(user, "old-secret"), status);
-      EXPECT_FALSE(change(user, "old-Secret", "brand-New-72"));
-      EXPECT_EQ(logIn(user, "old-secret"), status);
-      EXPECT_TRUE(change(user, "old-secret", "brand-New-72"));
+      for (const char* old : {"old-Secret", "old-secret"}) {
+        EXPECT_EQ(logIn(user, "old-secret"), status);
+        EXPECT_EQ(Kiva::PamChangePassword(user, Secret(old), Secret("brand-New-72")),
+                  old[4] == 's');
+      }
       EXPECT_EQ(logIn(user, "brand-New-72"), PAM_SUCCESS);
       EXPECT_EQ(logIn(user, "old-secret"), PAM_AUTH_ERR);
     }

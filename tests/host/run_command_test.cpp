@@ -179,15 +179,12 @@ TEST_F(RunCommandTest, EveryChildStartsClean) {
 }
 
 TEST_F(RunCommandTest, StandardDescriptorsClosed) {
-  const pid_t child = fork();
-  if (child == 0) {
+  const auto run = [] {
     for (int standard : {0, 1, 2}) close(standard);
     const CommandResult result = RunCommand(shell("cat; echo err >&2", "in"));
-    _exit(result.output == "in" && result.errors == "err\n" ? 0 : 1);
-  }
-  int status = -1;
-  ASSERT_EQ(waitpid(child, &status, 0), child);
-  EXPECT_EQ(status, 0);
+    _exit(result.output == "in" && result.errors == "err\n" ? 7 : 1);
+  };
+  EXPECT_EXIT(run(), testing::ExitedWithCode(7), "");
 }
 
 TEST_F(RunCommandTest, TwoThreads) {

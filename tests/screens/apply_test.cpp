@@ -133,6 +133,15 @@ const std::string kSuffixes =
     "- Setting suffixes to lab.example.test;SetSearchDomainsString "
     "example.test;AddUserSearchDomain lab.example.test;SaveConfig";
 
+TEST(Apply, IsCarriedToItsEndWhenTheSessionEndsAtAFailure) {
+  Demo demo(Json{{"faults", {{"SetIpConfig", "no room"}}}}, {.arguments = {"--clock-speed", "200"}});
+  openNetwork(demo, 0);
+  demo.Do({"Down", "Enter", "type:5", "Enter", "Esc", "wait:Apply changes and", "type:y",
+           "wait:no room", "wait:" + std::string(kWelcome)});
+  EXPECT_TRUE(demo.HasLine("hostctl", "SaveConfig"));
+  EXPECT_TRUE(demo.HasLine("log.info", "Network settings changed."));
+}
+
 TEST(Apply, LeavesAloneWhatTheHostHasAlready) {
   const std::string other =
       "- Setting adapters to;! Unsupported vSwitch type;! Unsupported vSwitch type;";

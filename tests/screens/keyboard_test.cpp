@@ -32,12 +32,7 @@ TEST(Keyboard, AppliesTheMarkedLayoutAndTellsWhatTheHostRefused) {
   const std::string mark = "type: ", told = "log.err\tno {answer}";
   const Lines us = changedTo("English (US)"), uk = changedTo("English (UK)");
   const char* label = "Configured Keyboard (English (UK))";
-  const struct {
-    Lines way;
-    Json changes;
-    Lines steps, lines;
-    const char* shows;
-  } cases[] = {
+  const std::tuple<Lines, Json, Lines, Lines, const char*> cases[] = {
       {kToEntry, any, {mark, "F2", "Tab", "Down", "Up"}, {}, "(o) English (US)"},
       {kToEntry, any, {"Down", mark, "Up", mark}, {}, "( ) Finnish"},
       {kToEntry, any, {"Down", mark}, {}, kFooter},
@@ -61,8 +56,7 @@ TEST(Keyboard, AppliesTheMarkedLayoutAndTellsWhatTheHostRefused) {
       {kToEntry, fault("SetKeyboardLayout"), {"Enter", "Enter"}, {us[0], told}, kEntry},
       {kToLabel, fault("GetKeyboardLayouts"), {"Enter"}, {told}, "Keyboard (English (US))"},
       {kToLabel, fault("GetKeyboardLayout"), {"Enter"}, {told}, "Keyboard ()"},
-      {kToLabel, fault("SetKeyboardLayout"), {"Enter"}, {us[0], told}, "no (answer)"},
-  };
+      {kToLabel, fault("SetKeyboardLayout"), {"Enter"}, {us[0], told}, "no (answer)"}};
   for (const auto& [way, changes, steps, lines, shows] : cases) {
     SCOPED_TRACE(changes.dump() + shows);
     Demo demo({}, {.term = "xterm", .environment = kQuickEscape.environment});

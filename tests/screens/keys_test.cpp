@@ -2,8 +2,6 @@
 // The keys of every kind of terminal, and what comes in that is no key.
 #include <gtest/gtest.h>
 
-#include <csignal>
-
 #include "harness/demo.h"
 
 using namespace Harness;

@@ -71,7 +71,8 @@ TEST(Login, DialogLooksAndTakesKeysAsItSays) {
   demo.Do({"Tab", "type:secret", "wait:[ ****** "});
   EXPECT_FALSE(demo.Look().Shows("secret"));
   // Typing replaces what was put in, but never what was typed.
-  demo.Do({"Tab", "type:admin", "wait:[ admin ", "Tab", "Tab", "type:2", "wait:[ admin2 "});
+  demo.Do({"Tab", "type:admin", "wait:[ admin ", "Tab", "Tab", "type:2\001\303\244",
+           "wait:[ admin2  "});
   demo.Press("F3");
   EXPECT_EQ(missingFrom(demo.Look(), {"Enter the smart card login PIN for", "Login Id:", "PIN:",
                                       "<F3> Switch PIN/Password Login", "<Esc> Cancel"}),

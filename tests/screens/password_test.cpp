@@ -120,7 +120,8 @@ TEST(Password, TheMenuShowsThatAnEmptyOneIsSetNow) {
 }
 
 TEST(Password, AnExpiredOneIsChangedOnTheWayIn) {
-  Demo demo;
+  // The host lies under a name that PAM's own syntax would take apart.
+  Demo demo({}, {.script = R"(ln -s . "$2/a [b] c"; exec "$0" --host "$2/a [b] c")"});
   demo.Do({"F2", "type:expired\nexpired\n", "wait:will be prompted", "Enter", "type:expired\t"});
   demo.NewLines();
   demo.Do({"type:long-enough\tlong-enough\n", "wait:Login Name:          [ expired "});

@@ -50,22 +50,15 @@ TEST(Power, DoesWhatTheKeysSayAndNothingElse) {
   const Lines restored = {kRestored, "  Reset System Configuration  ", "   <Enter> Restart Host "};
   const Lines going = {"  Shut Down Host  ", "Shutdown in progress..."};
   const Lines question = {"[ ] Forcefully", "terminated.", "<Esc> Cancel"};
-  const struct {
-    const Operation& operation;
-    Json tools;
-    Lines steps, lines, shows;
-  } cases[] = {
+  const Lines restarting = {"  Restart Host  ", "Restart in progress.."};
+  const std::tuple<Operation, Json, Lines, Lines, Lines> cases[] = {
       {kOff, any, {"Enter", "F3", force}, {}, {"[X] Force", "<F2> Shut Down  <F11> Restart"}},
       {kOff, any, {force, "Esc"}, {}, {kWelcome, "<F2> Customize"}},
       {kOff, any, {"F2", "Esc", "F2"}, off, going},
       {kOff, {{agent, fails}, {vms, fails}}, {"F2"}, off, going},
       {kOff, {{agent, kDies}, {vms, kDies}}, {"F2"}, offAnyway, going},
       {kOff, {{agent, kGone}, {vms, kGone}}, {"F2"}, off, going},
-      {kRestart,
-       any,
-       {force, "F11", "Esc"},
-       restart,
-       {"  Restart Host  ", "Restart in progress.."}},
+      {kRestart, any, {force, "F11", "Esc"}, restart, restarting},
       {kRestart, dead, {force, "F11"}, restart + kKilled, {"[X] Forcefully"}},
       {kOff, none, {"F2"}, off, question},
       {kOff, diesLate, {offAtOnce}, offDied, question},
@@ -74,8 +67,7 @@ TEST(Power, DoesWhatTheKeysSayAndNothingElse) {
       {kRestore, {{script, slow}}, {allAtOnce, "Esc", "F11"}, {kReset}, restored},
       {kRestore, {{script, fails}}, {"F11"}, {kReset}, {kMenuAgain}},
       {kRestore, {{script, kDies}}, {"F11"}, {kReset, kKilled}, {kMenuAgain}},
-      {kRestore, dead, {"F11", "Enter"}, {kReset, kSh + "reboot -f", kKilled}, {kMenuAgain}},
-  };
+      {kRestore, dead, {"F11", "Enter"}, {kReset, kSh + "reboot -f", kKilled}, {kMenuAgain}}};
   for (const auto& [operation, tools, steps, lines, shows] : cases) {
     SCOPED_TRACE(tools.dump() + steps[0]);
     Demo demo(lastingHost(tools), kQuickEscape);

@@ -7,9 +7,7 @@ using namespace Harness;
 
 namespace {
 
-constexpr Colours kWhiteOnDarkGrey{7, 6};
-constexpr Colours kBlackOnAmber{0, 3};
-constexpr Colours kDarkGreyOnAmber{6, 3};
+constexpr Colours kWhiteOnDarkGrey{7, 6}, kBlackOnAmber{0, 3}, kDarkGreyOnAmber{6, 3};
 constexpr const char* kDhcpWarning = "Warning: DHCP lookup failed.";
 constexpr const char* kRunning = "/network/kernelNics/0/running/";
 
@@ -18,11 +16,10 @@ Json replaced(const std::string& path, const Json& value) {
 }
 
 Json withIpv6(int count) {
-  Json networks = Json::array();
+  Json list = Json::array();
   for (int i = count; i > 0; --i)
-    networks.push_back(
-        {{"address", "2001:db8::" + std::to_string(i)}, {"prefix", 64}, {"type", "static"}});
-  return replaced(std::string(kRunning) + "ipv6/networks", networks);
+    list += {{"address", "2001:db8::" + std::to_string(i)}, {"prefix", 64}, {"type", "static"}};
+  return replaced(std::string(kRunning) + "ipv6/networks", list);
 }
 
 TEST(WelcomeScreen, LaysTheHostsFactsOutAtEverySize) {
@@ -59,45 +56,41 @@ TEST(WelcomeScreen, FollowsTheHostsState) {
   const Json none = Json::array(), audit = {{"bootOption", 1}};
   const Json noLease = replaced(std::string(kRunning) + "ipv4/address", "0.0.0.0");
   const Json both = Json::array({noLease[0], replaced("/bootOption", 1)[0]});
-  const struct {
-    Json changes;
-    Lines shown, hidden;
-  } cases[] = {{replaced(mode, "static"), {"https://10.20.30.40/ (STATIC)"}, {}},
-               {noLease,
-                {"https://0.0.0.0/ (Waiting for DHCP...)",
-                 "Warning: DHCP lookup failed. You may be", "network configuration."},
-                {}},
-               {replaced(mode, "none"), {"https://halo-01/"}, {"10.20.30.40", "0.0.0.0"}},
-               {audit, {"Warning: Host is running in audit mode.", "support."}, {}},
-               {both, {"audit mode", "Waiting for DHCP..."}, {kDhcpWarning}},
-               {replaced("/network/kernelNics", none),
-                {"https://halo-01/"},
-                {kDhcpWarning, "10.20.30.40", "2001:db8"}},
-               {replaced("/network/pnics", none),
-                {"No compatible network adapter found. Please consult the"},
-                {"https://"}},
-               {replaced("/network/ipv6Enabled", false), {"10.20.30.40"}, {"2001:db8"}},
-               {withIpv6(6), {"[2001:db8::3]", "[2001:db8::6]", "..."}, {"db8::1]", "db8::2]"}},
-               {withIpv6(5), {"[2001:db8::1]", "[2001:db8::5]"}, {"..."}},
-               {replaced("/network/dns/hostname", "localhost"), {"10.20.30.40"}, {"localhost"}},
-               {replaced("/network/dns/hostname", "a{b}c"), {"https://a(b)c/"}, {}},
-               {replaced("/processors/packages", 1), {" Orrery(R) Copper"}, {"1 x", "2 x"}},
-               {{{"hardware", {{"vendorName", ""}, {"productName", "  Box  1 "}}}},
-                {"│       Box 1 "},
-                {"Larkfield"}}};
-  for (const auto& one : cases) {
-    SCOPED_TRACE(one.changes);
-    Demo demo(one.changes);
-    const Screen screen = demo.Look();
-    EXPECT_EQ(missingFrom(screen, one.shown), Lines{}) << screen.Dump();
-    EXPECT_EQ(missingFrom(screen, one.hidden), one.hidden) << screen.Dump();
+  const std::tuple<Json, Lines, Lines> cases[] = {
+      {replaced(mode, "static"), {"https://10.20.30.40/ (STATIC)"}, {}},
+      {noLease,
+       {"https://0.0.0.0/ (Waiting for DHCP...)", "Warning: DHCP lookup failed. You may be",
+        "network configuration."},
+       {}},
+      {replaced(mode, "none"), {"https://halo-01/"}, {"10.20.30.40", "0.0.0.0"}},
+      {audit, {"Warning: Host is running in audit mode.", "support."}, {}},
+      {both, {"audit mode", "Waiting for DHCP..."}, {kDhcpWarning}},
+      {replaced("/network/kernelNics", none),
+       {"https://halo-01/"},
+       {kDhcpWarning, "10.20.30.40", "2001:db8"}},
+      {replaced("/network/pnics", none),
+       {"No compatible network adapter found. Please consult the"},
+       {"https://"}},
+      {replaced("/network/ipv6Enabled", false), {"10.20.30.40"}, {"2001:db8"}},
+      {withIpv6(6), {"[2001:db8::3]", "[2001:db8::6]", "..."}, {"db8::1]", "db8::2]"}},
+      {withIpv6(5), {"[2001:db8::1]", "[2001:db8::5]"}, {"..."}},
+      {replaced("/network/dns/hostname", "localhost"), {"10.20.30.40"}, {"localhost"}},
+      {replaced("/network/dns/hostname", "a{b}c"), {"https://a(b)c/"}, {}},
+      {replaced("/processors/packages", 1), {" Orrery(R) Copper"}, {"1 x", "2 x"}},
+      {{{"hardware", {{"vendorName", ""}, {"productName", "  Box  1 "}}}},
+       {"│       Box 1 "},
+       {"Larkfield"}}};
+  for (const auto& [changes, shown, hidden] : cases) {
+    SCOPED_TRACE(changes);
+    const Screen screen = Demo(changes).Look();
+    EXPECT_EQ(missingFrom(screen, shown), Lines{}) << screen.Dump();
+    EXPECT_EQ(missingFrom(screen, hidden), hidden) << screen.Dump();
   }
 }
 
 TEST(WelcomeScreen, WarnsInTheRowsThatTheSizeLeaves) {
   for (const auto& [rows, row] : {std::pair{24, 19}, {25, 20}, {28, 23}, {43, 30}}) {
-    Demo demo({{"bootOption", 1}}, {.size = {rows, 80}});
-    const Screen screen = demo.Look();
+    const Screen screen = Demo({{"bootOption", 1}}, {.size = {rows, 80}}).Look();
     ASSERT_EQ(screen.Find("Warning: Host is running"), (Position{row, 16})) << screen.Dump();
     EXPECT_EQ(screen.ColoursAt(row, 16), kDarkGreyOnAmber);
     EXPECT_TRUE(screen.Shows("<F12> Shut Down/Restart"));

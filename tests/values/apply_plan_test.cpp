@@ -72,10 +72,7 @@ Names planOf(const Pass& pass) {
 // A host that has what is pending: DHCP of both kinds, two adapters.
 Pass unchanged() {
   Pass pass;
-  pass.Ip().SetUseDhcp(true);
-  pass.Ip().EnableIpv6();
-  pass.Ip().SetUseIpv6Dhcp(true);
-  pass.Ip().SetDhcpDns(true);
+  pass.Ip() = HostLinux::ipConfig("dhcp dhcp6 dns");
   pass.pending.ipv6Enabled = pass.pending.ipv6EnabledAtStart = true;
   pass.pending.adapters = {"pnic0", "pnic1"};
   pass.pending.hostname = "alpha";
@@ -85,16 +82,13 @@ Pass unchanged() {
 }
 
 void chooseStatic(Pass& pass) {
-  pass.Ip().SetUseDhcp(false);
-  pass.Ip().SetIpv4Address(*Ipv4Address::FromString("10.0.0.9"));
-  pass.Ip().SetIpv4Netmask(Ipv4Address::FromPrefix(24));
+  pass.Ip() = HostLinux::ipConfig("10.0.0.9/24 dhcp6 dns");
 }
 
 // The same with a static address and name servers of its own.
 Pass unchangedStatic() {
   Pass pass = unchanged();
-  chooseStatic(pass);
-  pass.Ip().SetDhcpDns(false);
+  pass.Ip() = HostLinux::ipConfig("10.0.0.9/24 dhcp6");
   pass.Now() = {pass.Ip(), pass.Ip()};
   return pass;
 }

@@ -8,6 +8,7 @@
 #include "console/network_summary.h"
 #include "console/support_pages.h"
 #include "console/welcome_layout.h"
+#include "harness/hosts/machine.h"
 
 using namespace Kiva;
 
@@ -34,7 +35,7 @@ TEST(FactFormat, MemorySizes) {
   }
 }
 
-TEST(FactFormat, CertificateDigests) {
+TEST(FactFormat, CertificateDigestsAndHostKeyFingerprints) {
   const std::pair<std::string, std::string> cases[] = {
       {"SHA1 Fingerprint=AB:CD:0e\n", "AB:CD:0e"},
       {"sha256 Fingerprint=aB:CD\nmore", "aB:CD"},
@@ -45,9 +46,6 @@ TEST(FactFormat, CertificateDigests) {
       {"unable to load certificate", ""},
       {"", ""}};
   for (const auto& [output, digest] : cases) EXPECT_EQ(certificateDigest(output), digest) << output;
-}
-
-TEST(FactFormat, HostKeyFingerprints) {
   EXPECT_EQ(hostKeyFingerprint("3072 SHA256:abc root@host (RSA)\n"), "SHA256:abc");
   EXPECT_EQ(hostKeyFingerprint(" 1024\tde:ad "), "de:ad");
   EXPECT_EQ(hostKeyFingerprint("3072"), "");
@@ -89,12 +87,8 @@ TEST(SupportPages, KeepTheirHintsInTheLastRow) {
 
 TEST(NetworkSummary, LeavesTheDescriptionInSight) {
   using namespace HostCtl::Network;
-  IpConfig config;
-  config.SetUseDhcp(true);
-  std::vector<Ipv6Network> networks;
-  for (const char* text : {"2001:db8:aaaa:bbbb:cccc:dddd:eeee:1", "2001:db8::2", "2001:db8::3"})
-    networks.push_back({*Ipv6Address::FromString(text), 64, AddressType::Static});
-  config.SetIpv6Networks(networks);
+  const IpConfig config = HostLinux::ipConfig(
+      "dhcp 2001:db8:aaaa:bbbb:cccc:dddd:eeee:1/64 2001:db8::2/64 2001:db8::3/64");
   const std::vector<IpAddress> servers = {*parseIpAddress("10.0.0.1"), *parseIpAddress("fe80::1")};
   EXPECT_EQ(networkSummaryText("", config, servers, 60),
             "Hostname\nNot set\nIPv4 Address\nNot set\nNetwork identity acquired from DHCP server\n"

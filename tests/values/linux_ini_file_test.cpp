@@ -18,26 +18,11 @@ using Values = std::vector<std::string>;
 
 // With what an operator may have done to it.
 constexpr const char* kTouched =
-    "# by hand\n"
-    "[Match]\n"
-    "Name = tarn0 \n"
-    "\n"
-    "[Network]\n"
-    "DNS=10.0.0.1\n"
-    ";DNS=10.0.0.9\n"
-    "DNS=10.0.0.2\n"
-    "Domains=a.lan \\\n"
-    "# still the same value\n"
-    "  b.lan\n"
-    "no assignment\n"
-    "\n"
-    "[Route]\n"
-    "Gateway=10.0.0.254\n"
-    "[Address]\n"
-    "Address=10.0.0.5/24\n"
-    "[Address]\n"
-    "Label=own\n"
-    "Address=10.0.0.6/24";
+    "# by hand\n[Match]\nName = tarn0 \n\n"
+    "[Network]\nDNS=10.0.0.1\n;DNS=10.0.0.9\nDNS=10.0.0.2\n"
+    "Domains=a.lan \\\n# still the same value\n  b.lan\nno assignment\n\n"
+    "[Route]\nGateway=10.0.0.254\n"
+    "[Address]\nAddress=10.0.0.5/24\n[Address]\nLabel=own\nAddress=10.0.0.6/24";
 
 TEST(LinuxIniFile, ReadsWhatNetworkdReads) {
   const IniFile file(kTouched);
@@ -50,8 +35,7 @@ TEST(LinuxIniFile, ReadsWhatNetworkdReads) {
       {"Route", "Name", nullptr, {}},
       {"Address", "Address", "10.0.0.6/24", {"10.0.0.5/24", "10.0.0.6/24"}}};
   for (const auto& [section, key, last, all] : cases) {
-    EXPECT_EQ(file.Get(section, key), last ? std::optional<std::string>(last) : std::nullopt)
-        << key;
+    EXPECT_EQ(file.Get(section, key), last ? std::optional<std::string>(last) : std::nullopt);
     EXPECT_EQ(file.GetAll(section, key), all) << key;
   }
   EXPECT_EQ(IniFile("[N]\nA=1\nA=\nA=2\n").GetAll("N", "A"), Values{"2"});

@@ -68,9 +68,9 @@ bool leadsOver(const NetworkTables& tables, int index, const Address& gateway) {
 
 /// Until the route over `gateway` is there, or that over `old` is gone.
 template <class Address>
-void waitForRoute(const std::string& operation, const std::string& interface,
+void waitForRoute(const Files& files, const std::string& operation, const std::string& interface,
                   const Address& gateway, const Address& old) {
-  waitInForce(operation, interface, "the default gateway " + textOf(gateway),
+  waitInForce(files, operation, interface, "the default gateway " + textOf(gateway),
               [&](const NetworkTables& tables, const LinkRow& link) {
                 if (!gateway.IsEmpty()) return leadsOver(tables, link.index, gateway);
                 return old.IsEmpty() || !leadsOver(tables, link.index, old);
@@ -104,8 +104,8 @@ void write(const Files& files, const std::string& operation, const Address& gate
   setGateway(file, gateway);
   const auto check = [&] {
     if (hasFamily(before, gateway))
-      waitForRoute(operation, nic.name, gateway, gatewayOf(before, gateway));
-    waitForStaticAddresses(operation, nic.name, before);
+      waitForRoute(files, operation, nic.name, gateway, gatewayOf(before, gateway));
+    waitForStaticAddresses(files, operation, nic.name, before);
   };
   if (own.Change(operation, nic.name, {{name, file.Text()}},
                  reloadAndCheck(files, operation, nic.name, check)))

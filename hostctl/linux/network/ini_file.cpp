@@ -168,8 +168,23 @@ void IniFile::Set(std::string_view section, std::string_view key, const IniValue
   chosen.Set(key, value);
 }
 
+void IniFile::SetAll(std::string_view section, std::string_view key,
+                     const std::vector<std::string>& values) {
+  if (GetAll(section, key) == values) return;
+  Remove(section, key);
+  for (const auto& value : values) Add(section, key, value);
+}
+
 void IniFile::Add(std::string_view section, std::string_view key, const IniValue& value) {
   SectionFor(section, key).Add(key, value);
+}
+
+void IniFile::SetOrRemove(std::string_view section, std::string_view key,
+                          const std::string& value) {
+  if (value.empty())
+    Remove(section, key);
+  else
+    Set(section, key, value);
 }
 
 void IniFile::Remove(std::string_view section, std::string_view key) {

@@ -75,7 +75,12 @@ class IniFile {
   std::vector<std::string> GetAll(std::string_view section, std::string_view key) const;
   /// In the section that sets it, else the first of that name, else a new one at the end.
   void Set(std::string_view section, std::string_view key, const IniValue& value);
+  /// Makes `values` all values of `key`.
+  void SetAll(std::string_view section, std::string_view key,
+              const std::vector<std::string>& values);
   void Add(std::string_view section, std::string_view key, const IniValue& value);
+  /// An empty value takes the key away.
+  void SetOrRemove(std::string_view section, std::string_view key, const std::string& value);
   /// From all sections of that name.
   void Remove(std::string_view section, std::string_view key);
 

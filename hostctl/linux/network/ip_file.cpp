@@ -5,12 +5,12 @@
 #include <iterator>
 #include <optional>
 
+#include "linux/network/dns_file.h"
 #include "linux/network_file.h"
 #include "linux/text.h"
 
 namespace HostLinux {
 
-using HostCtl::Network::IpAddress;
 using HostCtl::Network::IpConfig;
 using HostCtl::Network::Ipv4Address;
 using HostCtl::Network::Ipv6Address;
@@ -20,7 +20,6 @@ namespace {
 
 constexpr const char* kNetwork = "Network";
 constexpr const char* kKept = "X-Kiva-IPv6";
-constexpr const char* kDhcpv4 = "DHCPv4";
 constexpr const char* kDhcpv6 = "DHCPv6";
 constexpr const char* kAdvertised = "IPv6AcceptRA";
 
@@ -40,19 +39,6 @@ struct Ipv6Part {
 
 const char* yesNo(bool yes) {
   return yes ? "yes" : "no";
-}
-
-void setAll(IniFile& file, const char* section, const char* key, const Values& values) {
-  if (file.GetAll(section, key) == values) return;
-  file.Remove(section, key);
-  for (const auto& value : values) file.Add(section, key, value);
-}
-
-void setIf(IniFile& file, const char* section, const char* key, bool wanted, const char* value) {
-  if (wanted)
-    file.Set(section, key, value);
-  else
-    file.Remove(section, key);
 }
 
 bool says(const IniFile& file, const char* section, const char* key, bool otherwise) {
@@ -93,7 +79,7 @@ void exchange(IniFile& file, const char* section, const char* key, IsOurs isOurs
   std::erase_if(values, isOurs);
   values.insert(values.begin() + before, std::make_move_iterator(ours.begin()),
                 std::make_move_iterator(ours.end()));
-  setAll(file, section, key, values);
+  file.SetAll(section, key, values);
 }
 
 bool isIpv4Network(const std::string& text) {
@@ -167,14 +153,15 @@ bool reaches(const Ipv6Part& part, const Ipv6Address& gateway) {
 void setIpv6Part(IniFile& file, const Ipv6Part& part, Ipv6Half half) {
   const bool inForce = half == Ipv6Half::InForce;
   const bool listens = part.dhcp || part.advertised;
+  const auto ifListening = [&](const char* value) { return listens ? value : ""; };
   exchangeNetworks(file, sectionOf(!inForce), {});
   exchangeGateway(file, sectionOf(!inForce), Ipv6Address());
   file.Set(kNetwork, "LinkLocalAddressing", inForce ? "ipv6" : "no");
   file.Set(kNetwork, "IPv6AcceptRA", yesNo(inForce && listens));
-  setIf(file, kDhcpv6, "WithoutRA", part.dhcp, "solicit");
-  setIf(file, kAdvertised, "UseAutonomousPrefix", listens, yesNo(part.advertised));
-  setIf(file, kAdvertised, "DHCPv6Client", listens, part.dhcp ? "always" : "no");
-  setIf(file, kAdvertised, "UseGateway", !part.gateway.IsEmpty(), "no");
+  file.SetOrRemove(kDhcpv6, "WithoutRA", part.dhcp ? "solicit" : "");
+  file.SetOrRemove(kAdvertised, "UseAutonomousPrefix", ifListening(yesNo(part.advertised)));
+  file.SetOrRemove(kAdvertised, "DHCPv6Client", ifListening(part.dhcp ? "always" : "no"));
+  file.SetOrRemove(kAdvertised, "UseGateway", part.gateway.IsEmpty() ? "" : "no");
   exchangeNetworks(file, sectionOf(inForce), part.networks);
   exchangeGateway(file, sectionOf(inForce), part.gateway);
   setDhcp(file, usesDhcpv4(file), inForce && part.dhcp);
@@ -190,38 +177,6 @@ void setIpv4(IniFile& file, const IpConfig& config) {
   if (networks.empty() || !inSameNetwork(address, gateway, mask))
     exchangeGateway(file, kNetwork, Ipv4Address());
   setDhcp(file, config.GetIpv4UseDhcp(), isInForce(file) && usesDhcpv6(file, true));
-}
-
-struct DhcpDnsKey {
-  const char* section;
-  const char* key;
-};
-
-constexpr DhcpDnsKey kDhcpDnsKeys[] = {
-    {kDhcpv4, "UseDNS"},     {kDhcpv4, "UseDomains"},     {kDhcpv4, "UseHostname"},
-    {kDhcpv6, "UseDNS"},     {kDhcpv6, "UseDomains"},     {kDhcpv6, "UseHostname"},
-    {kAdvertised, "UseDNS"}, {kAdvertised, "UseDomains"},
-};
-
-void setDhcpDns(IniFile& file, bool fromDhcp) {
-  for (const auto& [section, key] : kDhcpDnsKeys) file.Set(section, key, yesNo(fromDhcp));
-  if (fromDhcp) file.Remove(kNetwork, "DNS");
-}
-
-bool dnsFromDhcp(const IniFile& file, bool dhcpv6) {
-  return (usesDhcpv4(file) && says(file, kDhcpv4, "UseDNS", true)) ||
-         (dhcpv6 && says(file, kDhcpv6, "UseDNS", true));
-}
-
-Values domainsIn(const IniFile& file) {
-  Values domains;
-  for (const auto& value : file.GetAll(kNetwork, "Domains"))
-    for (const auto word : words(value)) domains.emplace_back(word);
-  return domains;
-}
-
-bool isRouteOnly(const std::string& domain) {
-  return domain.starts_with('~');
 }
 
 }  // namespace
@@ -242,7 +197,8 @@ IpConfig ipConfigIn(const IniFile& file) {
   config.SetUseIpv6RouterAdvertised(ipv6.advertised);
   config.SetIpv6Networks(ipv6.networks);
   config.SetIpv6Gateway(ipv6.gateway);
-  config.SetDhcpDns(dnsFromDhcp(file, ipv6.dhcp));
+  config.SetDhcpDns((usesDhcpv4(file) && takesLeasedDns(file, Dhcp::V4)) ||
+                    (ipv6.dhcp && takesLeasedDns(file, Dhcp::V6)));
   return config;
 }
 
@@ -256,7 +212,7 @@ void setIpConfig(IniFile& file, const std::string& interface, const IpConfig& co
     setIpv6Part(file, part, config.GetIpv6Enabled() ? half : Ipv6Half::Kept);
   }
   setIpv4(file, config);
-  setDhcpDns(file, config.GetDnsFromDhcp());
+  setDnsFromDhcp(file, config.GetDnsFromDhcp());
 }
 
 void setIpv6Half(IniFile& file, Ipv6Half half) {
@@ -271,47 +227,6 @@ void setGateway(IniFile& file, const Ipv6Address& gateway) {
   Ipv6Part part = ipv6PartIn(file);
   part.gateway = gateway;
   setIpv6Part(file, part, isInForce(file) ? Ipv6Half::InForce : Ipv6Half::Kept);
-}
-
-void setResolver(IniFile& file, const std::vector<IpAddress>& nameServers,
-                 const std::vector<std::string>& searchDomains) {
-  Values servers;
-  for (const auto& server : nameServers) servers.push_back(toString(server));
-  if (nameServersIn(file) != nameServers) setAll(file, kNetwork, "DNS", servers);
-  if (searchDomainsIn(file) == searchDomains) return;
-  Values domains = domainsIn(file);
-  std::erase_if(domains, [](const std::string& domain) { return !isRouteOnly(domain); });
-  domains.insert(domains.begin(), searchDomains.begin(), searchDomains.end());
-  setAll(file, kNetwork, "Domains", domains);
-}
-
-std::vector<IpAddress> nameServersIn(const IniFile& file) {
-  std::vector<IpAddress> servers;
-  for (const auto& value : file.GetAll(kNetwork, "DNS"))
-    for (const auto word : words(value))
-      if (const auto server = HostCtl::Network::parseIpAddress(std::string(word)))
-        servers.push_back(*server);
-  return servers;
-}
-
-std::vector<std::string> searchDomainsIn(const IniFile& file) {
-  Values domains = domainsIn(file);
-  std::erase_if(domains, isRouteOnly);
-  return domains;
-}
-
-bool inSameNetwork(const Ipv6Address& a, const Ipv6Address& b, int prefix) {
-  const auto differs = [&](int bit) {
-    const auto byte = static_cast<std::size_t>(bit / 8);
-    return ((a.GetBytes()[byte] ^ b.GetBytes()[byte]) >> (7 - bit % 8) & 1) != 0;
-  };
-  for (int bit = 0; bit < prefix; ++bit)
-    if (differs(bit)) return false;
-  return true;
-}
-
-bool inSameNetwork(Ipv4Address a, Ipv4Address b, Ipv4Address mask) {
-  return ((a.GetValue() ^ b.GetValue()) & mask.GetValue()) == 0;
 }
 
 }  // namespace HostLinux

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "hostctl/network/ip_config.h"
 #include "linux/network/ini_file.h"
@@ -35,19 +34,5 @@ void setIpv6Half(IniFile& file, Ipv6Half half);
 /// The empty address for none. An IPv6 gateway puts those that routers advertise out of use.
 void setGateway(IniFile& file, HostCtl::Network::Ipv4Address gateway);
 void setGateway(IniFile& file, const HostCtl::Network::Ipv6Address& gateway);
-
-/// Name servers in their order, and the search list. Domains that are not searched but routed to
-/// this interface ("~corp.lan") stay.
-void setResolver(IniFile& file, const std::vector<HostCtl::Network::IpAddress>& nameServers,
-                 const std::vector<std::string>& searchDomains);
-
-std::vector<HostCtl::Network::IpAddress> nameServersIn(const IniFile& file);
-std::vector<std::string> searchDomainsIn(const IniFile& file);
-
-/// Whether two addresses have their first `prefix` bits in common.
-bool inSameNetwork(const HostCtl::Network::Ipv6Address& a, const HostCtl::Network::Ipv6Address& b,
-                   int prefix);
-bool inSameNetwork(HostCtl::Network::Ipv4Address a, HostCtl::Network::Ipv4Address b,
-                   HostCtl::Network::Ipv4Address mask);
 
 }  // namespace HostLinux

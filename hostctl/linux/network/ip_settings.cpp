@@ -110,10 +110,10 @@ std::vector<FileChange> changesFor(const Files& files, const OwnFiles& own,
 
 }  // namespace
 
-void waitForStaticAddresses(const std::string& operation, const std::string& interface,
-                            const IpConfig& config) {
+void waitForStaticAddresses(const Files& files, const std::string& operation,
+                            const std::string& interface, const IpConfig& config) {
   for (const Wanted& wanted : staticAddresses(config))
-    waitInForce(operation, interface, "the address " + toString(wanted.address),
+    waitInForce(files, operation, interface, "the address " + toString(wanted.address),
                 [&](const auto& tables, const auto& link) { return has(tables, link, wanted); });
 }
 
@@ -128,7 +128,8 @@ void writeIpConfig(const Files& files, const std::string& interface, const IpCon
   const bool released = takeReleaseBack(files, interface);
   const auto check = [&] {
     refuseForeign(files, kOperation, interface);
-    waitForStaticAddresses(kOperation, interface, ipConfigIn(own.Read(changes.front().name)));
+    waitForStaticAddresses(files, kOperation, interface,
+                           ipConfigIn(own.Read(changes.front().name)));
   };
   const bool changed = own.Change(kOperation, interface, changes,
                                   reloadAndCheck(files, kOperation, interface, check));

@@ -23,7 +23,7 @@ void writeGateway(const Files& files, HostCtl::Network::Ipv4Address gateway);
 void writeGateway(const Files& files, const HostCtl::Network::Ipv6Address& gateway);
 
 /// Waits until the interface has the static addresses of `config`.
-void waitForStaticAddresses(const std::string& operation, const std::string& interface,
-                            const HostCtl::Network::IpConfig& config);
+void waitForStaticAddresses(const Files& files, const std::string& operation,
+                            const std::string& interface, const HostCtl::Network::IpConfig& config);
 
 }  // namespace HostLinux

@@ -5,15 +5,16 @@
 #include <system_error>
 
 #include "hostctl/lib/exception.h"
+#include "hostctl/lib/whole_file.h"
 #include "linux/network/ip_file.h"
 #include "linux/network/nic_reader.h"
 #include "linux/network/own_files.h"
-#include "linux/replace_file.h"
 #include "linux/text.h"
 
 namespace HostLinux {
 
 using HostCtl::Lib::HostCtlException;
+using HostCtl::Lib::replaceFile;
 
 namespace {
 

@@ -8,6 +8,7 @@
 #include <system_error>
 
 #include "hostctl/lib/exception.h"
+#include "hostctl/lib/whole_file.h"
 #include "linux/network/dhcp_release.h"
 #include "linux/network/foreign.h"
 #include "linux/network/ip_file.h"
@@ -19,11 +20,11 @@
 #include "linux/network/wait.h"
 #include "linux/network_file.h"
 #include "linux/network_tables.h"
-#include "linux/replace_file.h"
 
 namespace HostLinux {
 
 using HostCtl::Lib::HostCtlException;
+using HostCtl::Lib::replaceFile;
 using HostCtl::Network::LeaseRenewal;
 namespace fs = std::filesystem;
 
@@ -92,13 +93,15 @@ void takeUp(const Files& files, const std::string& operation, const std::string&
   if (!came)
     throw HostCtlException(operation, interface, "the link did not come up within 10 seconds");
   const OwnFiles own(files);
-  waitForStaticAddresses(operation, interface,
+  waitForStaticAddresses(files, operation, interface,
                          ipConfigIn(own.Read(ownFileName(interface, "network"))));
 }
 
+// An interface that comes up while networkd still takes its old addresses away stays without them.
 void takeDown(const Files& files, const std::string& operation, const std::string& interface) {
   letNetworkdFinish(files, interface);
   setLinkUp(operation, interface, false);
+  letNetworkdSeeItDown(files, interface);
 }
 
 }  // namespace

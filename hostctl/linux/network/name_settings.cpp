@@ -8,8 +8,11 @@
 #include <system_error>
 
 #include "hostctl/lib/exception.h"
+#include "hostctl/lib/whole_file.h"
 #include "hostseam/domain_name.h"
+#include "linux/network/dns_file.h"
 #include "linux/network/foreign.h"
+#include "linux/network/host_name.h"
 #include "linux/network/ip_file.h"
 #include "linux/network/ip_settings.h"
 #include "linux/network/networkd_bus.h"
@@ -17,13 +20,14 @@
 #include "linux/network/own_files.h"
 #include "linux/network/settle.h"
 #include "linux/network_file.h"
-#include "linux/replace_file.h"
 #include "linux/resolver.h"
 #include "linux/text.h"
 
 namespace HostLinux {
 
+using HostCtl::Lib::changeFile;
 using HostCtl::Lib::HostCtlException;
+using HostCtl::Lib::replaceFile;
 using HostCtl::Network::IpAddress;
 using HostSeam::DnsChange;
 namespace fs = std::filesystem;
@@ -33,12 +37,6 @@ namespace {
 constexpr const char* kOperation = "SaveConfig";
 constexpr const char* kResolverFile = "/etc/resolv.conf";
 constexpr const char* kHostnameFile = "/etc/hostname";
-constexpr const char* kHostsFile = "/etc/hosts";
-constexpr std::string_view kOwnEntry = "127.0.1.1";
-
-std::string_view labelOf(std::string_view name) {
-  return name.substr(0, name.find('.'));
-}
 
 std::vector<std::string> eachOnce(const std::vector<std::string>& domains) {
   std::vector<std::string> once;
@@ -101,7 +99,7 @@ class ResolverChange {
       if (changesFile)
         own_.Change(kOperation, interface_, {{name_, file_.Text()}},
                     reloadAndCheck(files_, kOperation, interface_, [this] {
-                      waitForStaticAddresses(kOperation, interface_, ipConfigIn(file_));
+                      waitForStaticAddresses(files_, kOperation, interface_, ipConfigIn(file_));
                     }));
     } catch (const HostCtlException&) {
       if (writes) PutBack();
@@ -151,70 +149,13 @@ class ResolverChange {
   std::string text_;
 };
 
-void renameInHosts(const Files& files, const std::string& from, const std::string& to) try {
-  const auto old = files.Read(kHostsFile);
-  if (!old) return;
-  const std::string hosts = withRenamedHost(*old, from, to);
-  if (hosts != *old)
-    writeText(files.Path(kHostsFile), hosts);
-  else if (old->find(kOwnEntry) != std::string::npos)
-    syslog(LOG_USER | LOG_INFO, "%s of %s is left as it is", kOwnEntry.data(), kHostsFile);
-} catch (const std::system_error& error) {
-  syslog(LOG_USER | LOG_ERR, "The hosts file keeps the old name: %s", error.what());
-}
-
-std::string renamed(std::string_view entry, std::string_view from, std::string_view to) {
-  std::vector<std::string_view> names;
-  const auto add = [&](std::string_view name) {
-    if (std::find(names.begin(), names.end(), name) == names.end()) names.push_back(name);
-  };
-  for (const auto name : words(entry)) {
-    if (name == from) add(to);
-    if (name == labelOf(from)) add(labelOf(to));
-    if (name != from && name != labelOf(from)) add(name);
-  }
-  std::string text(names[0]);
-  for (std::size_t i = 1; i < names.size(); ++i) text.append(i == 1 ? "\t" : " ").append(names[i]);
-  return text;
-}
-
 void takeNameBack(const std::string& name) try {
   setStaticHostname(kOperation, name);
 } catch (const HostCtlException& error) {
   syslog(LOG_USER | LOG_ERR, "The host keeps its new name: %s", error.what());
 }
 
-bool holds(const std::vector<std::string_view>& names, std::string_view name) {
-  return std::find(names.begin(), names.end(), name) != names.end();
-}
-
 }  // namespace
-
-std::string nameAfter(std::string_view name, const DnsChange& change) {
-  const auto dot = name.find('.');
-  const std::string label = change.hostname.value_or(std::string(labelOf(name)));
-  std::string domain(dot == name.npos ? "" : name.substr(dot + 1));
-  if (label.find('.') != label.npos) domain.clear();
-  domain = change.domain.value_or(domain);
-  return domain.empty() ? label : label + "." + domain;
-}
-
-std::string withRenamedHost(std::string_view hosts, std::string_view from, std::string_view to) {
-  std::string result;
-  for (const std::string_view line : lines(hosts)) {
-    const auto comment = std::min(line.find('#'), line.size());
-    const auto names = words(line.substr(0, comment));
-    const bool own = !names.empty() && names[0] == kOwnEntry;
-    if (own && (holds(names, from) || holds(names, labelOf(from)))) {
-      result += renamed(line.substr(0, comment), from, to);
-      if (comment < line.size()) result.append(" ").append(line.substr(comment));
-    } else {
-      result.append(line);
-    }
-    if (line.data() + line.size() != hosts.data() + hosts.size()) result += "\n";
-  }
-  return result;
-}
 
 void writeDns(const Files& files, const DnsChange& asked) try {
   DnsChange change = asked;

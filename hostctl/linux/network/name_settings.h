@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <string>
-#include <string_view>
-
 #include "hostseam/network.h"
 #include "linux/files.h"
 
@@ -21,12 +18,5 @@ void writeDns(const Files& files, const HostSeam::DnsChange& change);
 /// have changed. What is so already is not touched, and where there is no server yet, the old ones
 /// stay. Throws HostCtlException.
 void followLeasedServers(const Files& files);
-
-/// The name that the host named `name` has after `change`: its domain stays unless that is changed.
-std::string nameAfter(std::string_view name, const HostSeam::DnsChange& change);
-
-/// A hosts file in which the host's own entry (127.0.1.1) has followed the host from one name to
-/// another. Entries that do not hold the old name stay.
-std::string withRenamedHost(std::string_view hosts, std::string_view from, std::string_view to);
 
 }  // namespace HostLinux

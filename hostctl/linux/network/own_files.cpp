@@ -9,15 +9,17 @@
 #include <system_error>
 
 #include "hostctl/lib/exception.h"
+#include "hostctl/lib/whole_file.h"
 #include "linux/folder_lock.h"
 #include "linux/network/networkd_bus.h"
 #include "linux/network_file.h"
-#include "linux/replace_file.h"
 #include "linux/text.h"
 
 namespace HostLinux {
 
 using HostCtl::Lib::HostCtlException;
+using HostCtl::Lib::replaceFile;
+using HostCtl::Lib::syncFolder;
 namespace fs = std::filesystem;
 
 namespace {
@@ -141,12 +143,12 @@ bool OwnFiles::Change(const std::string& operation, const std::string& object,
     }
     again = &takeOver;
     takeOver();
-  } catch (const HostCtlException&) {
-    PutBack(old, again);
-    throw;
   } catch (const std::system_error& error) {
     PutBack(old, again);
     throw HostCtlException(operation, object, error.what());
+  } catch (...) {
+    PutBack(old, again);
+    throw;
   }
   return true;
 }

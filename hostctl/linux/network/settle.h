@@ -15,9 +15,11 @@ namespace HostLinux {
 using IsInForce = std::function<bool(const NetworkTables&, const LinkRow&)>;
 
 /// Waits until `isInForce`, for ten seconds at most; then HostCtlException of `operation` says that
-/// `what` did not come. On a link that has no carrier after three of them nothing comes into force
-/// before its cable is plugged in; nobody waits for that.
-void waitInForce(const std::string& operation, const std::string& interface,
+/// `what` did not come. An interface that networkd gave up is configured anew meanwhile, because it
+/// does not try again by itself, not even at a reload. On a link that has no carrier after three
+/// seconds nothing comes into force before its cable is plugged in; nobody waits for that. `files`
+/// outlives the call.
+void waitInForce(const Files& files, const std::string& operation, const std::string& interface,
                  const std::string& what, const IsInForce& isInForce);
 
 /// Has networkd reload and waits until it has begun to configure the interface anew, which takes
@@ -28,6 +30,9 @@ void reloadFor(const Files& files, const std::string& operation, const std::stri
 /// Waits until networkd has done all that it can, two seconds at most: it also takes links up, and
 /// calls an interface that waits for a lease or a router unfinished.
 void letNetworkdFinish(const Files& files, const std::string& interface);
+
+/// Waits until networkd knows that the interface is down, two seconds at most.
+void letNetworkdSeeItDown(const Files& files, const std::string& interface);
 
 /// Does what reloadFor does and checks what came of it: the first time only, so not when the old
 /// files are taken over again. `files` outlives it.

@@ -26,23 +26,26 @@ bool anyBond(const Switches& switches) {
 }
 
 /// Keeps the uplinks' ports that switches are about to lose silent, because networkd may give a
-/// bridge its new port while it has the old one; two ways to the same network are a loop.
+/// bridge its new port while it has the old one; two ways to the same network are a loop. They stay
+/// so until the switches are as they shall be: as they were, where a change fails.
 class SilentPorts {
  public:
-  SilentPorts(const ChangeContext& context, const Switches& before, Switches after)
-      : context_(context) {
-    const auto links = readLinks(context.operation);
+  explicit SilentPorts(const ChangeContext& context) : context_(context) {}
+  ~SilentPorts() { Raise(); }
+  SilentPorts(const SilentPorts&) = delete;
+  SilentPorts& operator=(const SilentPorts&) = delete;
+
+  void Silence(const Switches& before, Switches after) {
+    const auto links = readLinks(context_.operation);
     for (const Switch& one : before) {
       const Switch* later = findSwitch(after, one.name);
       const std::string port = later ? later->UplinkPort() : "";
       if (!port.empty() && port != one.UplinkPort()) Silence(one.UplinkPort(), links);
     }
   }
-  ~SilentPorts() {
-    for (const auto& port : silenced_) Raise(port);
+  void Raise() {
+    for (const auto& port : std::exchange(silenced_, {})) Raise(port);
   }
-  SilentPorts(const SilentPorts&) = delete;
-  SilentPorts& operator=(const SilentPorts&) = delete;
 
  private:
   void Silence(const std::string& port, const std::vector<LinkRow>& links) {
@@ -113,12 +116,14 @@ void SwitchEditor::Carry(std::vector<FileChange> changes,
                          const std::function<void()>& alsoSettled) {
   DemandAbilities();
   bool told = false;
+  SilentPorts silent(context_);
   own_.Change(context_.operation, context_.object, std::move(changes), [&] {
     const bool back = std::exchange(told, true);
     const Switches &from = back ? after_ : before_, &to = back ? before_ : after_;
-    const SilentPorts silent(context_, from, to);
+    silent.Silence(from, to);
     reloadNetworkd(context_.operation, context_.object);
     settleSwitches(context_, from, to);
+    silent.Raise();
     if (!back && alsoSettled) alsoSettled();
   });
   before_ = after_;

@@ -64,14 +64,6 @@ std::vector<FileChange> FileSet::Changes() const {
   return changes;
 }
 
-/// Sets the key where there is a value, else takes it away.
-void assign(IniFile& file, const char* section, const char* key, const std::string& value) {
-  if (value.empty())
-    file.Remove(section, key);
-  else
-    file.Set(section, key, value);
-}
-
 std::string textOf(PortVlans::Range range) {
   const std::string first = std::to_string(range.first);
   return range.first == range.last ? first : first + "-" + std::to_string(range.last);
@@ -100,8 +92,8 @@ void writeVlans(IniFile& file, const std::optional<PortVlans>& vlans) {
 void writeMaster(IniFile& file, const Switch& of, const std::string& master,
                  const PortVlans& vlans) {
   const bool onBridge = master == of.name;
-  assign(file, "Network", "Bridge", onBridge ? master : "");
-  assign(file, "Network", "Bond", onBridge ? "" : master);
+  file.SetOrRemove("Network", "Bridge", onBridge ? master : "");
+  file.SetOrRemove("Network", "Bond", onBridge ? "" : master);
   writeVlans(file, onBridge && of.FiltersVlans() ? std::optional(vlans) : std::nullopt);
 }
 
@@ -124,8 +116,8 @@ void writeBridge(FileSet& files, const Switch& one) {
   IniFile& device = files.Device(one.name, "bridge", "switch");
   device.Set("Bridge", "STP", "no");
   device.Set("Bridge", "ForwardDelaySec", "0");
-  assign(device, "Bridge", "VLANFiltering", one.FiltersVlans() ? "yes" : "");
-  assign(device, "Bridge", "DefaultPVID", one.FiltersVlans() ? "none" : "");
+  device.SetOrRemove("Bridge", "VLANFiltering", one.FiltersVlans() ? "yes" : "");
+  device.SetOrRemove("Bridge", "DefaultPVID", one.FiltersVlans() ? "none" : "");
   writePortGroups(device, one.portGroups);
   IniFile& link = files.Link(one.name, "switch");
   // It would answer, with its own hardware address, whoever asks for an interface behind it.
@@ -151,13 +143,13 @@ void writeUplink(FileSet& files, const Switch& of, std::size_t order) {
   IniFile& file = files.Link(uplink.nic, "uplink");
   const auto permanent = MacAddress::FromString(uplink.permanentAddress);
   const bool alone = master == of.name && permanent;
-  assign(file, "Link", "MACAddress", alone ? permanent->ForUplink().ToString() : "");
+  file.SetOrRemove("Link", "MACAddress", alone ? permanent->ForUplink().ToString() : "");
   writeMaster(file, of, master, of.VlansOfUplink());
-  assign(file, "Network", "PrimarySlave", of.HasBond() && order == 0 ? "yes" : "");
+  file.SetOrRemove("Network", "PrimarySlave", of.HasBond() && order == 0 ? "yes" : "");
   file.Set(kOwn, "Switch", of.name);
   file.Set(kOwn, "Order", std::to_string(order));
   file.Set(kOwn, "Active", uplink.active ? "yes" : "no");
-  assign(file, kOwn, "PermanentMACAddress", uplink.permanentAddress);
+  file.SetOrRemove(kOwn, "PermanentMACAddress", uplink.permanentAddress);
 }
 
 void writeInterface(FileSet& files, const Switch& of, const SwitchInterface& interface) {

@@ -94,18 +94,19 @@ std::vector<SwitchRecord> readSwitches(const Files& files) {
 
 std::vector<PnicRecord> readPnics(const Files& files, const std::vector<LinkRow>& links) {
   auto pnics = readPnics(files);
-  const auto nics = physicalNics(files);
   Switches switches = readSwitchFiles(OwnFiles(files));
-  for (std::size_t i = 0; i < std::min(pnics.size(), nics.size()); ++i) {
-    const std::string& nic = nics[i].kernel;
+  for (const auto& [name, nic] : physicalNics(files)) {
+    const auto pnic = std::find_if(pnics.begin(), pnics.end(),
+                                   [&, &name = name](const auto& one) { return one.name == name; });
+    if (pnic == pnics.end()) continue;
     if (Switch* of = switchWithUplink(switches, nic)) {
-      pnics[i].switchName = of->name;
+      pnic->switchName = of->name;
       const auto uplink = findUplink(*of, nic);
-      if (!uplink->permanentAddress.empty()) pnics[i].macAddress = uplink->permanentAddress;
+      if (!uplink->permanentAddress.empty()) pnic->macAddress = uplink->permanentAddress;
     }
     for (const LinkRow& link : links)
       if (link.name == nic && !link.permanentAddress.empty())
-        pnics[i].macAddress = link.permanentAddress;
+        pnic->macAddress = link.permanentAddress;
   }
   return pnics;
 }

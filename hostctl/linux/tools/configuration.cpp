@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "hostctl/lib/exception.h"
+#include "hostctl/lib/whole_file.h"
 #include "linux/network/ipv6_switch.h"
-#include "linux/replace_file.h"
 #include "linux/run_program.h"
 #include "linux/staging_folder.h"
 #include "linux/text.h"
@@ -18,6 +18,7 @@
 namespace HostLinux {
 
 using HostCtl::Lib::HostCtlException;
+using HostCtl::Lib::replaceFile;
 namespace fs = std::filesystem;
 
 namespace {

@@ -15,7 +15,7 @@
 
 #include "hostctl/lib/descriptor.h"
 #include "hostctl/lib/exception.h"
-#include "linux/replace_file.h"
+#include "hostctl/lib/whole_file.h"
 #include "linux/run_program.h"
 #include "linux/text.h"
 #include "linux/tools/remote_logins.h"
@@ -25,6 +25,7 @@ namespace HostLinux {
 
 using HostCtl::Lib::Descriptor;
 using HostCtl::Lib::HostCtlException;
+using HostCtl::Lib::replaceFile;
 
 namespace {
 

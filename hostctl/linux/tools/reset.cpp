@@ -9,15 +9,17 @@
 
 #include "hostctl/lib/descriptor.h"
 #include "hostctl/lib/exception.h"
+#include "hostctl/lib/whole_file.h"
 #include "linux/network/ipv6_switch.h"
 #include "linux/network_file.h"
-#include "linux/replace_file.h"
 #include "linux/tools/configuration.h"
 
 namespace HostLinux {
 
 using HostCtl::Lib::Descriptor;
 using HostCtl::Lib::HostCtlException;
+using HostCtl::Lib::replaceFile;
+using HostCtl::Lib::syncFolder;
 namespace fs = std::filesystem;
 
 namespace {

@@ -79,6 +79,10 @@ struct Ipv6Network {
   bool operator==(const Ipv6Network&) const = default;
 };
 
+/// Whether two addresses have their first `prefix` bits, or those of `mask`, in common.
+bool inSameNetwork(const Ipv6Address& a, const Ipv6Address& b, int prefix);
+bool inSameNetwork(Ipv4Address a, Ipv4Address b, Ipv4Address mask);
+
 using IpAddress = std::variant<Ipv4Address, Ipv6Address>;
 
 /// Either kind of address as text, with its zone.

@@ -6,6 +6,9 @@
 
 namespace HostCtl::Network {
 
+/// Whoever works on the hosts file holds a lock (flock) on this one.
+inline constexpr const char* kHostsFileLock = "/var/run/kiva-hosts.lock";
+
 /// The host's own table of names, which name resolution asks before any server. Throws
 /// HostCtlException when the host fails.
 class HostsFile {

@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: MIT
+// The window of the network restore options, and its restore of the factory network.
+#include <gtest/gtest.h>
+
+#include "harness/demo.h"
+
+using namespace Harness;
+
+namespace {
+
+const Lines kOpen = kLogIn + Lines{"choose:Network Restore Options", "wait:Create Standard Switch"};
+const Lines kAsk = kOpen + Lines{"choose:Restore Network Settings", "wait:Yes, Reset"};
+const std::string kWarning = "wait:Warning: VMs running", kResult = "wait:<Enter> OK";
+const Lines kAnnounced = {"log.info\tRestoring factory network settings",
+                          "log.info\tInitializing evbuser library",
+                          "event\t@&!*@*@(evb.user.kiva.factory.network.restored)"
+                          "Restoring factory network settings"};
+const std::string kOff = "run\t/sbin/powerOffVms powerOffVms",
+                  kDumper = "hostctl\tDisableNetDumper";
+const Lines kClearing = {kDumper, "log.info\tClearing Network Config"};
+const Lines kCleared =
+    kClearing + Lines{"hostctl\tClearNetworkConfig", "log.info\tAuto-Configuring Network"};
+const Lines kRestored = kCleared + "hostctl\tAutoConfigNetwork";
+const Lines kNot = {"log.warning\tno", "log.err\tError auto-configuring network"};
+
+TEST(NetworkRestore, DescribesEveryRepair) {
+  const std::tuple<const char*, Lines, std::string> panes[] = {
+      {"Create Standard Switch", {"Create a new standard virtual", "added."}, "Create"},
+      {"Create Port Group", {"Create a new port group by name", "added."}, "Create"},
+      {"Migrate Tarn NIC to Standard Switch", {"Migrate a tarnnic", "portgroup."}, "Migrate"},
+      {"Restore Network Settings", {"Restoring the network", "software."}, "Restart"},
+      {"Restore Standard Switch", {"All management network", "they are."}, "Restore"},
+      {"Restore xDS", {"Reconfigure properties of", "moved to it."}, "Restore"}};
+  for (const Size size : {Size{24, 80}, Size{43, 132}}) {
+    Demo demo({}, {.size = size, .environment = kQuickEscape.environment});
+    demo.Do(kOpen);
+    const int half = size.columns / 2;
+    for (const auto& [title, texts, action] : panes) {
+      const Screen screen = demo.Look();
+      SCOPED_TRACE(screen.Dump());
+      EXPECT_EQ(screen.Cells(1, 3, half), "Network Restore Options");
+      EXPECT_EQ(screen.Cells(1, half + 2, size.columns - 1), title);
+      EXPECT_EQ(focusedText(screen), title);
+      EXPECT_EQ(missingFrom(screen, texts), Lines{});
+      const std::string footer = screen.Cells(size.rows - 3, half + 1, size.columns - 1);
+      const auto blanks = footer.size() - action.size() - 18;
+      EXPECT_EQ(footer, "<Enter> " + action + std::string(blanks, ' ') + "<Esc> Exit");
+      demo.Press("Down");
+    }
+    demo.Do({"Esc", "wait:System Customization", "wait:To view various network restore"});
+  }
+}
+
+TEST(NetworkRestore, RestoresTheFactoryNetworkAsFarAsHostAndOperatorLetIt) {
+  const auto off = [](const Json& answer) { return rehearsed({{"/sbin/powerOffVms", answer}}); };
+  const auto fault = [](Json host, const char* operation) {
+    host.merge_patch(failing(operation, "no"));
+    return host;
+  };
+  const Json any = Json::object(), idle = {{"machines", Json::array()}}, bad = off({{"status", 1}});
+  const Json mute = fault(idle, "HasRunningVirtualMachines");
+  const Lines kept = {kDumper, "log.err\tError powering off VMs"}, unsure = {"log.err\tno"};
+  const std::string done = " Done.", failed = " Failed.", vms = "Powering Off VMs.",
+                    net = "Auto-configuring network.";
+  const Lines yes = {"F11", kWarning, "type:yY ", "F11", kWarning, "Enter", kResult}, go = {"F11"};
+  const Lines no = {"F11", kWarning, "Esc"};
+  const struct {
+    Json host;
+    Lines steps, lines, shows;
+  } cases[] = {
+      {any, {"Enter", "F2", "Esc"}, {}, {}},
+      {any, no, kAnnounced, {}},
+      {any, yes, Lines{kOff} + kRestored, {vms + done, net + done}},
+      {idle, go, kRestored, {net + done, ""}},
+      {bad, yes, Lines{kOff} + kept, {vms + failed, ""}},
+      {off(kDies), yes, Lines{kOff, kKilled} + kept, {vms + failed, ""}},
+      {off(kGone), yes, Lines{kOff} + kept, {vms + failed, ""}},
+      {fault(bad, "DisableNetDumper"), yes, Lines{kOff} + kNot, {vms + failed, ""}},
+      {fault(any, "DisableNetDumper"), yes, Lines{kOff} + kNot, {vms + done, "Failed."}},
+      {fault(idle, "DisableNetDumper"), go, kNot, {"Failed.", ""}},
+      {fault(idle, "ClearNetworkConfig"), go, kClearing + kNot, {net + failed, ""}},
+      {fault(idle, "AutoConfigNetwork"), go, kCleared + kNot, {net + failed, ""}},
+      {mute, no, unsure + kAnnounced, {}},
+      {mute, yes, unsure + kOff + kRestored, {vms + done, net + done}},
+  };
+  for (const auto& [host, steps, lines, shows] : cases) {
+    SCOPED_TRACE(host.dump() + testing::PrintToString(steps));
+    Demo demo(host, kQuickEscape);
+    demo.Do(kAsk);
+    demo.NewLines();
+    demo.Do(steps);
+    if (!shows.empty()) {
+      const Screen screen = demo.WaitFor("<Enter> OK");
+      EXPECT_EQ((Lines{screen.Cells(13, 12, 68), screen.Cells(14, 12, 68)}), shows);
+      EXPECT_EQ(missingFrom(screen, {"  Restore Network Settings  ", "Please wait "}), Lines{});
+      EXPECT_EQ(demo.NewLines(), lines);
+      demo.Do({"Esc", "F11", kResult, "Enter"});
+    }
+    demo.Do({"gone:Factory Settings", "wait:<Enter> Restart"});
+    EXPECT_EQ(demo.NewLines(), shows.empty() ? lines : kAnnounced);
+  }
+}
+
+TEST(NetworkRestore, AToolThatHangsOnlyBlocksAndWhatIsTypedMeanwhileIsDropped) {
+  Demo demo(rehearsed({{"/sbin/powerOffVms", {{"status", 0}, {"seconds", 2}}}}));
+  demo.Do(kAsk + Lines{"F11", kWarning});
+  demo.Send("\n");
+  demo.WaitForPassing("Powering Off VMs.");
+  demo.Send("\n\n");
+  demo.Do({"wait:Powering Off VMs. Done.", kResult});
+  EXPECT_FALSE(demo.HasLine("log.info", "Restoring factory network settings"));
+}
+
+TEST(NetworkRestore, IsToldOfAlsoWhereNobodyReadsTheResult) {
+  Demo demo({{"machines", Json::array()}, {"options", {{"/UserVars/KivaTimeOut", 60}}}},
+            {.arguments = {"--clock-speed", "20"}});
+  demo.Do(kAsk + Lines{"F11"});
+  demo.WaitForLine("event", kAnnounced[2].substr(6));
+  demo.WaitForGone("Network Restore Options");
+}
+
+}  // namespace
