@@ -123,6 +123,7 @@ run_openvswitch() {
   until [ -S /run/openvswitch/db.sock ]; do sleep 0.01; done
   ovs-vsctl --no-wait init
   run ovs ovs-vswitchd --disable-system --pidfile
+  ovs-vsctl --timeout=10 init
 }
 
 openvswitch() {

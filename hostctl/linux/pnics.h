@@ -27,6 +27,9 @@ std::string kernelNamed(const std::vector<PhysicalNic>& nics, const std::string&
 /// NIC without a link has speed 0; its switch is the bridge that it is a port of.
 std::vector<HostCtl::Network::PnicRecord> readPnics(const Files& files);
 
+/// What masterOf says of an interface that Open vSwitch has in the kernel, whatever its bridge.
+inline constexpr const char* kOvsMaster = "ovs-system";
+
 /// The bridge or bond that the kernel interface `name` is a port of, or an empty text.
 std::string masterOf(const Files& files, const std::string& name);
 

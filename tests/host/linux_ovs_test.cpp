@@ -101,6 +101,10 @@ TEST_F(LinuxOvs, AnotherPortOfTheSwitch) {
     lab.Move({"host-local-1", 21, false, {}});
     EXPECT_EQ(lab.Ports(), "host-local-1 mgmt0 21 blocked") << "as it was";
     EXPECT_EQ(lab.Isolated(), "eth0 eth1 host-local-1\n");
+    ASSERT_TRUE(shell("ovs-vsctl add-port dvs0 nic1 -- set interface nic1 type=internal"));
+    lab.network_.MoveNicToPort("nic1", {"host-local-7", 20, true, {"pnic1"}});
+    EXPECT_EQ(lab.Isolated(), "eth0 host-local-1 host-local-7\n") << "nothing is taken from nic1";
+    ASSERT_TRUE(shell("ovs-vsctl del-port host-local-7"));
     lab.Move({"host-local-2", 20, true, {"pnic1", "pnic0"}});
     EXPECT_EQ(lab.Ports(), "host-local-2 mgmt0 20");
     EXPECT_EQ(lab.Isolated(), "\n");
@@ -220,6 +224,12 @@ TEST_F(LinuxOvs, RefusalsAndFailuresChangeNothing) {
               "Migrate mgmt0: there is no standard switch vSwitch0");
     EXPECT_EQ(failureOf([&] { lab.network_.AddDistributedUplink("dvs1", "pnic0"); }),
               "AddDistributedUplink pnic0: there is no distributed switch dvs1");
+    EXPECT_EQ(failureOf([&] {
+                addStandardSwitch(lab.files_, "vSwitch0");
+                lab.network_.AddUplink("vSwitch0", "pnic1");
+              }),
+              "AddUplink pnic1: eth1 is an uplink of dvs0");
+    EXPECT_EQ(lab.driver_.ReadPnics().at(1).switchName, "dvs0");
     EXPECT_EQ(lab.State(), before);
   });
 }

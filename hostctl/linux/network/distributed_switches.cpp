@@ -195,6 +195,14 @@ std::vector<DistributedSwitchRecord> readDistributedSwitches(const Files& files)
   return records;
 }
 
+void nameOvsBridges(const Files& files, const OvsBridges& bridges,
+                    std::vector<HostCtl::Network::PnicRecord>& pnics) {
+  const auto nics = physicalNics(files);
+  for (auto& pnic : pnics)
+    if (const OvsPlace place = findOnOvs(bridges, kernelNamed(nics, pnic.name)))
+      pnic.switchName = place.bridge->name;
+}
+
 void addDistributedUplink(const Files& files, const std::string& switchName,
                           const std::string& pnic) {
   UplinkEdit(files, {"AddDistributedUplink", pnic}, switchName).Add();

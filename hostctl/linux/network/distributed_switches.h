@@ -6,6 +6,7 @@
 
 #include "hostseam/network.h"
 #include "linux/files.h"
+#include "linux/network/ovs_model.h"
 
 namespace HostLinux {
 
@@ -13,6 +14,10 @@ namespace HostLinux {
 // their names of the console (pnic0). Changes throw HostCtlException with the host as it was.
 
 std::vector<HostSeam::DistributedSwitchRecord> readDistributedSwitches(const Files& files);
+
+/// Tells of the adapters that Open vSwitch has which bridge has them, controlled or not.
+void nameOvsBridges(const Files& files, const OvsBridges& bridges,
+                    std::vector<HostCtl::Network::PnicRecord>& pnics);
 
 /// Puts an internal interface of Open vSwitch on a new port of its bridge, which replaces the old
 /// one; addresses, routes and the hardware address stay. Refused are the bridge's own interface,

@@ -11,12 +11,15 @@
 #include "linux/network/ovs_uplinks.h"
 #include "linux/network/ovsdb.h"
 #include "linux/network/switch_editor.h"
+#include "linux/pnics.h"
 
 namespace HostLinux {
 
 namespace {
 
 constexpr const char* kOperation = "Migrate";
+/// Leaves room for the name of its port in the kernel's 15 characters.
+constexpr std::size_t kLongestName = 10;
 
 /// The interface's file as it is to be. Without a file of networkd's only the kernel knows all of
 /// its addresses and routes.
@@ -34,15 +37,17 @@ void demandRoom(SwitchEditor& editor, const HostSeam::PortGroupName& group,
                 const SwitchInterface& interface) {
   if (!editor.SwitchNamed(group.switchName).FindPortGroup(group.name))
     editor.Refuse("there is no such port group on " + group.switchName);
-  ownFileName(portOf(interface), "network");
+  if (interface.name.size() > kLongestName)
+    editor.Refuse("an interface of a standard switch has a name of " +
+                  std::to_string(kLongestName) + " characters at most");
 }
 
 }  // namespace
 
-bool isOnDistributedSwitch(const Files& files, const std::string& operation,
-                           const std::string& nic) {
-  const auto bridges = readOvsBridges(files, operation);
-  const OvsPlace place = findOnOvs(bridges, nic);
+bool isOnDistributedSwitch(const Files& files, const std::string& nic) {
+  const auto bridges = askForOvsBridges(files);
+  if (!bridges) return masterOf(files, nic) == kOvsMaster;
+  const OvsPlace place = findOnOvs(*bridges, nic);
   return place && place.bridge->controlled;
 }
 
@@ -62,7 +67,7 @@ void moveNicFromOvs(const Files& files, const std::string& name,
   try {
     change.Commit(nic.Context());
     editor.Apply({{ownFileName(name, "network"), file.Text()}},
-                 [&] { waitForStaticAddresses(kOperation, name, ipConfigIn(file)); });
+                 [&] { waitForStaticAddresses(files, kOperation, name, ipConfigIn(file)); });
   } catch (const std::exception&) {
     nic.PutBack(std::move(back));
     throw;

@@ -8,10 +8,9 @@
 
 namespace HostLinux {
 
-/// Whether the interface is on a distributed switch. Throws HostCtlException where Open vSwitch
-/// runs and does not say.
-bool isOnDistributedSwitch(const Files& files, const std::string& operation,
-                           const std::string& nic);
+/// Whether the interface is on a distributed switch; where Open vSwitch does not say, the kernel is
+/// asked whether it is Open vSwitch's at all.
+bool isOnDistributedSwitch(const Files& files, const std::string& nic);
 
 /// Moves an internal interface of Open vSwitch to a port group of a standard switch: its port goes,
 /// and an interface of ours takes its name, hardware address, addresses and routes. Whoever

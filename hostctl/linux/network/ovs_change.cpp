@@ -20,9 +20,9 @@ constexpr const char* kDatabaseTool = "/usr/bin/ovs-vsctl";
 constexpr const char* kFlowTool = "/usr/bin/ovs-ofctl";
 constexpr const char* kEveryVersion =
     "--protocols=OpenFlow10,OpenFlow11,OpenFlow12,OpenFlow13,OpenFlow14,OpenFlow15";
-/// The tools end themselves; what hangs nevertheless is killed.
-constexpr const char* kToolLimit = "--timeout=5";
-constexpr std::chrono::seconds kLimit{7};
+/// Whoever waits for one of the tools says so; the tool's own limit is for when he is gone.
+constexpr std::chrono::seconds kLimit{5};
+constexpr const char* kToolLimit = "--timeout=7";
 constexpr std::size_t kMostPorts = 1 << 20;
 
 std::string run(const ChangeContext& context, const char* path,

@@ -62,6 +62,11 @@ std::string ask(const std::string& path, std::chrono::milliseconds limit) {
 
 }  // namespace
 
+std::optional<OvsBridges> askForOvsBridges(const Files& files) {
+  if (!files.Exists(kSocket)) return std::nullopt;
+  return ovsBridgesIn(ask(files.Path(kSocket), kAnswerWithin));
+}
+
 OvsBridges readOvsBridges(const Files& files, const std::string& operation) {
   if (!files.Exists(kSocket)) return {};
   if (auto bridges = ovsBridgesIn(ask(files.Path(kSocket), kChangeWaits)))
@@ -73,8 +78,7 @@ const std::optional<OvsInterfaces>& OvsDatabase::Read(const Files& files, Clock:
   if (now < notBefore_) return last_;
   last_.reset();
   if (!files.Exists(kSocket)) return last_;
-  if (const auto bridges = ovsBridgesIn(ask(files.Path(kSocket), kAnswerWithin)))
-    last_ = ovsInterfacesOf(*bridges);
+  if (const auto bridges = askForOvsBridges(files)) last_ = ovsInterfacesOf(*bridges);
   notBefore_ = now + kGoodFor;
   if (!last_) syslog(LOG_USER | LOG_INFO, "Open vSwitch's database does not answer");
   return last_;

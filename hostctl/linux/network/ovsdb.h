@@ -10,8 +10,11 @@
 
 namespace HostLinux {
 
-/// The bridges as they are now. None where Open vSwitch does not run; a database that does not
-/// answer within five seconds is an HostCtlException of `operation`.
+/// The bridges as they are now; nothing where nobody answers within a quarter of a second.
+std::optional<OvsBridges> askForOvsBridges(const Files& files);
+
+/// For a change, which cannot go without. None where Open vSwitch does not run; a database that
+/// does not answer within five seconds is an HostCtlException of `operation`.
 OvsBridges readOvsBridges(const Files& files, const std::string& operation);
 
 /// Open vSwitch as the machine's distributed switches. Its database is asked only where it runs, a

@@ -199,7 +199,7 @@ void removePortGroup(const Files& files, const std::string& name, const std::str
 }
 
 void moveNic(const Files& files, const std::string& nic, const HostSeam::PortGroupName& group) {
-  if (isOnDistributedSwitch(files, "Migrate", nic)) return moveNicFromOvs(files, nic, group);
+  if (isOnDistributedSwitch(files, nic)) return moveNicFromOvs(files, nic, group);
   SwitchEditor(files, {"Migrate", nic}).Refuse("cannot be done yet");
 }
 
