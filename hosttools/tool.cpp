@@ -5,6 +5,7 @@
 #include <array>
 #include <exception>
 #include <iterator>
+#include <optional>
 #include <sstream>
 
 #include "hosttools/tools.h"
@@ -59,10 +60,21 @@ ToolAnswer runFound(Host& host, const Tool<Host>& tool, const std::string& name,
   return {1, "", name + ": " + error.what() + "\n"};
 }
 
+/// The nearest one: of the whole call, else of its first words, down to the path alone.
+std::optional<ToolAnswer> findRehearsal(ToolHost& host, const std::string& path,
+                                        std::vector<std::string> words) {
+  for (; words.size() > 1; words.pop_back()) {
+    std::string call = path;
+    for (const std::string& word : Arguments(words).subspan(1)) call += " " + word;
+    if (auto rehearsed = host.FindRehearsal(call)) return rehearsed;
+  }
+  return host.FindRehearsal(path);
+}
+
 template <typename Host>
 ToolAnswer runFrom(Host& host, const Tool<Host>* tool, const std::string& path,
                    const std::vector<std::string>& vector) {
-  if (auto rehearsed = host.FindRehearsal(path)) return *rehearsed;
+  if (auto rehearsed = findRehearsal(host, path, vector)) return *rehearsed;
   if (tool == nullptr) return {kNoSuchTool, "", path + ": no such tool\n"};
   return runFound(host, *tool, lastComponent(path),
                   Arguments(vector).subspan(vector.empty() ? 0 : 1));

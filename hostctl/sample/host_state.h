@@ -32,8 +32,9 @@ struct Machine {
   std::optional<int> autostart;
 };
 
-/// How the program at a path is to end in place of what it does: with an answer, by a signal, or
-/// not even started; the first two after so many seconds.
+/// How the program at a path, or a call that begins with a path and words, is to end in place of
+/// what it does: with an answer, by a signal, or not even started; the first two after so many
+/// seconds.
 struct Rehearsal {
   HostSeam::ToolAnswer answer;
   int signal = 0;

@@ -36,10 +36,10 @@ std::optional<Value> findIn(const std::map<std::string, Value>& values, const st
 
 using namespace HostSeam;
 
-std::optional<ToolAnswer> SampleToolHost::FindRehearsal(const std::string& path) {
-  const auto rehearsal = findIn(store_.State().tools, path);
+std::optional<ToolAnswer> SampleToolHost::FindRehearsal(const std::string& call) {
+  const auto rehearsal = findIn(store_.State().tools, call);
   if (!rehearsal) return std::nullopt;
-  if (rehearsal->missing) return ToolAnswer{kNoSuchTool, "", path + ": not found\n"};
+  if (rehearsal->missing) return ToolAnswer{kNoSuchTool, "", call + ": not found\n"};
   sleep(static_cast<unsigned>(rehearsal->seconds));
   if (rehearsal->signal != 0) raise(rehearsal->signal);
   return rehearsal->answer;

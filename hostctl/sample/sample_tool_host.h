@@ -15,7 +15,7 @@ class SampleToolHost : public HostSeam::StandInHost {
                           std::optional<pid_t> console = std::nullopt)
       : directory_(directory), store_(directory / "host.json"), console_(console) {}
 
-  std::optional<HostSeam::ToolAnswer> FindRehearsal(const std::string& path) override;
+  std::optional<HostSeam::ToolAnswer> FindRehearsal(const std::string& call) override;
   bool MayChange() override { return true; }
   bool MayAdminister(const std::string& user) override;
   bool IsLockdownEnabled() override { return store_.State().lockdownEnabled; }

@@ -193,6 +193,15 @@ xds1    yes          -            -             -          -     -        -)")}}
   expectAnswers(host, "/bin/halocli network nic ", {{"list", denies("no answer")}});
 }
 
+TEST(SampleTools, FailAsRehearsedForTheNearestCall) {
+  DemoHost host;
+  host.Set("/tools", {{"/bin/halocli network", {{"status", 2}}},
+                      {"/bin/halocli network vswitch standard add", {{"status", 3}}}});
+  expectAnswers(host, "/bin/halocli network ",
+                {{"vswitch standard add -v vSwitch7", {3, "", ""}}, {"ip list", {2, "", ""}}});
+  EXPECT_EQ(run(host, "/sbin/localcli network vswitch standard add -v vSwitch7"), ToolAnswer{});
+}
+
 TEST(SampleTools, HelpFitsWhatACallerReads) {
   DemoHost host;
   for (const auto& tool : HostTools::toolsOf(HostSample::SampleToolHost(host.Directory())))

@@ -55,9 +55,10 @@ class ToolHost {
  public:
   virtual ~ToolHost() = default;
 
-  /// The answer that a host which rehearses failures wants the program at `path` to give.
-  virtual std::optional<ToolAnswer> FindRehearsal(const std::string& path) {
-    static_cast<void>(path);
+  /// The answer that a host which rehearses failures wants: `call` is the path of a program, also
+  /// with the first words of a call of it.
+  virtual std::optional<ToolAnswer> FindRehearsal(const std::string& call) {
+    static_cast<void>(call);
     return std::nullopt;
   }
   /// Whether this process may change the host at all.

@@ -13,7 +13,6 @@
 #include "tarnctl/network/network_info_impl.h"
 #include "ui/markup_text.h"
 #include "ui/message_dialog.h"
-#include "ui/utf8.h"
 
 namespace Kiva {
 
@@ -46,11 +45,9 @@ std::vector<PortGroupChoice> portGroupChoices() {
   return choices;
 }
 
-// A long name of a group leaves room for the switch's.
 std::string nameOf(const PortGroupChoice& choice) {
   constexpr int kColumns = 58;
-  const std::string end = "/" + plainText(choice.of.name);
-  return cut(plainText(choice.name), kColumns - columnCount(end)) + end;
+  return portGroupText(choice.name, choice.of.name, kColumns);
 }
 
 bool isOn(const ConnectionPoint& at, const PortGroupChoice& choice) {

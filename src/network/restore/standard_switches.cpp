@@ -7,6 +7,7 @@
 #include "tarnctl/network/virtual_switch_info_impl.h"
 #include "ui/footer.h"
 #include "ui/markup_text.h"
+#include "ui/utf8.h"
 
 namespace Kiva {
 
@@ -22,6 +23,12 @@ std::vector<StandardSwitch> readStandardSwitches() try {
 } catch (const HostCtl::Lib::HostCtlException& e) {
   logError("%s", e.what());
   return {};
+}
+
+std::string portGroupText(const std::string& portGroup, const std::string& switchName,
+                          int columns) {
+  const std::string end = (portGroup.empty() ? "" : "/") + plainText(repairedUtf8(switchName));
+  return cut(plainText(repairedUtf8(portGroup)), columns - columnCount(end)) + end;
 }
 
 SwitchInfoDialog::SwitchInfoDialog(Frame& owner, const StandardSwitch& shown)

@@ -18,6 +18,10 @@ struct StandardSwitch {
 /// The host's; none, which is logged, where it does not tell.
 std::vector<StandardSwitch> readStandardSwitches();
 
+/// "GROUP/SWITCH" as markup, or what there is of it. A long name of a group leaves room for the
+/// switch's.
+std::string portGroupText(const std::string& portGroup, const std::string& switchName, int columns);
+
 /// The details of a switch as it was read.
 class SwitchInfoDialog : public InfoDialog {
  public:

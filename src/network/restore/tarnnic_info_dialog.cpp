@@ -4,6 +4,7 @@
 #include "core/log.h"
 #include "hostctl/lib/exception.h"
 #include "network/details.h"
+#include "network/restore/standard_switches.h"
 #include "ui/footer.h"
 #include "ui/markup_text.h"
 
@@ -16,41 +17,40 @@ using HostCtl::Network::TarnNic;
 namespace {
 
 template <typename Value>
-Value answered(Value (*ask)(const TarnNic&), const TarnNic& nic) try {
-  return ask(nic);
+Value answered(TarnNic& nic, Value (TarnNic::*ask)() const) try {
+  if (nic.IsStale()) nic.Refresh();
+  return (nic.*ask)();
 } catch (const HostCtlException& e) {
   logError("%s", e.what());
   return {};
 }
 
-// "Management Network/vSwitch0"
-std::string placeOf(const ConnectionPoint& at) {
-  return plainText(at.portGroup + (at.portGroup.empty() ? "" : "/") + at.switchName);
-}
+constexpr int kValueColumns = 46;
 
 }  // namespace
 
-ConnectionPoint connectionOf(const TarnNic& nic) {
-  return answered<ConnectionPoint>([](const TarnNic& one) { return one.GetConnectionPoint(); },
-                                   nic);
+ConnectionPoint connectionOf(TarnNic& nic) {
+  return answered(nic, &TarnNic::GetConnectionPoint);
 }
 
 TarnnicInfoDialog::TarnnicInfoDialog(Frame& owner, const std::unique_ptr<TarnNic>& nic)
     : InfoDialog(owner, 70, 16, 5), nic_(*nic) {}
 
 void TarnnicInfoDialog::Fill() {
-  const auto mac =
-      answered<std::string>([](const TarnNic& nic) { return nic.GetMacAddress(); }, nic_);
-  const auto config = answered<HostCtl::Network::IpConfig>(
-      [](const TarnNic& nic) { return nic.GetIpConfig(); }, nic_);
-  std::string addresses = detail("IPv4 Address:", config.GetIpv4Address().GetStringAddress());
+  const auto mac = answered(nic_, &TarnNic::GetMacAddress);
+  const auto config = answered(nic_, &TarnNic::GetIpConfig);
+  const ConnectionPoint at = connectionOf(nic_);
+  const auto ipv4 = config.GetIpv4Address();
+  std::string addresses = detail("IPv4 Address:", ipv4.IsEmpty() ? "" : ipv4.GetStringAddress());
   for (const auto& network : config.GetIpv6Networks())
     addresses += detail("IPv6 Address:", network.ToString());
   SetTitle("Tarn NIC Details");
   SetText("Device Name: " + plainText(nic_.GetInterfaceName()));
   SetFooter(kOkFooter);
-  Details()->SetText(detail("MAC Address:", plainText(mac)) +
-                     detail("Connected To:", placeOf(connectionOf(nic_))) + addresses);
+  Details()->SetText(
+      detail("MAC Address:", plainText(mac)) +
+      detail("Connected To:", portGroupText(at.portGroup, at.switchName, kValueColumns)) +
+      addresses);
 }
 
 }  // namespace Kiva

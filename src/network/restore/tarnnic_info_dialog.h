@@ -8,10 +8,10 @@
 
 namespace Kiva {
 
-/// Where a kernel NIC is now; what it is on, without any text where the host does not tell.
-HostCtl::Network::ConnectionPoint connectionOf(const HostCtl::Network::TarnNic& nic);
+/// What a kernel NIC is on now; of no type, which is logged, where the host does not tell.
+HostCtl::Network::ConnectionPoint connectionOf(HostCtl::Network::TarnNic& nic);
 
-/// The details of a kernel NIC as it was when it was asked for.
+/// The details of a kernel NIC as they are now. What the host does not tell is logged and left out.
 class TarnnicInfoDialog : public InfoDialog {
  public:
   TarnnicInfoDialog(Frame& owner, const std::unique_ptr<HostCtl::Network::TarnNic>& nic);
@@ -19,7 +19,7 @@ class TarnnicInfoDialog : public InfoDialog {
  private:
   void Fill() override;
 
-  const HostCtl::Network::TarnNic& nic_;
+  HostCtl::Network::TarnNic& nic_;
 };
 
 }  // namespace Kiva

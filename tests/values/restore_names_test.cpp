@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+
+#include "network/restore/names.h"
+
+using namespace Kiva;
+
+namespace {
+
+TEST(RestoreNames, MayBeASwitchsOrAPortGroups) {
+  const auto of = [](std::size_t length) { return std::string(length, 'a'); };
+  const std::vector<std::string> both = {"...", "vSwitch_1.2-a", of(32)},
+                                 portGroup = {of(33), of(64), "a b", "{hostname}"},
+                                 none = {"",   ".",  "..",   of(65),  "a/b",
+                                         " a", "a ", "a\nb", "a\x7f", "\xc3\xa4"};
+  const std::tuple<std::vector<std::string>, bool, bool> cases[] = {
+      {both, true, true}, {portGroup, false, true}, {none, false, false}};
+  for (const auto& [names, ofSwitch, ofPortGroup] : cases)
+    for (const std::string& name : names) {
+      EXPECT_EQ(isSwitchName(name), ofSwitch) << name;
+      EXPECT_EQ(isPortGroupName(name), ofPortGroup) << name;
+    }
+}
+
+TEST(RestoreNames, TheFirstFreeOneFillsGaps) {
+  EXPECT_EQ(firstFreeName("vSwitch", {}), "vSwitch0");
+  EXPECT_EQ(firstFreeName("vSwitch", {"vSwitch2", "vSwitch0", "vSwitch01"}), "vSwitch1");
+}
+
+}  // namespace
