@@ -10,6 +10,7 @@
 #include "hostctl/lib/exception.h"
 #include "linux/network/ip_file.h"
 #include "linux/network/mac_address.h"
+#include "linux/network/move_from_ovs.h"
 #include "linux/network/switch_editor.h"
 #include "linux/network/switch_files.h"
 #include "linux/pnics.h"
@@ -197,7 +198,8 @@ void removePortGroup(const Files& files, const std::string& name, const std::str
   SwitchEditor(files, {"RemovePortGroup", name}).Refuse("cannot be done yet");
 }
 
-void moveNic(const Files& files, const std::string& nic, const HostSeam::PortGroupName&) {
+void moveNic(const Files& files, const std::string& nic, const HostSeam::PortGroupName& group) {
+  if (isOnDistributedSwitch(files, nic)) return moveNicFromOvs(files, nic, group);
   SwitchEditor(files, {"Migrate", nic}).Refuse("cannot be done yet");
 }
 
