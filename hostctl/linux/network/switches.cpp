@@ -11,6 +11,7 @@
 #include "linux/network/ip_file.h"
 #include "linux/network/ip_settings.h"
 #include "linux/network/mac_address.h"
+#include "linux/network/move_from_ovs.h"
 #include "linux/network/switch_editor.h"
 #include "linux/network/switch_files.h"
 #include "linux/pnics.h"
@@ -216,6 +217,7 @@ void removePortGroup(const Files& files, const std::string& name, const std::str
 }
 
 void moveNic(const Files& files, const std::string& nic, const PortGroupName& group) {
+  if (isOnDistributedSwitch(files, nic)) return moveNicFromOvs(files, nic, group);
   SwitchEditor editor(files, {"Migrate", nic});
   takeInterface(editor, nic);
   groupNamed(editor, group);
