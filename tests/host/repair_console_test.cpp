@@ -99,4 +99,39 @@ TEST_F(RepairConsole, TakesBackAMoveWhoseLastStepFails) {
   });
 }
 
+TEST_F(RepairConsole, RepairsAPortOfADistributedSwitchAndLeavesIt) {
+  if (const auto why = NetworkLab::ObstacleForOpenVswitch(); !why.empty()) GTEST_SKIP() << why;
+  inNamespaces([] {
+    const NetworkLab lab;
+    lab.Configure("20-mgmt.network",
+                  "[Match]\nName=mgmt0\n[Network]\nAddress=10.9.0.5/24\nGateway=10.9.0.1\n");
+    lab.Configure("20-uplink.network", "[Match]\nName=eth0\n[Network]\nLinkLocalAddressing=no\n");
+    lab.PullCable(1);
+    lab.StartNetworkd();
+    lab.StartOpenVswitch();
+    // Two uplinks of a standard switch would need a bond, which not every kernel has.
+    ASSERT_TRUE(shell("ovs-vsctl del-port eth1"));
+    const auto expectReached = [&](const std::string& script, const char* when) {
+      expectSoon(script + " && ping -c 1 -W 1 10.99.0.1", when);
+      lab.StartAfresh();
+      expectSoon(script + " && ping -c 1 -W 1 10.99.0.1", when + std::string(", restarted"));
+    };
+    expectSoon("ping -c 1 -W 1 10.99.0.1", "at first");
+    LabConsole console(lab);
+    console.LogIn();
+    console.Do({"choose:Network Restore Options", "wait:Create Standard Switch",
+                "choose:Restore xDS", "wait:VLAN ID", "type:20", "Enter"});
+    console.Do(Harness::parts(kDone));
+    ASSERT_TRUE(shell("ovs-vsctl set port eth0 tag=20"));
+    expectReached("ovs-vsctl get port host-local-0 tag | grep -x 20", "on a new port");
+    ASSERT_TRUE(shell("ovs-vsctl clear port eth0 tag -- clear port host-local-0 tag"));
+    console.Do({"Up", "Enter", "wait:<F11>", "F11"});
+    console.Do(Harness::parts(kDone));
+    expectReached(
+        "ip link show eth0 | grep 'master vSwitch0' && ! ovs-vsctl list port host-local-0 && "
+        "ip link show mgmt0 | grep 00:16:3e:00:00:50 && ip addr show mgmt0 | grep 10.9.0.5/24",
+        "on a standard switch");
+  });
+}
+
 }  // namespace
