@@ -114,6 +114,15 @@ Lines operator+(Lines lines, const std::string& more) {
   return lines;
 }
 
+Lines marked(Lines journal) {
+  for (std::string& line : journal)
+    for (const auto& [kind, mark] : {std::pair<std::string, const char*>("log.info\t", "- "),
+                                     {"log.err\t", "! "},
+                                     {"hostctl\t", ""}})
+      if (line.starts_with(kind)) line.replace(0, kind.size(), mark);
+  return journal;
+}
+
 Lines missingFrom(const Screen& screen, const Lines& texts) {
   Lines missing;
   std::copy_if(texts.begin(), texts.end(), std::back_inserter(missing),

@@ -72,6 +72,8 @@ inline constexpr const char* kKilled = "log.err\tRun Command did not terminate n
 Lines parts(const std::string& text, char separator = ';');
 Lines operator+(Lines lines, const Lines& more);
 Lines operator+(Lines lines, const std::string& more);
+/// The journal's lines with "- " before information, "! " before errors, and the calls bare.
+Lines marked(Lines journal);
 /// Those of the texts that the screen does not show.
 Lines missingFrom(const Screen& screen, const Lines& texts);
 /// The colours in which a text begins; none where it is not shown.

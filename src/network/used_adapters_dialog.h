@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ui/dialog.h"
+#include "ui/question_dialog.h"
 
 namespace Kiva {
 
-/// Asks whether adapters may be taken from the connections that use them: 1 for Enter, 0 for
-/// Escape.
-class UsedAdaptersDialog : public Dialog {
+/// Asks whether adapters may be taken from the connections that use them.
+class UsedAdaptersDialog : public QuestionDialog {
  public:
-  explicit UsedAdaptersDialog(Frame& owner);
-  int Foreground() override;
+  explicit UsedAdaptersDialog(Frame& owner)
+      : QuestionDialog(owner, TextId::kNetworkAdaptersWarning, TextId::kSelectedAdaptersAreUsed,
+                       TextId::kRemoveAdaptersFromConnections) {}
 };
 
 }  // namespace Kiva

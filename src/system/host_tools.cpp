@@ -99,6 +99,16 @@ bool AddPortGroupToStandardSwitch(const std::string& portGroup, const std::strin
   return changeStandardSwitch({"portgroup", "add", "-p", portGroup, "-v", switchName});
 }
 
+bool RemovePortGroupFromStandardSwitch(const std::string& portGroup,
+                                       const std::string& switchName) {
+  return changeStandardSwitch({"portgroup", "remove", "-p", portGroup, "-v", switchName});
+}
+
+bool SetVlanOfPortGroup(const std::string& portGroup, const std::string& switchName, int vlanId) {
+  return changeStandardSwitch(
+      {"portgroup", "set", "-p", portGroup, "-v", switchName, "-i", std::to_string(vlanId)});
+}
+
 void PowerOffVms(VmStop how) {
   RunHmxCmd({.words = {"hostsvc/autostartmanager/autostop"}});
   Command command{.path = "/bin/powerOffVms", .arguments = {"powerOffVms"}};

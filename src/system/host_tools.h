@@ -53,6 +53,9 @@ bool RemoveStandardSwitch(const std::string& switchName);
 bool AddUplinkToStandardSwitch(const std::string& switchName, const std::string& uplink);
 bool RemoveUplinkFromStandardSwitch(const std::string& switchName, const std::string& uplink);
 bool AddPortGroupToStandardSwitch(const std::string& portGroup, const std::string& switchName);
+bool RemovePortGroupFromStandardSwitch(const std::string& portGroup, const std::string& switchName);
+/// 0 for none, 4095 for all.
+bool SetVlanOfPortGroup(const std::string& portGroup, const std::string& switchName, int vlanId);
 
 enum class VmStop { Graceful, Terminate };
 

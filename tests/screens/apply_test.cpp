@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstring>
 
 #include "harness/demo.h"
 
@@ -21,8 +20,8 @@ const Lines kEverything = parts(
 const std::string kDone = ";- Network settings changed.";
 
 /// Leaves the window with `changes`, on a host that is another one by then, and acknowledges the
-/// failures that are shown. The journal's lines: information is marked "- ", errors "! ", calls are
-/// not. The key after the answer is for nobody: what is typed during a pass counts nowhere.
+/// failures that are shown: the journal's lines. The key after the answer is for nobody: what is
+/// typed during a pass counts nowhere.
 Lines applied(Demo& demo, const Lines& changes, const Json& meanwhile, const Lines& failures = {}) {
   openNetwork(demo, 0);
   demo.Do(changes + Lines{"Esc", "wait:Apply changes and"});
@@ -35,12 +34,7 @@ Lines applied(Demo& demo, const Lines& changes, const Json& meanwhile, const Lin
     demo.Press("Enter");
   }
   EXPECT_TRUE(demo.Look().Shows("<Enter> More")) << demo.Look().Dump();
-  Lines lines = demo.NewLines();
-  for (std::string& line : lines)
-    for (const auto& [kind, mark] :
-         {std::pair("log.info\t", "- "), {"log.err\t", "! "}, {"hostctl\t", ""}})
-      if (line.starts_with(kind)) line.replace(0, strlen(kind), mark);
-  return lines;
+  return marked(demo.NewLines());
 }
 
 Lines everythingApplied(const Json& meanwhile, const Lines& failures = {}) {
@@ -134,7 +128,8 @@ const std::string kSuffixes =
     "example.test;AddUserSearchDomain lab.example.test;SaveConfig";
 
 TEST(Apply, IsCarriedToItsEndWhenTheSessionEndsAtAFailure) {
-  Demo demo(Json{{"faults", {{"SetIpConfig", "no room"}}}}, {.arguments = {"--clock-speed", "200"}});
+  Demo demo(Json{{"faults", {{"SetIpConfig", "no room"}}}},
+            {.arguments = {"--clock-speed", "200"}});
   openNetwork(demo, 0);
   demo.Do({"Down", "Enter", "type:5", "Enter", "Esc", "wait:Apply changes and", "type:y",
            "wait:no room", "wait:" + std::string(kWelcome)});

@@ -5,6 +5,8 @@
 #include "network/restore/create_xss_dialog.h"
 #include "network/restore/migrate_tarnnic_dialog.h"
 #include "network/restore/restore_network_dialog.h"
+#include "network/restore/restore_xds_dialog.h"
+#include "network/restore/safe_mode_network_dialog.h"
 #include "ui/footer.h"
 
 namespace Kiva {
@@ -41,10 +43,12 @@ const std::vector<NetworkRestoreWindow::Entry>& NetworkRestoreWindow::Entries() 
        .enter = &W::Open<RestoreNetworkDialog>},
       {.title = TextId::kRestoreStandardSwitch,
        .description = TextId::kManagementNetworkOntoNewVSwitch,
-       .footer = kRestore},
+       .footer = kRestore,
+       .enter = &W::Open<SafeModeNetworkDialog>},
       {.title = TextId::kRestoreXds,
        .description = TextId::kReconfigureXdsManagementPort,
-       .footer = kRestore},
+       .footer = kRestore,
+       .enter = &W::Open<RestorexDSDialog>},
   };
   return entries;
 }
