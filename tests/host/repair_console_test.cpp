@@ -46,8 +46,9 @@ void expectSoon(const std::string& script, const std::string& what) {
       << ended("ip addr; ip route; tail /run/lab/networkd.pid.log").output;
 }
 
-TEST_F(RepairConsole, ChangesTheNetworkForGood) {
-  inNamespaces([] {
+// At the restore options of a machine with the network of a fresh one.
+void atRestoreOptions(const std::function<void(const NetworkLab&, LabConsole&)>& body) {
+  inNamespaces([&] {
     const NetworkLab lab;
     lab.StartNetworkd();
     lab.StartHostnamed();
@@ -57,6 +58,12 @@ TEST_F(RepairConsole, ChangesTheNetworkForGood) {
     expectSoon("true" + kReaches, "restored");
     console.LogIn();
     console.Do({"choose:Network Restore Options", "wait:Create Standard Switch"});
+    body(lab, console);
+  });
+}
+
+TEST_F(RepairConsole, ChangesTheNetworkForGood) {
+  atRestoreOptions([](const NetworkLab& lab, LabConsole& console) {
     for (const Repair& repair : kRepairs) {
       console.Do({"choose:" + repair.what});
       console.Do(Harness::parts(repair.steps));
@@ -64,6 +71,31 @@ TEST_F(RepairConsole, ChangesTheNetworkForGood) {
       lab.StartAfresh();
       expectSoon(repair.after + kReaches, repair.what + " after a restart");
     }
+  });
+}
+
+TEST_F(RepairConsole, TakesBackAMoveWhoseLastStepFails) {
+  atRestoreOptions([](const NetworkLab& lab, LabConsole& console) {
+    const auto network = [] {
+      return ended("grep -r . /etc/systemd/network | sort; ip -br link | sort").output;
+    };
+    const std::string before = network(), port = "/etc/systemd/network/10-kiva-tarn0-port.network";
+    // Nothing can take the place of a file that is mounted.
+    ASSERT_TRUE(shell("mount --bind " + port + " " + port));
+    console.Do({"choose:Restore Standard Switch", "wait:<F11>", "F11", "wait:Operation Failed"});
+    EXPECT_TRUE(console.Look().Shows("Moving tarn0 failed")) << console.Look().Dump();
+    EXPECT_EQ(network(), before);
+    expectSoon("true" + kReaches, "taken back");
+    ASSERT_TRUE(shell("umount " + port));
+    console.Do({"Enter", "gone:Operation Failed", "F11"});
+    console.Do(Harness::parts(kDone));
+    const std::string moved =
+        "ip link show eth0 | grep 'master vSwitch1' && "
+        "ip link show tarn0-port | grep 'master vSwitch1'" +
+        kReaches;
+    expectSoon(moved, "moved");
+    lab.StartAfresh();
+    expectSoon(moved, "after a restart");
   });
 }
 
