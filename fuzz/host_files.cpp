@@ -32,7 +32,7 @@ constexpr Reader kReaders[] = {
       setIpv6Half(file, HostLinux::Ipv6Half::Kept);
     },
     [](std::string_view text) { HostLinux::parseLease(text); },
-    [](std::string_view text) { HostLinux::ovsInterfacesIn(std::string(text)); },
+    [](std::string_view text) { HostLinux::ovsBridgesIn(std::string(text)); },
     [](std::string_view text) { HostLinux::withRenamedHost(text, "a.b", "c"); },
     [](std::string_view text) { HostLinux::addressesIn(std::string(text)); },
     [](std::string_view text) { HostLinux::processorsFrom(text); },

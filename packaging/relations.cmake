@@ -23,4 +23,4 @@ endforeach()
 
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "${libraries_Depends}, systemd, libpam-modules, libpam-runtime, kbd, console-data, less, openssl, openssh-client")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "${libraries_Recommends}, dbus, gdb-minimal | gdb, iputils-ping, ssl-cert")
-set(CPACK_DEBIAN_PACKAGE_SUGGESTS "libpam-p11, libvirt-daemon-system, openssh-server")
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "libpam-p11, libvirt-daemon-system, openssh-server, openvswitch-switch")

@@ -28,6 +28,13 @@ std::string NetworkLab::Obstacle() {
   return {};
 }
 
+std::string NetworkLab::ObstacleForOpenVswitch() {
+  if (!installed("ovsdb-server ovs-vswitchd ovs-vsctl ovs-ofctl"))
+    return "Open vSwitch is not installed (package openvswitch-switch)";
+  if (access("/dev/net/tun", W_OK) != 0) return "no /dev/net/tun, which it needs in user space";
+  return Obstacle();
+}
+
 NetworkLab::NetworkLab() {
   Verb("machine");
 }

@@ -27,11 +27,19 @@ class NetworkLab {
   void Configure(const std::string& name, const std::string& text) const;
   void StartNetworkd() const { Verb("networkd"); }
   void StartHostnamed() const { Verb("hostnamed"); }
+  /// Why this machine cannot have Open vSwitch in the lab; empty where it can.
+  static std::string ObstacleForOpenVswitch();
+  /// The real one, in user space, with a bridge dvs0 that has a controller: its ports are eth0,
+  /// eth1 and the internal interface mgmt0 (00:16:3e:00:00:50), which is up and has no address.
+  void StartOpenVswitch() const { Verb("openvswitch"); }
+  /// Its daemon stays but does nothing any more; or goes on.
+  void HangOpenVswitch(bool hang) const { Verb(hang ? "switching STOP" : "switching CONT"); }
   /// Puts in the host tools of the build, the defaults of the package, and a login at the console
   /// as root with the password "secret", through a PAM module that asks a file.
   void InstallTools(const std::string& matrixModule) const;
   /// Starts the machine's network as a restart of the machine would: devices, addresses and what
-  /// networkd kept in /run are gone, and it starts with what stands in files. hostnamed is gone.
+  /// networkd kept in /run are gone, and it starts with what stands in files, as Open vSwitch does.
+  /// hostnamed is gone.
   void StartAfresh() const { Verb("afresh"); }
   /// The bus daemon stays but answers nobody any more; or it goes.
   void HangBus() const { Verb("hang_bus"); }

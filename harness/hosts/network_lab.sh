@@ -116,6 +116,30 @@ hostnamed() {
   wait_for_name org.freedesktop.hostname1
 }
 
+# As it starts with a machine: its database stays.
+run_openvswitch() {
+  mkdir -p /run/openvswitch
+  run ovsdb ovsdb-server /etc/openvswitch/lab.db --remote=punix:/run/openvswitch/db.sock
+  until [ -S /run/openvswitch/db.sock ]; do sleep 0.01; done
+  ovs-vsctl --no-wait init
+  run ovs ovs-vswitchd --disable-system --pidfile
+  ovs-vsctl --timeout=10 init
+}
+
+openvswitch() {
+  mkdir -p /etc/openvswitch
+  ovsdb-tool create /etc/openvswitch/lab.db /usr/share/openvswitch/vswitch.ovsschema
+  run_openvswitch
+  ovs-vsctl --timeout=10 add-br dvs0 -- set bridge dvs0 datapath_type=netdev fail_mode=standalone -- \
+    set-controller dvs0 punix:/run/openvswitch/controller -- add-port dvs0 eth0 -- add-port dvs0 eth1 -- \
+    add-port dvs0 mgmt0 -- set interface mgmt0 type=internal 'mac="00:16:3e:00:00:50"'
+  ip link set eth0 up
+  ip link set eth1 up
+  ip link set mgmt0 up
+}
+
+switching() { kill "-$1" "$(cat /run/lab/ovs)"; }
+
 # The host tools and the defaults of the package, and a login as root with the password "secret": install
 # PACKAGING BUILD PAM-MODULE, the folder of the package's parts, that of the build and what asks a file.
 install() {
@@ -132,7 +156,9 @@ install() {
 afresh() {
   stop networkd.pid
   stop hostnamed.pid
-  rm -rf /run/systemd/netif /run/systemd/network
+  stop ovs
+  stop ovsdb
+  rm -rf /run/systemd/netif /run/systemd/network /run/openvswitch
   for link in $(ls /sys/class/net); do
     case $link in
       lo) ;;
@@ -147,6 +173,7 @@ afresh() {
   ip link set lo down
   ip link set lo up
   hostname "$(cat /etc/hostname)"
+  [ ! -f /etc/openvswitch/lab.db ] || run_openvswitch
   networkd
 }
 

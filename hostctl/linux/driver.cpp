@@ -49,7 +49,9 @@ std::vector<HostSeam::KernelNic> LinuxDriver::ReadKernelNics() {
 }
 
 std::vector<HostCtl::Network::PnicRecord> LinuxDriver::ReadPnics() {
-  return readPnics(files_, readLinks("ReadPnics"));
+  auto pnics = readPnics(files_, readLinks("ReadPnics"));
+  if (const auto bridges = askForOvsBridges(files_)) nameOvsBridges(files_, *bridges, pnics);
+  return pnics;
 }
 
 std::vector<HostSeam::SwitchRecord> LinuxDriver::ReadSwitches() {

@@ -156,30 +156,6 @@ int takeRoute(const nlmsghdr* message, void* into) {
   throw HostCtl::Lib::HostCtlException(operation, table, std::strerror(errno));
 }
 
-int receiveDump(mnl_socket* socket, unsigned sequence, mnl_cb_t take, NetworkTables& into) {
-  alignas(nlmsghdr) std::array<char, 32768> buffer;
-  int state = MNL_CB_OK;
-  while (state > MNL_CB_STOP) {
-    const auto size = mnl_socket_recvfrom(socket, buffer.data(), buffer.size());
-    if (size < 0) return -1;
-    state = mnl_cb_run(buffer.data(), static_cast<std::size_t>(size), sequence,
-                       mnl_socket_get_portid(socket), take, &into);
-  }
-  return state;
-}
-
-int requestDump(mnl_socket* socket, int type, unsigned sequence, mnl_cb_t take,
-                NetworkTables& into) {
-  alignas(nlmsghdr) std::array<char, 128> buffer{};
-  nlmsghdr* request = mnl_nlmsg_put_header(buffer.data());
-  request->nlmsg_type = static_cast<std::uint16_t>(type);
-  request->nlmsg_flags = NLM_F_REQUEST | NLM_F_DUMP;
-  request->nlmsg_seq = sequence;
-  mnl_nlmsg_put_extra_header(request, sizeof(ifinfomsg));
-  if (mnl_socket_sendto(socket, request, request->nlmsg_len) < 0) return -1;
-  return receiveDump(socket, sequence, take, into);
-}
-
 struct Table {
   int type;
   const char* name;
@@ -199,7 +175,7 @@ NetworkTables dump(const std::string& operation, std::initializer_list<Table> ta
     unsigned sequence = 0;
     const char* broken = nullptr;
     for (const Table& table : tables)
-      if (!broken && requestDump(socket.get(), table.type, ++sequence, table.take, result) < 0)
+      if (!broken && requestDump(socket.get(), table.type, ++sequence, table.take, &result) < 0)
         broken = table.name;
     if (!broken) return result;
     if (errno != EINTR || attempt == kAttempts) fail(operation, broken);

@@ -83,6 +83,12 @@ std::string pnicNamed(const std::vector<PhysicalNic>& nics, const std::string& k
   return kernel;
 }
 
+std::string kernelNamed(const std::vector<PhysicalNic>& nics, const std::string& pnic) {
+  for (const auto& nic : nics)
+    if (nic.pnic == pnic) return nic.kernel;
+  return {};
+}
+
 std::vector<PnicRecord> readPnics(const Files& files) {
   std::vector<PnicRecord> pnics;
   for (const auto& nic : physicalNics(files)) {

@@ -20,10 +20,15 @@ struct PhysicalNic {
 std::vector<PhysicalNic> physicalNics(const Files& files);
 /// An adapter that is gone keeps the kernel's name.
 std::string pnicNamed(const std::vector<PhysicalNic>& nics, const std::string& kernel);
+/// The other way round; empty for an adapter that the machine does not have.
+std::string kernelNamed(const std::vector<PhysicalNic>& nics, const std::string& pnic);
 
 /// The physical NICs, in the order of their numbers; descriptions begin with the kernel's name. A
 /// NIC without a link has speed 0; its switch is the bridge that it is a port of.
 std::vector<HostCtl::Network::PnicRecord> readPnics(const Files& files);
+
+/// What masterOf says of an interface that Open vSwitch has in the kernel, whatever its bridge.
+inline constexpr const char* kOvsMaster = "ovs-system";
 
 /// The bridge or bond that the kernel interface `name` is a port of, or an empty text.
 std::string masterOf(const Files& files, const std::string& name);

@@ -22,18 +22,17 @@ using Clock = std::chrono::steady_clock;
 
 namespace {
 
-constexpr std::size_t kMostOutput = 4096;
 constexpr std::chrono::milliseconds kLook{5};
 
 /// Takes what has been written so far; what is too much is read and dropped, so that the program
 /// never waits for us. One call takes a pipe's worth at most: whoever writes without an end, the
 /// program or one that outlives it, must not keep us here.
-void takeOutput(const Descriptor& pipe, std::string& output) {
+void takeOutput(const Descriptor& pipe, std::string& output, std::size_t most) {
   char block[4096];
   for (int blocks = 0; blocks < 16; ++blocks) {
     const ssize_t count = read(pipe.Get(), block, sizeof block);
     if (count <= 0) return;
-    output.append(block, std::min(static_cast<std::size_t>(count), kMostOutput - output.size()));
+    output.append(block, std::min(static_cast<std::size_t>(count), most - output.size()));
   }
 }
 
@@ -46,15 +45,15 @@ void waitForOutput(const Descriptor& pipe) {
 
 /// The status word, or nothing when the time is over.
 std::optional<int> statusBefore(Clock::time_point end, pid_t child, const Descriptor& pipe,
-                                std::string& output) {
+                                std::string& output, std::size_t most) {
   // All ones, as for a child that was killed, where somebody else has taken its status.
   int status = -1;
   while (waitpid(child, &status, WNOHANG) == 0) {
     if (Clock::now() >= end) return std::nullopt;
     waitForOutput(pipe);
-    takeOutput(pipe, output);
+    takeOutput(pipe, output, most);
   }
-  takeOutput(pipe, output);
+  takeOutput(pipe, output, most);
   return status;
 }
 
@@ -64,7 +63,8 @@ ProgramResult failed(const std::string& why) {
 
 }  // namespace
 
-ProgramResult runProgram(const Program& program, std::chrono::milliseconds limit) {
+ProgramResult runProgram(const Program& program, std::chrono::milliseconds limit,
+                         std::size_t mostOutput) {
   int ends[2];
   const Descriptor nothing(open("/dev/null", O_RDONLY | O_CLOEXEC));
   if (!nothing || pipe2(ends, O_CLOEXEC) != 0) return failed(std::strerror(errno));
@@ -77,7 +77,7 @@ ProgramResult runProgram(const Program& program, std::chrono::milliseconds limit
   writing.Close();
 
   std::string output;
-  const auto status = statusBefore(Clock::now() + limit, child, reading, output);
+  const auto status = statusBefore(Clock::now() + limit, child, reading, output, mostOutput);
   if (!status) {
     kill(-child, SIGKILL);
     waitForChild(child);

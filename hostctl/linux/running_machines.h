@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <chrono>
+
 #include "linux/files.h"
+#include "linux/machines_service.h"
 
 namespace HostLinux {
 
 /// Whether libvirt has a machine that runs. False on a machine without libvirt or its daemon; a
-/// daemon that does not answer within ten seconds is logged and counts as true.
-bool hasRunningMachines(const Files& files);
+/// daemon that does not do its work within `limit` is logged and counts as true.
+bool hasRunningMachines(const Files& files,
+                        std::chrono::milliseconds limit = kMachinesAnswerWithin);
 
 }  // namespace HostLinux

@@ -4,6 +4,7 @@
 #include <strings.h>
 
 #include <charconv>
+#include <ctime>
 
 namespace HostLinux {
 
@@ -58,6 +59,14 @@ std::vector<std::string_view> words(std::string_view text) {
 
 bool equalIgnoringCase(std::string_view a, std::string_view b) {
   return a.size() == b.size() && strncasecmp(a.data(), b.data(), a.size()) == 0;
+}
+
+std::string timeText() {
+  const std::time_t now = std::time(nullptr);
+  std::tm parts{};
+  gmtime_r(&now, &parts);
+  char text[32];
+  return {text, std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &parts)};
 }
 
 std::optional<std::int64_t> parseInteger(std::string_view text) {

@@ -17,6 +17,9 @@ std::vector<std::string_view> lines(std::string_view text);
 std::vector<std::string_view> words(std::string_view text);
 bool equalIgnoringCase(std::string_view a, std::string_view b);
 
+/// The time in UTC, such as 2026-11-21T14:00:00Z.
+std::string timeText();
+
 /// The whole text as a decimal number that fits, or nothing.
 std::optional<std::int64_t> parseInteger(std::string_view text);
 

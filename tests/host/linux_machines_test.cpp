@@ -8,7 +8,8 @@
 #include "harness/temporary_folder.h"
 #include "hostctl/lib/descriptor.h"
 #include "linux/loadable_module.h"
-#include "linux/tools/machine_stop.h"
+#include "linux/machines_module.h"
+#include "linux/running_machines.h"
 #include "linux/tools/machines.h"
 
 using namespace HostLinux;
@@ -83,12 +84,21 @@ TEST_F(LinuxMachines, WithoutADaemonThereAreNoneAndOneThatHangsIsLeft) {
   (folder_.Path() / "socket").string().copy(address.sun_path, sizeof address.sun_path - 1);
   Set("URI=\"qemu+unix:///system?socket=" + std::string(address.sun_path) + "\"\n");
   const auto failure = [&] { return failureOf([&] { stopManagedMachines(files_, kShort); }); };
+  const auto runs = [&] { return hasRunningMachines(files_, kShort.answer); };
   EXPECT_EQ(failure(), "");
+  EXPECT_FALSE(runs());
   const HostCtl::Lib::Descriptor silent(socket(AF_UNIX, SOCK_STREAM, 0));
   ASSERT_EQ(bind(silent.Get(), reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
   EXPECT_PRED_FORMAT2(testing::IsSubstring, "Connection refused", failure());
   ASSERT_EQ(listen(silent.Get(), 5), 0);
   EXPECT_PRED_FORMAT2(testing::IsSubstring, "does not answer", failure());
+  EXPECT_TRUE(runs()) << "nobody knows";
+}
+
+TEST_F(LinuxMachines, RunUntilTheLastIsOff) {
+  EXPECT_TRUE(hasRunningMachines(files_));
+  powerOffMachines(files_, HostSeam::MachineStop::Terminate, kShort);
+  EXPECT_FALSE(hasRunningMachines(files_));
 }
 
 TEST_F(LinuxMachines, SettingsAreOneFile) {

@@ -144,6 +144,62 @@ TEST_F(LinuxSwitch, SwitchesTakeUplinksFromEachOther) {
   });
 }
 
+TEST_F(LinuxSwitch, AnInterfaceMovesWithAllItHas) {
+  inNamespaces([] {
+    RestoredLab lab;
+    auto& net = lab.network_;
+    net.WriteIpConfig("tarn0", ipConfig("10.9.0.20/24"));
+    net.WriteIpv4Gateway(*HostCtl::Network::Ipv4Address::FromString("10.9.0.1"));
+    addStandardSwitch(lab.files_, "vSwitch1");
+    addPortGroup(lab.files_, "Second", "vSwitch1");
+    net.AddUplink("vSwitch1", "pnic1");
+    const std::string before = lab.Folder();
+    const HostSeam::PortGroupName first{"vSwitch0", kGroup}, second{"vSwitch1", "Second"};
+    const std::tuple<std::function<void()>, const char*> refused[] = {
+        {[&] {
+           net.MoveNic("tarn0", {"vSwitch1", kGroup});
+         },
+         "Migrate tarn0: there is no such port group on vSwitch1"},
+        {[&] { net.MoveNic("eth1", second); }, "Migrate eth1: is on no standard switch"},
+        {[&] { removePortGroup(lab.files_, kGroup, "vSwitch0"); },
+         "RemovePortGroup Management Network: tarn0 is on it"},
+        {[&] { removePortGroup(lab.files_, "Second", "vSwitch0"); },
+         "RemovePortGroup Second: there is no such port group on vSwitch0"},
+        {[&] { removeStandardSwitch(lab.files_, "vSwitch0"); },
+         "RemoveStandardSwitch vSwitch0: tarn0 is on it"}};
+    for (const auto& [change, text] : refused) EXPECT_EQ(failureOf(change), text);
+    net.MoveNic("tarn0", first);
+    EXPECT_EQ(lab.Folder(), before);
+
+    net.MoveNic("tarn0", second);
+    const auto expectMoved = [&](const char* when) {
+      EXPECT_EQ(lab.SeenByPeer(), kMac0) << when;
+      EXPECT_EQ(lab.address_, "10.9.0.20") << when;
+      EXPECT_TRUE(shell("ping -c 1 -W 1 10.99.0.1 >/dev/null")) << when;
+      EXPECT_TRUE(lab.Link("tarn0-port").starts_with("vSwitch1 ")) << when;
+    };
+    expectMoved("moved");
+    removeStandardSwitch(lab.files_, "vSwitch0");
+    EXPECT_EQ(lab.Link("eth0"), "- " + kMac0) << "given back";
+    EXPECT_EQ(lab.Uplinks(), "vSwitch1: pnic1 (Second)\n");
+    lab.lab_.StartAfresh();
+    expectMoved("after a restart");
+    addPortGroup(lab.files_, "Third", "vSwitch1");
+    net.MoveNic("tarn0", {"vSwitch1", "Third"});
+    removePortGroup(lab.files_, "Second", "vSwitch1");
+    expectMoved("on the same switch");
+    const std::string last = lab.Folder();
+    addPortGroup(lab.files_, "Fourth", "vSwitch1");
+    lab.lab_.StopBus();
+    EXPECT_TRUE(failureOf([&] {
+                  net.MoveNic("tarn0", {"vSwitch1", "Fourth"});
+                }).starts_with("Migrate tarn0: the system bus: "));
+    EXPECT_NE(last.find("PortGroup=Third"), last.npos);
+    EXPECT_EQ(ended("grep -h PortGroup= /etc/systemd/network/10-kiva-tarn0-port.network").output,
+              "PortGroup=Third\n");
+  });
+}
+
 TEST_F(LinuxSwitch, RefusalsChangeNothingAndWithoutTheBusNothingDoes) {
   inNamespaces([] {
     RestoredLab lab;

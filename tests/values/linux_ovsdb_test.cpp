@@ -8,6 +8,7 @@
 
 #include "harness/temporary_folder.h"
 #include "hostctl/lib/descriptor.h"
+#include "linux/network/ovs_uplinks.h"
 #include "linux/network/ovsdb.h"
 
 using namespace HostLinux;
@@ -17,13 +18,17 @@ namespace {
 using HostCtl::Lib::Descriptor;
 
 // As Open vSwitch 3.1 writes it: a switch with a controller, whose port b has two interfaces, and a
-// switch without.
+// switch without; from b on with columns that an older database has not.
 constexpr const char* kAnswer =
     R"({"id":0,"result":[{"rows":[)"
-    R"({"name":"dvs0","ports":["set",[["uuid","p1"],["uuid","p2"]]],"controller":["uuid","c1"]},)"
-    R"({"name":"plain","ports":["uuid","p3"],"controller":["set",[]]}]},)"
+    R"({"_uuid":["uuid","b1"],"name":"dvs0","ports":["set",[["uuid","p1"],["uuid","p2"]]],)"
+    R"("controller":["uuid","c1"],"external_ids":["map",[["vendor","x"]]]},)"
+    R"({"_uuid":["uuid","b2"],"name":"plain","ports":["uuid","p3"],"controller":["set",[]]}]},)"
     R"({"rows":[{"_uuid":["uuid","p1"],"interfaces":["uuid","i1"]},)"
-    R"({"_uuid":["uuid","p2"],"interfaces":["set",[["uuid","i2"],["uuid","i3"]]]},)"
+    R"({"_uuid":["uuid","p2"],"name":"b","interfaces":["set",[["uuid","i2"],["uuid","i3"]]],)"
+    R"("tag":20,"trunks":["set",[3,4]],"protected":true,"lacp":["set",[]],"vlan_mode":"access",)"
+    R"("external_ids":["map",[["kiva-uplinks","eth6"],["say","\"a, b\""]]],)"
+    R"("qos":["uuid","q1"]},)"
     R"({"_uuid":["uuid","p3"],"interfaces":["uuid","i4"]}]},)"
     R"({"rows":[{"name":"vm7","_uuid":["uuid","i1"]},{"name":"eth6","_uuid":["uuid","i2"]},)"
     R"({"name":"eth7","_uuid":["uuid","i3"]},{"name":"eth8","_uuid":["uuid","i4"]}]}],)"
@@ -31,11 +36,34 @@ constexpr const char* kAnswer =
 
 const OvsInterfaces kKnown{{"vm7", "dvs0"}, {"eth6", "dvs0"}, {"eth7", "dvs0"}, {"eth8", ""}};
 
-TEST(LinuxOvsDatabase, InterfacesOfSwitchesWithAController) {
-  EXPECT_EQ(ovsInterfacesIn(kAnswer), kKnown);
+TEST(LinuxOvsDatabase, BridgesPortsAndInterfaces) {
+  const auto bridges = ovsBridgesIn(kAnswer);
+  ASSERT_TRUE(bridges);
+  EXPECT_EQ(ovsInterfacesOf(*bridges), kKnown);
+  const OvsPort& port = *findOnOvs(*bridges, "eth7").port;
+  EXPECT_EQ(port.tag, 20);
+  EXPECT_TRUE(port.isolated && isThirdParty(bridges->front()));
+  EXPECT_EQ(usedUplinksOf(port), UsedUplinks({"eth6"}));
+  const OvsChange::Settings settings{R"(external_ids={"kiva-uplinks"="eth6","say"="\"a, b\""})",
+                                     "protected=true",
+                                     "qos=q1",
+                                     "tag=20",
+                                     "trunks=[3,4]",
+                                     R"(vlan_mode="access")"};
+  EXPECT_EQ(port.settings, settings);
   for (const char* bad : {"", "[]", R"({"id":0,"result":null,"error":"no"})",
                           R"({"result":[{"rows":[{"name":"a"}]}]})", R"({"result":[{},{},{}]})"})
-    EXPECT_EQ(ovsInterfacesIn(bad), std::nullopt) << bad;
+    EXPECT_FALSE(ovsBridgesIn(bad)) << bad;
+}
+
+TEST(LinuxOvsDatabase, BlockedInterfaces) {
+  constexpr const char* kText =
+      "OFPST_PORT_DESC reply (OF1.4) (xid=0x4):\n"
+      " 1(eth0): addr:ce:49:b4:2c:2c:1d\n     config:     0\n     state:      NO_FWD\n"
+      " 3(mgmt0): addr:ce:49:b4:2c:2c:1e\n     config:     PORT_DOWN NO_RECV NO_FWD\n"
+      " LOCAL(dvs0): addr:46:f8:06:22:91:4c\n     config:     PORT_DOWN NO_FWD\n";
+  EXPECT_EQ(blockedInterfacesIn(kText), (std::set<std::string>{"dvs0", "mgmt0"}));
+  EXPECT_TRUE(blockedInterfacesIn("config: NO_FW\n)x(").empty());
 }
 
 // Answers one question with two halves, or takes it and says nothing more than the first.

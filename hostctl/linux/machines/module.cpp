@@ -9,7 +9,7 @@
 #include <thread>
 #include <tuple>
 
-#include "linux/tools/machine_stop.h"
+#include "linux/machines_module.h"
 
 namespace {
 
@@ -91,6 +91,14 @@ extern "C" __attribute__((visibility("default"))) void kivaOpenMachines(const st
   if (opened.connection) return;
   const virErrorPtr error = virGetLastError();
   if (!error || !isWithoutDaemon(*error)) opened.error = lastError();
+}
+
+extern "C" __attribute__((visibility("default"))) void kivaCountMachines(void* connection,
+                                                                         CountedMachines& counted) {
+  const std::unique_ptr<virConnect, Close> owner(static_cast<virConnectPtr>(connection));
+  const int count = virConnectNumOfDomains(owner.get());
+  if (count < 0) counted.error = lastError();
+  counted.running = std::max(count, 0);
 }
 
 extern "C" __attribute__((visibility("default"))) void kivaStopMachines(

@@ -21,7 +21,7 @@ ConnectionPoint connectionOf(const std::string& name, const Switches& switches,
     return distributed ? ConnectionPoint{ConnecteeType::DistributedPort, found->second, {}}
                        : opaque;
   }
-  if (masterOf(files, name) == "ovs-system") return {ConnecteeType::DistributedPort, {}, {}};
+  if (masterOf(files, name) == kOvsMaster) return {ConnecteeType::DistributedPort, {}, {}};
   return opaque;
 }
 

@@ -73,13 +73,16 @@ int indexOf(const Files& files, const std::string& interface) {
   return static_cast<int>(index.value_or(0));
 }
 
-std::string foreignManagerOf(const Files& files, const std::string& interface) {
-  const int index = indexOf(files, interface);
-  const bool made = interface == kManagementNic;
-  if (const auto file = stanzaIn(files, kIfupdown, interface, 0); !made && !file.empty())
+std::string otherManagerOf(const Files& files, const std::string& interface) {
+  if (interface == kManagementNic) return {};
+  if (const auto file = stanzaIn(files, kIfupdown, interface, 0); !file.empty())
     return "ifupdown (" + file + ")";
-  if (!made && networkManagerHas(files, index)) return "NetworkManager";
-  return earlierNetworkFile(files, index);
+  return networkManagerHas(files, indexOf(files, interface)) ? "NetworkManager" : "";
+}
+
+std::string foreignManagerOf(const Files& files, const std::string& interface) {
+  const auto other = otherManagerOf(files, interface);
+  return other.empty() ? earlierNetworkFile(files, indexOf(files, interface)) : other;
 }
 
 void refuseForeign(const Files& files, const std::string& operation, const std::string& interface) {

@@ -14,6 +14,9 @@ namespace HostLinux {
 /// too. Files alone are read.
 std::string foreignManagerOf(const Files& files, const std::string& interface);
 
+/// The same without networkd: who would make an interface anew in his own way.
+std::string otherManagerOf(const Files& files, const std::string& interface);
+
 /// Throws HostCtlException of `operation` where somebody else configures `interface`, and where
 /// there is no such interface.
 void refuseForeign(const Files& files, const std::string& operation, const std::string& interface);

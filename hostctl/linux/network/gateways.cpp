@@ -132,4 +132,12 @@ void writeGateway(const Files& files, const Ipv6Address& gateway) {
   writeOrThrow(files, "SetIpv6TarnDefaultGateway", gateway);
 }
 
+void waitForStaticGateways(const Files& files, const std::string& operation,
+                           const std::string& interface, const IpConfig& config) {
+  const auto ipv4 = config.GetIpv4UseStatic() ? config.GetIpv4Gateway() : Ipv4Address();
+  const auto ipv6 = config.GetIpv6Enabled() ? config.GetIpv6Gateway() : Ipv6Address();
+  waitForRoute(files, operation, interface, ipv4, Ipv4Address());
+  waitForRoute(files, operation, interface, ipv6, Ipv6Address());
+}
+
 }  // namespace HostLinux

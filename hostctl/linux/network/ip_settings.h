@@ -25,5 +25,8 @@ void writeGateway(const Files& files, const HostCtl::Network::Ipv6Address& gatew
 /// Waits until the interface has the static addresses of `config`.
 void waitForStaticAddresses(const Files& files, const std::string& operation,
                             const std::string& interface, const HostCtl::Network::IpConfig& config);
+/// Waits until the default routes lead over the gateways that `config` itself names.
+void waitForStaticGateways(const Files& files, const std::string& operation,
+                           const std::string& interface, const HostCtl::Network::IpConfig& config);
 
 }  // namespace HostLinux

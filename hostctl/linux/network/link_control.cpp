@@ -38,16 +38,7 @@ class LinkRequest {
   nlmsghdr* Message() { return header_; }
 
   /// 0, or the number of the error.
-  int Send(const std::string& operation) {
-    const KernelSocket socket = openKernelSocket(operation);
-    alignas(nlmsghdr) std::array<char, 8192> answer;
-    if (mnl_socket_sendto(socket.get(), header_, header_->nlmsg_len) < 0) return errno;
-    const auto size = mnl_socket_recvfrom(socket.get(), answer.data(), answer.size());
-    const bool done =
-        size >= 0 && mnl_cb_run(answer.data(), static_cast<std::size_t>(size), 0,
-                                mnl_socket_get_portid(socket.get()), nullptr, nullptr) >= 0;
-    return done ? 0 : errno;
-  }
+  int Send(const std::string& operation) const { return requestChange(operation, header_); }
 
   void Demand(const std::string& operation, const std::string& link) {
     if (const int error = Send(operation); error != 0)

@@ -8,9 +8,9 @@
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
-#include <set>
 
 #include "hostctl/lib/descriptor.h"
+#include "hostctl/lib/exception.h"
 
 namespace HostLinux {
 
@@ -21,21 +21,9 @@ namespace {
 
 constexpr const char* kSocket = "/run/openvswitch/db.sock";
 constexpr std::chrono::milliseconds kAnswerWithin{250};
+constexpr std::chrono::seconds kChangeWaits{5};
 constexpr std::chrono::seconds kGoodFor{5};
 constexpr std::size_t kMostBytes = 4 << 20;
-constexpr const char* kQuestion =
-    R"({"id":0,"method":"transact","params":["Open_vSwitch",)"
-    R"({"op":"select","table":"Bridge","where":[],"columns":["name","ports","controller"]},)"
-    R"({"op":"select","table":"Port","where":[],"columns":["_uuid","interfaces"]},)"
-    R"({"op":"select","table":"Interface","where":[],"columns":["_uuid","name"]}]})";
-
-/// The identifiers in a column: ["uuid", ID], or ["set", [["uuid", ID], …]].
-std::set<std::string> idsIn(const json& column) {
-  if (column.at(0) == "uuid") return {column.at(1).get<std::string>()};
-  std::set<std::string> ids;
-  for (const json& one : column.at(1)) ids.insert(one.at(1).get<std::string>());
-  return ids;
-}
 
 Descriptor connectTo(const std::string& path) {
   sockaddr_un address{};
@@ -55,10 +43,10 @@ bool waitFor(const Descriptor& socket, OvsDatabase::Clock::time_point end) {
 }
 
 /// The whole answer, or what there is of it when the time is over.
-std::string ask(const std::string& path) {
-  const auto end = OvsDatabase::Clock::now() + kAnswerWithin;
+std::string ask(const std::string& path, std::chrono::milliseconds limit) {
+  const auto end = OvsDatabase::Clock::now() + limit;
   const Descriptor socket = connectTo(path);
-  const std::string_view question = kQuestion;
+  const std::string_view question = kOvsQuestion;
   std::string answer;
   if (!socket || send(socket.Get(), question.data(), question.size(), MSG_NOSIGNAL) !=
                      static_cast<ssize_t>(question.size()))
@@ -74,31 +62,23 @@ std::string ask(const std::string& path) {
 
 }  // namespace
 
-std::optional<OvsInterfaces> ovsInterfacesIn(const std::string& answer) try {
-  const json tables = json::parse(answer).at("result");
-  std::map<std::string, std::string> bridgeOfPort, bridgeOfInterface;
-  for (const json& bridge : tables.at(0).at("rows")) {
-    const bool controlled = !idsIn(bridge.at("controller")).empty();
-    for (const auto& port : idsIn(bridge.at("ports")))
-      bridgeOfPort[port] = controlled ? bridge.at("name").get<std::string>() : "";
-  }
-  for (const json& port : tables.at(1).at("rows"))
-    for (const auto& interface : idsIn(port.at("interfaces")))
-      bridgeOfInterface[interface] = bridgeOfPort[port.at("_uuid").at(1).get<std::string>()];
-  OvsInterfaces found;
-  for (const json& interface : tables.at(2).at("rows"))
-    found[interface.at("name").get<std::string>()] =
-        bridgeOfInterface[interface.at("_uuid").at(1).get<std::string>()];
-  return found;
-} catch (const json::exception&) {
-  return std::nullopt;
+std::optional<OvsBridges> askForOvsBridges(const Files& files) {
+  if (!files.Exists(kSocket)) return std::nullopt;
+  return ovsBridgesIn(ask(files.Path(kSocket), kAnswerWithin));
+}
+
+OvsBridges readOvsBridges(const Files& files, const std::string& operation) {
+  if (!files.Exists(kSocket)) return {};
+  if (auto bridges = ovsBridgesIn(ask(files.Path(kSocket), kChangeWaits)))
+    return std::move(*bridges);
+  throw HostCtl::Lib::HostCtlException(operation, "Open vSwitch", "its database does not answer");
 }
 
 const std::optional<OvsInterfaces>& OvsDatabase::Read(const Files& files, Clock::time_point now) {
   if (now < notBefore_) return last_;
   last_.reset();
   if (!files.Exists(kSocket)) return last_;
-  last_ = ovsInterfacesIn(ask(files.Path(kSocket)));
+  if (const auto bridges = askForOvsBridges(files)) last_ = ovsInterfacesOf(*bridges);
   notBefore_ = now + kGoodFor;
   if (!last_) syslog(LOG_USER | LOG_INFO, "Open vSwitch's database does not answer");
   return last_;

@@ -2,21 +2,20 @@
 #pragma once
 
 #include <chrono>
-#include <map>
 #include <optional>
 #include <string>
 
 #include "linux/files.h"
+#include "linux/network/ovs_model.h"
 
 namespace HostLinux {
 
-/// The interfaces that Open vSwitch has on its bridges, by their names, with the name of the
-/// bridge; an empty one where the bridge has no controller, so that it is no distributed switch's.
-using OvsInterfaces = std::map<std::string, std::string>;
+/// The bridges as they are now; nothing where nobody answers within a quarter of a second.
+std::optional<OvsBridges> askForOvsBridges(const Files& files);
 
-/// What Open vSwitch's database answers when it is asked for its bridges, ports and interfaces;
-/// nothing for a text that is no such answer.
-std::optional<OvsInterfaces> ovsInterfacesIn(const std::string& answer);
+/// For a change, which cannot go without. None where Open vSwitch does not run; a database that
+/// does not answer within five seconds is an HostCtlException of `operation`.
+OvsBridges readOvsBridges(const Files& files, const std::string& operation);
 
 /// Open vSwitch as the machine's distributed switches. Its database is asked only where it runs, a
 /// quarter of a second at most, and not again while the last answer is less than five seconds old;

@@ -3,7 +3,6 @@
 #include <chrono>
 #include <thread>
 
-#include "hostctl/lib/exception.h"
 #include "linux/network/ip_file.h"
 #include "linux/network/switch_editor.h"
 #include "linux/network/switches.h"
@@ -89,10 +88,6 @@ SwitchUplink uplinkFor(SwitchEditor& editor, const std::string& nic) {
 }
 
 }  // namespace
-
-void clearNetwork(const Files&) {
-  throw HostCtl::Lib::HostCtlException("ClearNetworkConfig", "network", "cannot be done yet");
-}
 
 void autoConfigureNetwork(const Files& files) {
   SwitchEditor editor(files, {kOperation, kSwitch});

@@ -10,6 +10,7 @@
 #include "linux/folder_lock.h"
 #include "linux/network/foreign.h"
 #include "linux/network/networkd_bus.h"
+#include "linux/network/ovsdb.h"
 #include "linux/network/switch_files.h"
 #include "linux/network_file.h"
 #include "linux/pnics.h"
@@ -87,14 +88,16 @@ Switch& SwitchEditor::SwitchNamed(const std::string& name) {
 }
 
 std::string SwitchEditor::NicNamed(const std::string& pnic) {
-  for (const auto& nic : physicalNics(files_))
-    if (nic.pnic == pnic) return nic.kernel;
+  if (auto nic = kernelNamed(physicalNics(files_), pnic); !nic.empty()) return nic;
   if (switchWithUplink(after_, pnic)) return pnic;
   Refuse("there is no adapter " + pnic);
 }
 
 SwitchUplink SwitchEditor::NewUplink(const std::string& nic) const {
   refuseForeign(files_, context_.operation, nic);
+  const auto bridges = askForOvsBridges(files_);
+  if (const auto place = bridges ? findOnOvs(*bridges, nic) : OvsPlace())
+    Refuse(nic + " is an uplink of " + place.bridge->name);
   for (const LinkRow& link : readLinks(context_.operation)) {
     if (link.name != nic) continue;
     if (link.master != 0) Refuse(nic + " is a port of something that Kiva did not set up");

@@ -9,7 +9,9 @@
 
 #include "hostctl/lib/exception.h"
 #include "linux/network/ip_file.h"
+#include "linux/network/ip_settings.h"
 #include "linux/network/mac_address.h"
+#include "linux/network/move_from_ovs.h"
 #include "linux/network/switch_editor.h"
 #include "linux/network/switch_files.h"
 #include "linux/pnics.h"
@@ -47,6 +49,13 @@ SwitchPortGroup& groupNamed(SwitchEditor& editor, const PortGroupName& name) {
   if (SwitchPortGroup* found = editor.SwitchNamed(name.switchName).FindPortGroup(name.name))
     return *found;
   editor.Refuse("there is no such port group on " + name.switchName);
+}
+
+void takeInterface(SwitchEditor& editor, const std::string& nic) {
+  const auto is = [&](const SwitchInterface& interface) { return interface.name == nic; };
+  for (Switch& one : editor.All())
+    if (std::erase_if(one.interfaces, is) > 0) return;
+  editor.Refuse("is on no standard switch");
 }
 
 /// An uplink has none, and what reaches the host by them should not be cut off in passing.
@@ -190,15 +199,34 @@ void addPortGroup(const Files& files, const std::string& name, const std::string
 }
 
 void removeStandardSwitch(const Files& files, const std::string& name) {
-  SwitchEditor(files, {"RemoveStandardSwitch", name}).Refuse("cannot be done yet");
+  SwitchEditor editor(files, {"RemoveStandardSwitch", name});
+  const auto& interfaces = editor.SwitchNamed(name).interfaces;
+  if (!interfaces.empty()) editor.Refuse(interfaces.front().name + " is on it");
+  std::erase_if(editor.All(), [&](const Switch& one) { return one.name == name; });
+  editor.Apply();
 }
 
-void removePortGroup(const Files& files, const std::string& name, const std::string&) {
-  SwitchEditor(files, {"RemovePortGroup", name}).Refuse("cannot be done yet");
+void removePortGroup(const Files& files, const std::string& name, const std::string& switchName) {
+  SwitchEditor editor(files, {"RemovePortGroup", name});
+  groupNamed(editor, {switchName, name});
+  Switch& of = editor.SwitchNamed(switchName);
+  for (const auto& interface : of.interfaces)
+    if (interface.portGroup == name) editor.Refuse(interface.name + " is on it");
+  std::erase_if(of.portGroups, [&](const SwitchPortGroup& group) { return group.name == name; });
+  editor.Apply();
 }
 
-void moveNic(const Files& files, const std::string& nic, const HostSeam::PortGroupName&) {
-  SwitchEditor(files, {"Migrate", nic}).Refuse("cannot be done yet");
+void moveNic(const Files& files, const std::string& nic, const PortGroupName& group) {
+  if (isOnDistributedSwitch(files, nic)) return moveNicFromOvs(files, nic, group);
+  SwitchEditor editor(files, {"Migrate", nic});
+  takeInterface(editor, nic);
+  groupNamed(editor, group);
+  editor.SwitchNamed(group.switchName).interfaces.push_back({nic, group.name});
+  editor.Apply({}, [&] {
+    const auto config = ipConfigIn(editor.Own().Read(ownFileName(nic, "network")));
+    waitForStaticAddresses(files, editor.Context().operation, nic, config);
+    waitForStaticGateways(files, editor.Context().operation, nic, config);
+  });
 }
 
 }  // namespace HostLinux

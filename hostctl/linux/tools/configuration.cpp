@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "linux/tools/configuration.h"
 
-#include <ctime>
 #include <filesystem>
 #include <map>
 #include <system_error>
@@ -28,15 +27,6 @@ constexpr std::string_view kPrefix = "configuration-";
 constexpr std::size_t kKept = 10;
 constexpr std::chrono::seconds kPackedWithin{60};
 constexpr const char* kStaged = "archive";
-
-/// Such as 2026-11-21T14:00:00Z.
-std::string timeText() {
-  const std::time_t now = std::time(nullptr);
-  std::tm parts{};
-  gmtime_r(&now, &parts);
-  char text[32];
-  return {text, std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &parts)};
-}
 
 /// The archives that are there, by their versions.
 std::map<std::int64_t, std::string> archivesIn(const Files& files) {

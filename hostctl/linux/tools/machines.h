@@ -2,32 +2,16 @@
 #pragma once
 
 #include <chrono>
-#include <string>
-#include <vector>
 
 #include "hostseam/tool_host.h"
 #include "linux/files.h"
+#include "linux/machines_service.h"
 
 namespace HostLinux {
 
-/// How this machine's virtual machines are reached and ordered: the file /etc/corvo/virtualisation
-/// with lines such as
-///
-///   URI=qemu:///system
-///   ORDER=database, mail server
-///
-/// ORDER names machines that autostart manages, first things first: libvirt has no order of its
-/// own. Those that it does not name come after them, by their names.
-struct MachineSettings {
-  std::string uri = "qemu:///system";
-  std::vector<std::string> order = {};
-};
-
-MachineSettings readMachineSettings(const Files& files);
-
 /// How long libvirt may take to answer, and the machines, all together, to shut down.
 struct MachineTimes {
-  std::chrono::milliseconds answer{10'000};
+  std::chrono::milliseconds answer = kMachinesAnswerWithin;
   std::chrono::milliseconds shutDown{120'000};
 };
 

@@ -7,8 +7,8 @@
 
 namespace HostLinux {
 
-/// What the module kiva-machines.so does, so that no program links libvirt: its two functions,
-/// found by these names. Both may wait for ever on a daemon that hangs.
+/// What the module kiva-machines.so does, so that no program links libvirt: its functions,
+/// found by these names. All may wait for ever on a daemon that hangs.
 
 /// The connection is null where no daemon runs; then, if something else is wrong, `error` says it.
 struct OpenedMachines {
@@ -18,6 +18,15 @@ struct OpenedMachines {
 
 inline constexpr const char* kOpenMachinesSymbol = "kivaOpenMachines";
 using OpenMachinesFunction = void (*)(const std::string& uri, OpenedMachines& opened);
+
+/// Machines that run, or why nobody knows. Closes the connection too.
+struct CountedMachines {
+  int running = 0;
+  std::string error;
+};
+
+inline constexpr const char* kCountMachinesSymbol = "kivaCountMachines";
+using CountMachinesFunction = void (*)(void* connection, CountedMachines& counted);
 
 enum class StopManner { AskInTurn, AskTogether, Destroy };
 

@@ -1,0 +1,264 @@
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+
+#include "harness/hosts/network_lab.h"
+#include "linux/driver.h"
+#include "linux/network/networkd_bus.h"
+#include "linux/network/switches.h"
+
+using namespace HostLinux;
+
+namespace {
+
+using HostCtl::Network::HostLocalPort;
+
+constexpr const char* kGroup = "Management Network";
+const std::string kMac = "00:16:3e:00:00:50";
+
+// What an operator would call the same: the addresses and routes of mgmt0, and the switch's ports.
+constexpr const char* kState =
+    "{ cat /sys/class/net/mgmt0/address; ip -br addr show mgmt0 | sed 's/^[^ ]* *[^ ]* *//';"
+    "ip route show dev mgmt0; ip route show table 77; ip -6 route show fd00:77::/64;"
+    "} 2>/dev/null | sed 's/ proto static//';"
+    "ovs-vsctl -f csv --columns=name,tag,protected,trunks,external_ids list port | sort";
+
+// A machine whose management interface is an internal one of Open vSwitch.
+class OvsLab {
+ public:
+  explicit OvsLab(const std::string& file = {}) {
+    lab_.StartNetworkd();
+    waitUntil([&] { return failureOf([] { reloadNetworkd("wait for", "networkd"); }).empty(); });
+    lab_.PullCable(1);
+    lab_.StartOpenVswitch();
+    if (file.empty()) {
+      Demand(R"(ip addr add 10.9.0.5/24 dev mgmt0; ip addr add 10.9.0.6/24 dev mgmt0
+        ip -6 addr add fd00:9::5/64 dev mgmt0 nodad
+        ip route add default via 10.9.0.1; ip route add 10.77.0.0/16 via 10.9.0.1
+        ip route add 10.78.0.0/16 via 10.9.0.1 src 10.9.0.6 table 77
+        ip -6 route add fd00:77::/64 via fd00:9::1 metric 7)");
+    } else {
+      lab_.Configure("20-mgmt.network", file);
+      reloadNetworkd("test", "networkd");
+    }
+  }
+
+  static void Demand(const std::string& script) {
+    if (!shell(script)) throw std::runtime_error(script);
+  }
+  std::string State() { return ended(kState).output; }
+  bool Reaches() {
+    return waitUntil([&] { return lab_.Peer("ping -c 1 -W 1 10.9.0.5").status == 0; });
+  }
+  void Move(const HostLocalPort& port) { network_.MoveNicToPort("mgmt0", port); }
+  /// "host-local-0 mgmt0 20 blocked pnic0; " of each port but the switch's own.
+  std::string Ports() {
+    std::string text;
+    const auto switches = driver_.ReadDistributedSwitches();
+    for (const auto& port : switches.at(0).ports) {
+      if (port.name == "dvs0") continue;
+      text += port.name + " " + port.nic + " " + std::to_string(port.vlanId);
+      if (port.blocked) text += " blocked";
+      for (const auto& uplink : port.uplinks) text += " " + uplink;
+    }
+    return text;
+  }
+  static std::string Isolated() {
+    return ended("ovs-vsctl --bare --columns=name find port protected=true | sort | xargs").output;
+  }
+
+  NetworkLab lab_;
+  const Files files_;
+  LinuxDriver driver_;
+  HostSeam::NetworkWriter& network_ = driver_.Network();
+};
+
+class LinuxOvs : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (const auto why = NetworkLab::ObstacleForOpenVswitch(); !why.empty()) GTEST_SKIP() << why;
+  }
+};
+
+std::string withoutPorts(const std::string& state) {
+  return state.substr(0, state.find("dvs0,"));
+}
+
+// The uplinks give and take untagged frames; a VLAN of the port's own keeps the peer out of reach.
+TEST_F(LinuxOvs, AnotherPortOfTheSwitch) {
+  inNamespaces([] {
+    OvsLab lab;
+    ASSERT_TRUE(lab.Reaches());
+    const std::string before = withoutPorts(lab.State());
+    EXPECT_EQ(lab.Ports(), "mgmt0 mgmt0 0");
+    lab.Move({"host-local-0", 20, true, {"pnic0"}});
+    EXPECT_EQ(withoutPorts(lab.State()), before);
+    EXPECT_EQ(lab.Ports(), "host-local-0 mgmt0 20 pnic0");
+    EXPECT_EQ(lab.Isolated(), "eth1 host-local-0\n");
+    ASSERT_TRUE(shell("ovs-vsctl set port eth0 tag=20; ovs-vsctl set port eth1 tag=20"));
+    EXPECT_TRUE(lab.Reaches()) << "by the uplink that it uses";
+    ASSERT_TRUE(shell("ovs-ofctl mod-port dvs0 mgmt0 no-forward"));
+    EXPECT_EQ(lab.Ports(), "host-local-0 mgmt0 20 blocked pnic0");
+    lab.Move({"host-local-1", 21, false, {}});
+    EXPECT_EQ(lab.Ports(), "host-local-1 mgmt0 21 blocked") << "as it was";
+    EXPECT_EQ(lab.Isolated(), "eth0 eth1 host-local-1\n");
+    ASSERT_TRUE(shell("ovs-vsctl add-port dvs0 nic1 -- set interface nic1 type=internal"));
+    lab.network_.MoveNicToPort("nic1", {"host-local-7", 20, true, {"pnic1"}});
+    EXPECT_EQ(lab.Isolated(), "eth0 host-local-1 host-local-7\n") << "nothing is taken from nic1";
+    ASSERT_TRUE(shell("ovs-vsctl del-port host-local-7"));
+    lab.Move({"host-local-2", 20, true, {"pnic1", "pnic0"}});
+    EXPECT_EQ(lab.Ports(), "host-local-2 mgmt0 20");
+    EXPECT_EQ(lab.Isolated(), "\n");
+    EXPECT_EQ(withoutPorts(lab.State()), before);
+    EXPECT_TRUE(lab.Reaches());
+  });
+}
+
+TEST_F(LinuxOvs, NetworkdGivesTheAddressesBackWhereItDid) {
+  inNamespaces([] {
+    OvsLab lab(
+        "[Match]\nName=mgmt0\n[Network]\nAddress=10.9.0.5/24\nGateway=10.9.0.1\n"
+        "[Route]\nDestination=10.77.0.0/16\nGateway=10.9.0.1\n");
+    ASSERT_TRUE(lab.Reaches());
+    const std::string before = withoutPorts(lab.State());
+    lab.Move({"host-local-0", 20, true, {"pnic0", "pnic1"}});
+    EXPECT_EQ(withoutPorts(lab.State()), before);
+    lab.lab_.StartAfresh();
+    EXPECT_TRUE(waitUntil([&] { return withoutPorts(lab.State()) == before; })) << lab.State();
+    EXPECT_EQ(lab.Ports(), "host-local-0 mgmt0 20");
+    lab.network_.RemoveDistributedUplink("dvs0", "pnic0");
+    addStandardSwitch(lab.files_, "vSwitch0");
+    addPortGroup(lab.files_, kGroup, "vSwitch0");
+    lab.network_.AddUplink("vSwitch0", "pnic0");
+    lab.network_.MoveNic("mgmt0", {"vSwitch0", kGroup});
+    EXPECT_EQ(lab.Ports(), "");
+    EXPECT_TRUE(lab.Reaches());
+    EXPECT_EQ(withoutPorts(lab.State()), before);
+    EXPECT_EQ(lab.lab_.Peer("ip neigh show 10.9.0.5 | grep -c " + kMac).output, "1\n");
+    lab.lab_.StartAfresh();
+    EXPECT_TRUE(lab.Reaches()) << "after a restart";
+    EXPECT_TRUE(waitUntil([&] { return withoutPorts(lab.State()) == before; })) << lab.State();
+  });
+}
+
+TEST_F(LinuxOvs, WhatOnlyTheKernelKnowsMovesToo) {
+  inNamespaces([] {
+    OvsLab lab;
+    const std::string before = lab.State();
+    lab.network_.RemoveDistributedUplink("dvs0", "pnic0");
+    addStandardSwitch(lab.files_, "vSwitch0");
+    addPortGroup(lab.files_, kGroup, "vSwitch0");
+    lab.network_.AddUplink("vSwitch0", "pnic0");
+    const std::string files = ended("cd /etc/systemd/network && grep -r . | sort").output;
+    const std::string halfway = lab.State();
+    const std::string inTheWay = "/etc/systemd/network/10-kiva-mgmt0-port.network";
+    ASSERT_TRUE(shell("mkdir " + inTheWay));
+    const auto move = [&] { lab.network_.MoveNic("mgmt0", {"vSwitch0", kGroup}); };
+    EXPECT_EQ(failureOf(move), "Migrate mgmt0: " + inTheWay + " is no file that can be read");
+    EXPECT_EQ(lab.State(), halfway);
+    EXPECT_EQ(ended("cd /etc/systemd/network && grep -r . | sort").output, files);
+    ASSERT_TRUE(shell("rmdir " + inTheWay));
+    move();
+    EXPECT_TRUE(lab.Reaches());
+    lab.lab_.StartAfresh();
+    EXPECT_TRUE(lab.Reaches());
+    EXPECT_EQ(withoutPorts(lab.State()), withoutPorts(before));
+  });
+}
+
+TEST_F(LinuxOvs, UplinksComeBackAsTheyWere) {
+  inNamespaces([] {
+    OvsLab lab;
+    ASSERT_TRUE(
+        shell("ovs-vsctl del-port eth0 -- del-port eth1 -- add-bond dvs0 b eth0 eth1 "
+              "trunks=10,20 bond_mode=active-backup external_ids:say='\"a, b\"' -- "
+              "set interface eth1 external_ids:rack=7"));
+    const auto uplinks = [&] { return lab.driver_.ReadDistributedSwitches().at(0).uplinks; };
+    const char* records =
+        "ovs-vsctl -f csv --columns=name,trunks,bond_mode,external_ids list port b;"
+        "ovs-vsctl -f csv --columns=name,external_ids list interface eth0 eth1 | sort";
+    const std::string before = ended(records).output;
+    for (const char* pnic : {"pnic1", "pnic0"}) lab.network_.RemoveDistributedUplink("dvs0", pnic);
+    EXPECT_TRUE(uplinks().empty());
+    lab.lab_.HangOpenVswitch(true);
+    const auto add = [&] { lab.network_.AddDistributedUplink("dvs0", "pnic0"); };
+    EXPECT_TRUE(failureOf(add).starts_with("AddDistributedUplink pnic0: Open vSwitch: "));
+    EXPECT_TRUE(uplinks().empty()) << "what was only too slow is taken back";
+    lab.lab_.HangOpenVswitch(false);
+    for (const char* pnic : {"pnic0", "pnic1"}) lab.network_.AddDistributedUplink("dvs0", pnic);
+    EXPECT_EQ(ended(records).output, before);
+    EXPECT_EQ(uplinks(), (std::vector<std::string>{"pnic0", "pnic1"}));
+    EXPECT_EQ(ended("ovs-vsctl --bare get bridge dvs0 external_ids").output, "{}\n");
+  });
+}
+
+TEST_F(LinuxOvs, RefusalsAndFailuresChangeNothing) {
+  inNamespaces([] {
+    OvsLab lab;
+    const std::string before = lab.State();
+    const auto moved = [&](const HostLocalPort& port, const std::string& cause) {
+      EXPECT_EQ(failureOf([&] { lab.Move(port); }), "MoveToHostLocalPort mgmt0: " + cause);
+    };
+    moved({"host-local-0", 0, true, {}}, "0 is no VLAN of a port: 1 to 4094");
+    moved({"host-local-0", 4095, true, {}}, "4095 is no VLAN of a port: 1 to 4094");
+    moved({"a b", 1, true, {}}, "a b is no name of a port");
+    moved({"eth0", 1, true, {}}, "there is a port eth0 already");
+    moved({"host-local-0", 1, true, {"pnic7"}}, "pnic7 is no uplink of dvs0");
+    ASSERT_TRUE(shell("ovs-vsctl set bridge dvs0 external_ids:vendor=x"));
+    moved({"host-local-0", 1, true, {}}, "dvs0 is managed by others");
+    ASSERT_TRUE(shell("ovs-vsctl set bridge dvs0 external_ids:vendor=kiva"));
+    ASSERT_TRUE(
+        shell("mkdir -p /etc/network; echo iface mgmt0 inet dhcp >/etc/network/interfaces"));
+    moved({"host-local-0", 1, true, {}}, "is configured by ifupdown (/etc/network/interfaces)");
+    ASSERT_TRUE(shell("rm /etc/network/interfaces"));
+    for (const auto& [nic, cause] :
+         {std::pair("dvs0", "is the switch's own interface, which has no other port"),
+          std::pair("eth0", "is no interface that Open vSwitch made"),
+          std::pair("lo", "is on no distributed switch")})
+      EXPECT_EQ(failureOf([&] {
+                  lab.network_.MoveNicToPort(nic, {"host-local-0", 1, true, {}});
+                }),
+                std::string("MoveToHostLocalPort ") + nic + ": " + cause);
+    EXPECT_EQ(failureOf([&] {
+                lab.network_.MoveNic("mgmt0", {"vSwitch0", "x"});
+              }),
+              "Migrate mgmt0: there is no standard switch vSwitch0");
+    EXPECT_EQ(failureOf([&] { lab.network_.AddDistributedUplink("dvs1", "pnic0"); }),
+              "AddDistributedUplink pnic0: there is no distributed switch dvs1");
+    EXPECT_EQ(failureOf([&] {
+                addStandardSwitch(lab.files_, "vSwitch0");
+                lab.network_.AddUplink("vSwitch0", "pnic1");
+              }),
+              "AddUplink pnic1: eth1 is an uplink of dvs0");
+    EXPECT_EQ(lab.driver_.ReadPnics().at(1).switchName, "dvs0");
+    EXPECT_EQ(lab.State(), before);
+  });
+}
+
+// Puts a script before a tool of Open vSwitch's; $0 is to be called by it.
+std::string before(const std::string& tool, const std::string& script) {
+  const std::string path = "/usr/bin/" + tool;
+  return "mv " + path + " " + path + ".real; printf '#!/bin/sh\n" + script + "\nexec " + path +
+         ".real \"$@\"\n' >" + path + "; chmod +x " + path;
+}
+
+TEST_F(LinuxOvs, FailuresOnTheWayAreUndone) {
+  inNamespaces([] {
+    OvsLab lab;
+    ASSERT_TRUE(lab.Reaches());
+    const std::string state = lab.State();
+    const auto move = [&] { lab.Move({"host-local-0", 20, true, {"pnic0"}}); };
+    ASSERT_TRUE(shell(before("ovs-ofctl", "case $* in *mod-port*) echo no; exit 1 ;; esac")));
+    EXPECT_EQ(failureOf(move), "MoveToHostLocalPort mgmt0: Open vSwitch: no");
+    EXPECT_EQ(lab.State(), state);
+    EXPECT_TRUE(lab.Reaches());
+    ASSERT_TRUE(shell("mv /usr/bin/ovs-ofctl.real /usr/bin/ovs-ofctl"));
+    ASSERT_TRUE(shell(before("ovs-vsctl", "kill -STOP $(cat /run/lab/ovs)")));
+    EXPECT_TRUE(failureOf(move).starts_with("MoveToHostLocalPort mgmt0: Open vSwitch: "));
+    ASSERT_TRUE(shell("mv /usr/bin/ovs-vsctl.real /usr/bin/ovs-vsctl"));
+    lab.lab_.HangOpenVswitch(false);
+    EXPECT_EQ(lab.State(), state) << "though Open vSwitch was only slow";
+    EXPECT_TRUE(lab.Reaches());
+  });
+}
+
+}  // namespace

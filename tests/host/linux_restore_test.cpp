@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: MIT
+// The network of a machine as it is delivered: made where there is none, and made again.
+#include <gtest/gtest.h>
+
+#include "harness/hosts/lab_console.h"
+#include "linux/driver.h"
+#include "linux/network/ipv6_switch.h"
+#include "linux/network/networkd_bus.h"
+
+using namespace HostLinux;
+
+namespace {
+
+class LinuxRestore : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (const std::string why = LabConsole::Obstacle(); !why.empty()) GTEST_SKIP() << why;
+  }
+};
+
+void followNameServers() {
+  ASSERT_TRUE(shell(KIVA_BINARY_DIR "/kiva-name-servers >/run/lab/names.log 2>&1 &"));
+}
+
+TEST_F(LinuxRestore, FromNothingToALease) {
+  inNamespaces([] {
+    const NetworkLab lab;
+    ASSERT_TRUE(shell("echo nameserver 10.9.0.77 >/etc/resolv.conf"));
+    lab.StartNetworkd();
+    lab.Serve("dhcp4");
+    followNameServers();
+    LabConsole console(lab);
+    ASSERT_TRUE(shell("halocli network restore"));
+    const auto showsLease = [&] {
+      console.Press("Space");
+      return console.Look().Shows("https://10.9.0.50/ (DHCP)");
+    };
+    EXPECT_TRUE(waitUntil(showsLease)) << console.Look().Dump() << ended("ip addr").output;
+    EXPECT_TRUE(waitUntil([] {
+      return Files().Read("/etc/resolv.conf").value_or("").find("nameserver 10.9.0.1\n") !=
+             std::string::npos;
+    })) << ended("cat /etc/resolv.conf /run/lab/names.log").output;
+    EXPECT_FALSE(Files().Exists("/var/lib/kiva")) << "nothing was there to be kept";
+    lab.StartAfresh();
+    EXPECT_TRUE(waitUntil([&] { return lab.Peer("ping -c 1 -W 1 10.9.0.50").status == 0; }));
+  });
+}
+
+// All that /etc says about the network, and the links.
+std::string network() {
+  return ended(
+             "cd /etc; grep -rs . systemd/network resolv.conf sysctl.d | sort; ip -o -br link | "
+             "sed 's/ .*//' | sort; ip -o -4 addr | cut -d' ' -f2-7")
+      .output;
+}
+
+TEST_F(LinuxRestore, ClearsWhatKivaWroteAndKeepsACopy) {
+  inNamespaces([] {
+    const NetworkLab lab;
+    lab.Configure("90-others.network", "[Match]\nName=eth9\n");
+    const std::string empty = network();
+    ASSERT_TRUE(shell("echo nameserver 10.9.0.77 >/etc/resolv.conf"));
+    lab.StartNetworkd();
+    lab.StartHostnamed();
+    lab.Serve("dhcp4");
+    LinuxDriver driver;
+    HostSeam::NetworkWriter& net = driver.Network();
+    waitUntil([] { return failureOf([] { reloadNetworkd("wait for", "networkd"); }).empty(); });
+    net.AutoConfigure();
+    net.WriteIpConfig("tarn0", ipConfig("10.9.0.20/24"));
+    HostSeam::DnsChange names;
+    names.nameServers = {*HostCtl::Network::parseIpAddress("10.9.0.78"),
+                         *HostCtl::Network::parseIpAddress("10.9.0.79")};
+    names.searchDomains = {"lab.example"};
+    net.WriteDns(names);
+    net.WriteIpv6Enabled(false);
+    net.WriteIpConfig("eth1", ipConfig("10.9.0.30/24"));
+    const std::string before = network();
+    ASSERT_TRUE(shell("mkdir -p /var/lib && echo no folder >/var/lib/kiva"));
+    EXPECT_TRUE(failureOf([&] { net.ClearConfiguration(); }).starts_with("ClearNetworkConfig "));
+    EXPECT_EQ(network(), before) << "without a copy";
+    ASSERT_TRUE(
+        shell("rm /var/lib/kiva; mkdir /run/lab/kept; cp /etc/systemd/network/10-* "
+              "/etc/resolv.conf " +
+              std::string(kIpv6SwitchFile) + " /run/lab/kept"));
+    ASSERT_TRUE(shell("kill $(cat /run/lab/networkd.pid); sleep 0.2"));
+    EXPECT_TRUE(failureOf([&] { net.ClearConfiguration(); }).starts_with("ClearNetworkConfig "));
+    EXPECT_EQ(network(), before) << "without networkd";
+    lab.StartNetworkd();
+    net.ReleaseLease("tarn0");
+    ASSERT_TRUE(shell("rm -r /var/lib/kiva"));
+    net.ClearConfiguration();
+    EXPECT_EQ(network(), empty);
+    EXPECT_EQ(ended("cd /var/lib/kiva/network-*Z && stat -c '%a %u' . && diff -r . /run/lab/kept; "
+                    "find . -type f ! -perm 600")
+                  .output,
+              "700 0\n");
+    net.ClearConfiguration();
+    EXPECT_EQ(ended("ls /var/lib/kiva | wc -l").output, "1\n") << "nothing was left to clear";
+    net.AutoConfigure();
+    EXPECT_TRUE(waitUntil([] { return shell("ip addr show tarn0 | grep -q 10.9.0.50"); }));
+  });
+}
+
+TEST_F(LinuxRestore, NothingIsSentIntoTheNetworkAnyMore) {
+  const Harness::TemporaryFolder folder;
+  const Files files(folder.Path());
+  LinuxDriver driver(folder.Path());
+  driver.Network().DisableNetDumper();
+  folder.Write("/sys/module/netconsole/initstate", "live\n");
+  folder.Write("/sbin/modprobe", "#!/bin/sh\necho \"$@: in use\"\nexit 1\n");
+  std::filesystem::permissions(folder.Path() / "sbin/modprobe", std::filesystem::perms{0755});
+  EXPECT_EQ(failureOf([&] { driver.Network().DisableNetDumper(); }),
+            "DisableNetDumper netconsole: --remove netconsole: in use");
+  folder.Write("/sys/kernel/config/netconsole/on/enabled", "1\n");
+  folder.Write("/sys/kernel/config/netconsole/off/enabled", "0\n");
+  folder.Write("/etc/default/kdump-tools", "USE_KDUMP=1\nSSH=\"a@b\"\n#NFS=\"x:/y\"\n");
+  driver.Network().DisableNetDumper();
+  EXPECT_EQ(files.ReadLine("/sys/kernel/config/netconsole/on/enabled")[0], '0');
+  EXPECT_EQ(files.Read("/sys/kernel/config/netconsole/off/enabled"), "0\n");
+  EXPECT_EQ(files.Read("/etc/default/kdump-tools"), "USE_KDUMP=1\nSSH=\n#NFS=\"x:/y\"\n");
+}
+
+}  // namespace
