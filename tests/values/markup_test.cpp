@@ -146,7 +146,6 @@ TEST(MarkupPaint, PlacesAndColoursText) {
        "{color:white}a{color:black}b{color:dark-grey}c{color:light-grey}d{color:yellow}e"
        "{color:red}f",
        "0,0 a|0,1 3/0 b|0,2 3/6 c|0,3 3/2 d|0,4 3/3 e|0,5 3/1 f|"},
-      {"closed", "a{color:red}b{/color}c", "0,0 a|0,1 3/1 b|0,2 c|"},
       {"over a line break", "{color:red}a\nb", "0,0 3/1 a|1,0 3/1 b|"},
       {"closing one kind ends both", "{bgcolor:white}{color:black}X{/color}Y{/bgcolor}Z",
        "0,0 7/0 X|0,1 Y|0,2 Z|"},
