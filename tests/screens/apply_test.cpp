@@ -134,7 +134,8 @@ const std::string kSuffixes =
     "example.test;AddUserSearchDomain lab.example.test;SaveConfig";
 
 TEST(Apply, IsCarriedToItsEndWhenTheSessionEndsAtAFailure) {
-  Demo demo(Json{{"faults", {{"SetIpConfig", "no room"}}}}, {.arguments = {"--clock-speed", "200"}});
+  Demo demo(Json{{"faults", {{"SetIpConfig", "no room"}}}},
+            {.arguments = {"--clock-speed", "200"}});
   openNetwork(demo, 0);
   demo.Do({"Down", "Enter", "type:5", "Enter", "Esc", "wait:Apply changes and", "type:y",
            "wait:no room", "wait:" + std::string(kWelcome)});
