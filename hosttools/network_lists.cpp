@@ -149,7 +149,7 @@ std::string distributedSwitchTable() {
     for (const DistributedPort& port : ports)
       rows.push_back(
           row(whole, {port.name, port.nic, std::to_string(port.vlanId), yesOrNo(port.blocked),
-                      joined(port.uplinks.empty() ? one->GetUplinks() : port.uplinks)}));
+                      joined(port.uplinks.value_or(one->GetUplinks()))}));
   }
   return tableText(rows);
 }

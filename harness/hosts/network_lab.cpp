@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "harness/hosts/network_lab.h"
 
+#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <fstream>
@@ -62,6 +63,11 @@ Ended NetworkLab::Peer(const std::string& script) const {
 
 int NetworkLab::Logged(const std::string& text) const {
   return std::stoi("0" + ended("grep -c -F -- " + quoted(text) + " /run/lab/server.log").output);
+}
+
+void inLab(const std::function<void(const NetworkLab&)>& body, const std::string& obstacle) {
+  if (!obstacle.empty()) GTEST_SKIP() << obstacle;
+  inNamespaces([&] { body(NetworkLab()); });
 }
 
 }  // namespace HostLinux

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "harness/hosts/machine.h"
@@ -64,5 +65,10 @@ class NetworkLab {
  private:
   void Verb(const std::string& words) const;
 };
+
+/// Runs `body` in namespaces with a lab of their own; skips the calling test where there is an
+/// obstacle.
+void inLab(const std::function<void(const NetworkLab&)>& body,
+           const std::string& obstacle = NetworkLab::Obstacle());
 
 }  // namespace HostLinux

@@ -84,7 +84,7 @@ DistributedPort readDistributedPort(const JsonNode& node) {
   return {node["name"].Text(), textOr(node, "nic", ""),
           static_cast<std::int16_t>(vlan ? vlan->Number(0, 4095) : 0),
           flagOr(node, "blocked", false),
-          uplinks ? readList(*uplinks, readText) : std::vector<std::string>()};
+          uplinks ? std::optional(readList(*uplinks, readText)) : std::nullopt};
 }
 
 HostSeam::DistributedSwitchRecord readDistributedSwitch(const JsonNode& node) {

@@ -61,6 +61,15 @@ TEST_F(HostToolsTest, RunsAndLogs) {
          {"run " + kMigrate + " " + kMigrate + " -m -p tarn0 -I vSwitch1",
           "log.3 Command \"" + kMigrate +
               " -m -p tarn0 -I vSwitch1\" failed (rc=2): (stdout=out, stderr=err)"});
+  Expect("head -c 300 /dev/zero | tr '\\0' y >&2; exit 1",
+         [] { return int{switchLockdown(Lockdown::Off)}; }, 0,
+         {kHmx + "-U kiva hmxsvc/auth/lockdown_mode_exit",
+          "log.3 Disabling lockdown mode failed with error: " + std::string(255, 'y')});
+  // The second try has the whole buffer.
+  platform->scripts["/bin/hmx-cmd"] =
+      "cat; test $2 = kiva || exit 255; head -c 300 /dev/zero | tr '\\0' y";
+  const auto result = RunHmxCmd({.words = {"user/add"}, .input = "x", .outputCapacity = 10});
+  EXPECT_EQ(result.output, "x" + std::string(255, 'y'));
 }
 
 TEST_F(HostToolsTest, NetworkingAgent) {
@@ -104,13 +113,6 @@ TEST_F(HostToolsTest, StandardSwitches) {
         (Lines{"run /bin/halocli " + line, "log.6 Command \"" + line + "\" succeeded",
                "run /bin/halocli " + line, "log.3 Command \"" + line + "\" failed (rc=9): busy"}));
   }
-}
-
-TEST_F(HostToolsTest, SecondTryHasTheWholeBuffer) {
-  platform->scripts["/bin/hmx-cmd"] =
-      "cat; test $2 = kiva || exit 255; head -c 300 /dev/zero | tr '\\0' y";
-  const auto result = Kiva::RunHmxCmd({.words = {"user/add"}, .input = "x", .outputCapacity = 10});
-  EXPECT_EQ(result.output, "x" + std::string(255, 'y'));
 }
 
 TEST_F(HostToolsTest, BooleanQueries) {
@@ -162,13 +164,6 @@ TEST_F(HostToolsTest, ShellTimeoutsAreReadInMinutes) {
     platform->scripts["/sbin/halocfg-advcfg"] = script;
     EXPECT_EQ(readShellTimeout(kShellInteractiveTimeout), minutes) << script;
   }
-}
-
-TEST_F(HostToolsTest, LockdownThatFailsIsLogged) {
-  Expect("head -c 300 /dev/zero | tr '\\0' y >&2; exit 1",
-         [] { return int{Kiva::switchLockdown(Kiva::Lockdown::Off)}; }, 0,
-         {kHmx + "-U kiva hmxsvc/auth/lockdown_mode_exit",
-          "log.3 Disabling lockdown mode failed with error: " + std::string(255, 'y')});
 }
 
 }  // namespace

@@ -32,12 +32,8 @@ Ipv6Address ip6(const char* text) {
 // A machine whose eth0 networkd configures by a file of ours.
 class LinuxIp : public testing::Test {
  protected:
-  void SetUp() override {
-    if (const auto why = NetworkLab::Obstacle(); !why.empty()) GTEST_SKIP() << why;
-  }
   static void InLab(const char* services, const std::function<void(const NetworkLab&)>& body) {
-    inNamespaces([&] {
-      const NetworkLab lab;
+    inLab([&](const NetworkLab& lab) {
       lab.StartNetworkd();
       lab.Serve(services);
       body(lab);
@@ -390,8 +386,7 @@ TEST_F(LinuxIp, NameServersFollowTheLeases) {
 }
 
 TEST_F(LinuxIp, RefusedWithEverythingAsItWas) {
-  inNamespaces([] {
-    const NetworkLab lab;
+  inLab([](const NetworkLab& lab) {
     EXPECT_EQ(failureOf([&] { Network().WriteIpConfig("eth7", ipConfig("dhcp")); }),
               "SetIpConfig eth7: there is no such interface");
     EXPECT_EQ(failureOf([] { Write("dhcp off"); }),

@@ -58,7 +58,8 @@ class OvsLab {
       if (port.name == "dvs0") continue;
       text += port.name + " " + port.nic + " " + std::to_string(port.vlanId);
       if (port.blocked) text += " blocked";
-      for (const auto& uplink : port.uplinks) text += " " + uplink;
+      for (const auto& uplink : port.uplinks.value_or(std::vector<std::string>()))
+        text += " " + uplink;
     }
     return text;
   }

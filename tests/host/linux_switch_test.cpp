@@ -18,7 +18,7 @@ const std::string kMac0 = "00:16:3e:00:00:00", kMac1 = "00:16:3e:00:00:01";
 // A machine whose network is as delivered, with a DHCP server at the other end.
 class RestoredLab {
  public:
-  RestoredLab() {
+  explicit RestoredLab(const NetworkLab& lab) : lab_(lab) {
     lab_.StartNetworkd();
     const auto reload = [] { reloadNetworkd("wait for", "networkd"); };
     waitUntil([&] { return failureOf(reload).empty(); });
@@ -64,23 +64,16 @@ class RestoredLab {
     network_.WriteActiveUplinks({"vSwitch0", kGroup}, pnics);
   }
 
-  NetworkLab lab_;
+  const NetworkLab& lab_;
   const Files files_;
   LinuxDriver driver_;
   HostSeam::NetworkWriter& network_ = driver_.Network();
   std::string address_;
 };
 
-class LinuxSwitch : public testing::Test {
- protected:
-  void SetUp() override {
-    if (const std::string why = NetworkLab::Obstacle(); !why.empty()) GTEST_SKIP() << why;
-  }
-};
-
-TEST_F(LinuxSwitch, RestoredNetworkAndAnotherUplink) {
-  inNamespaces([] {
-    RestoredLab lab;
+TEST(LinuxSwitch, RestoredNetworkAndAnotherUplink) {
+  inLab([](const NetworkLab& own) {
+    RestoredLab lab(own);
     EXPECT_EQ(lab.Uplinks(), "vSwitch0: pnic0 (Management Network)\n");
     EXPECT_EQ(lab.SeenByPeer(), kMac0);
     EXPECT_EQ(lab.Link("eth0"), "vSwitch0 06:16:3e:00:00:00");
@@ -115,9 +108,9 @@ TEST_F(LinuxSwitch, RestoredNetworkAndAnotherUplink) {
   });
 }
 
-TEST_F(LinuxSwitch, SwitchesTakeUplinksFromEachOther) {
-  inNamespaces([] {
-    RestoredLab lab;
+TEST(LinuxSwitch, SwitchesTakeUplinksFromEachOther) {
+  inLab([](const NetworkLab& own) {
+    RestoredLab lab(own);
     LinuxToolHost tools;
     tools.AddStandardSwitch("vSwitch1");
     tools.AddPortGroup("Storage", "vSwitch1");
@@ -144,9 +137,9 @@ TEST_F(LinuxSwitch, SwitchesTakeUplinksFromEachOther) {
   });
 }
 
-TEST_F(LinuxSwitch, AnInterfaceMovesWithAllItHas) {
-  inNamespaces([] {
-    RestoredLab lab;
+TEST(LinuxSwitch, AnInterfaceMovesWithAllItHas) {
+  inLab([](const NetworkLab& own) {
+    RestoredLab lab(own);
     auto& net = lab.network_;
     net.WriteIpConfig("tarn0", ipConfig("10.9.0.20/24"));
     net.WriteIpv4Gateway(*HostCtl::Network::Ipv4Address::FromString("10.9.0.1"));
@@ -200,9 +193,9 @@ TEST_F(LinuxSwitch, AnInterfaceMovesWithAllItHas) {
   });
 }
 
-TEST_F(LinuxSwitch, RefusalsChangeNothingAndWithoutTheBusNothingDoes) {
-  inNamespaces([] {
-    RestoredLab lab;
+TEST(LinuxSwitch, RefusalsChangeNothingAndWithoutTheBusNothingDoes) {
+  inLab([](const NetworkLab& own) {
+    RestoredLab lab(own);
     auto& net = lab.network_;
     lab.SeenByPeer();
     const std::string before = lab.Folder();

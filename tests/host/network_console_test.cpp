@@ -18,20 +18,12 @@ using Clock = std::chrono::steady_clock;
 
 namespace {
 
-class NetworkConsole : public testing::Test {
- protected:
-  void SetUp() override {
-    if (const std::string why = LabConsole::Obstacle(); !why.empty()) GTEST_SKIP() << why;
-  }
-};
-
 constexpr const char* kHosts = "127.0.0.1 localhost\n10.9.0.5 machine.lab.example machine\n";
 
 // At the menu of a machine set up by hand whose hosts file knows its own name.
 void setUpByHand(LabConsole::Escape escape,
                  const std::function<void(const NetworkLab&, LabConsole&)>& body) {
-  inNamespaces([&] {
-    const NetworkLab lab;
+  const auto setUp = [&](const NetworkLab& lab) {
     lab.Configure("eth0.network",
                   "[Match]\nName=eth0\n[Network]\nAddress=10.9.0.5/24\nGateway=10.9.0.1\n"
                   "Address=fd00:9::5/64\n");
@@ -42,7 +34,8 @@ void setUpByHand(LabConsole::Escape escape,
     LabConsole console(lab, escape);
     console.LogIn();
     body(lab, console);
-  });
+  };
+  inLab(setUp, LabConsole::Obstacle());
 }
 
 bool isRunning(const Screen& screen) {
@@ -61,7 +54,7 @@ std::string results(LabConsole& console) {
   return words;
 }
 
-TEST_F(NetworkConsole, TestsTheNetwork) {
+TEST(NetworkConsole, TestsTheNetwork) {
   setUpByHand(LabConsole::Escape::Quick, [](const NetworkLab& lab, LabConsole& console) {
     console.Do({"choose:Test Management Network", "wait:machine.lab.example"});
     const std::tuple<const char*, Lines, const char*> cases[] = {
@@ -96,7 +89,7 @@ std::chrono::milliseconds escapeFrom(LabConsole& console, const std::string& han
   return duration_cast<std::chrono::milliseconds>(fastest);
 }
 
-TEST_F(NetworkConsole, CanBeInterruptedWhileNobodyAnswers) {
+TEST(NetworkConsole, CanBeInterruptedWhileNobodyAnswers) {
   setUpByHand(LabConsole::Escape::Usual, [](const NetworkLab& lab, LabConsole& console) {
     console.Do({"choose:Test Management Network", "wait:machine.lab.example"});
     lab.AnswerPings(false);
@@ -135,7 +128,7 @@ Lines callsDuring(const std::function<void()>& action) {
   return calls;
 }
 
-TEST_F(NetworkConsole, OpensTheWindowWithFewQuestionsToTheBus) {
+TEST(NetworkConsole, OpensTheWindowWithFewQuestionsToTheBus) {
   setUpByHand(LabConsole::Escape::Quick, [](const NetworkLab&, LabConsole& console) {
     // An answer is not asked for again within two seconds, and the menu has asked.
     std::this_thread::sleep_for(std::chrono::milliseconds(2200));
@@ -194,9 +187,8 @@ void expectSoon(const std::string& script, const std::string& what) {
       << ended("ip addr; ip route; ip -6 route; hostname; cat /etc/resolv.conf").output;
 }
 
-TEST_F(NetworkConsole, ChangesTheNetwork) {
-  inNamespaces([] {
-    const NetworkLab lab;
+TEST(NetworkConsole, ChangesTheNetwork) {
+  const auto make = [](const NetworkLab& lab) {
     lab.StartNetworkd();
     lab.StartHostnamed();
     lab.Serve("dhcp4");
@@ -223,7 +215,8 @@ TEST_F(NetworkConsole, ChangesTheNetwork) {
                 "wait:<Enter> OK", "Enter", "gone:Starting management network."});
     EXPECT_EQ(lab.Logged("DHCPRELEASE"), released + 1);
     EXPECT_TRUE(waitUntil([&] { return lab.Logged("DHCPACK") > leased; }));
-  });
+  };
+  inLab(make, LabConsole::Obstacle());
 }
 
 }  // namespace

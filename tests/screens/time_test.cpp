@@ -67,17 +67,6 @@ TEST(Time, WithoutColoursItDimsToStandout) {
   EXPECT_EQ(demo.Look(), before);
 }
 
-TEST(Time, AFailureThatNobodyReadsDoesNotKeepTheRestFromTheHost) {
-  Demo demo(timeOut(0), at(kSpeed));
-  demo.host.Change(timeOut(120));
-  openNetwork(demo, 5);
-  demo.Do({"Enter", "type:, b", "Enter", "Esc", "wait:Apply changes"});
-  demo.host.Change(failing("SetIpConfig", "no"));
-  demo.Do({"type:y", "wait:Enable Management Network: Error"});
-  demo.WaitForLine("hostctl", "SaveConfig");
-  demo.WaitForGone("Configure Management Network");
-}
-
 TEST(Time, AnIdleSessionIsLoggedOut) {
   for (const int seconds : {30, 60, 90}) {
     SCOPED_TRACE(seconds);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The texts of the console: the catalogue's, and those that are made of facts.
 #include <gtest/gtest.h>
 
 #include <sstream>
@@ -9,6 +10,9 @@
 #include "console/support_pages.h"
 #include "console/welcome_layout.h"
 #include "harness/hosts/machine.h"
+#include "harness/hosts/recording_platform.h"
+#include "ui/markup_text.h"
+#include "ui/string_factory.h"
 
 using namespace Kiva;
 
@@ -63,25 +67,20 @@ TEST(LogForDigit, WalksTheAvailableLogs) {
   for (const auto& [digit, flags, row] : cases) EXPECT_EQ(logForDigit(digit, flags), row) << digit;
 }
 
-TEST(SupportPages, EndAtDollarsAndSkipComments) {
+TEST(SupportPages, EndAtDollarsAndKeepTheirHintsInTheLastRow) {
   const std::vector<std::pair<std::string, std::vector<std::string>>> cases = {
       {"", {""}},
       {"one\ntwo", {"one\ntwo\n"}},
       {"#no\na\n$\nb\n", {"a\n", "b\n"}},
       {"$\n$x\n", {"", "", ""}},
       {std::string(1 << 20, 'x') + "\n$", {std::string(1 << 20, 'x') + "\n", ""}}};
-  for (const auto& [file, pages] : cases) {
+  for (const auto& [file, expected] : cases) {
     std::istringstream stream(file);
-    EXPECT_EQ(readSupportPages(stream), pages);
+    EXPECT_EQ(readSupportPages(stream), expected);
   }
-}
-
-TEST(SupportPages, KeepTheirHintsInTheLastRow) {
-  const std::vector<std::string> pages = {"a\nb\nc\nd\ne\n", "x {y\nz} w", "last"};
-  const std::string hint = "{color:white}<Page Up>/<Page Down>{/color}";
+  const std::vector<std::string> pages = {"a\nb\nc\nd\ne\n", "x {y\nz} w"};
   EXPECT_EQ(supportPageText(pages, 0, 10, 4), "a\nb\nc\n{color:white}<Page Down>{/color}");
-  EXPECT_EQ(supportPageText(pages, 1, 10, 4), "x {y\nz} w\n\n\n" + hint);
-  EXPECT_EQ(supportPageText(pages, 2, 10, 3), "last\n\n{color:white}<Page Up>{/color}");
+  EXPECT_EQ(supportPageText(pages, 1, 10, 4), "x {y\nz} w\n\n\n{color:white}<Page Up>{/color}");
   EXPECT_EQ(supportPageText({"alone"}, 0, 10, 3), "alone");
 }
 
@@ -109,6 +108,63 @@ TEST(WelcomeLayout, NeverDrawsOverItsFooter) {
       EXPECT_LE(layout.management.y + layout.management.height, layout.warning.y) << lines;
       EXPECT_GE(layout.warning.height, 3) << lines;
     }
+}
+
+TEST(Catalogue, HasATextForEveryNumber) {
+  for (unsigned id = 0; id < kTextCount; ++id)
+    if (static_cast<TextId>(id) != TextId::kProductBanner) {
+      const bool empty = *catalogueText(static_cast<TextId>(id)) == '\0';
+      EXPECT_EQ(empty, static_cast<TextId>(id) == TextId::kEmpty) << id;
+    }
+  StringFactory* english = getStringFactory("en_US");
+  EXPECT_STREQ(english->GetString(kTextCount), "");
+  EXPECT_STREQ(english->GetString(0xffffffffu), "");
+  EXPECT_EQ(getStringFactory("de_DE"), english) << "the factory in use serves every locale";
+}
+
+/// A right pane is 36 columns by 17 rows on the smallest screen; where values stand above the
+/// description, or progress below it, less is left.
+TEST(Catalogue, DescriptionsFitTheRightPane) {
+  using enum TextId;
+  const std::pair<int, std::vector<TextId>> rooms[] = {
+      {4, {kToViewOrModifyManagementNetwork}},
+      {8, {kDnsObtainedAutomatically}},
+      {11, {kHostCanObtainIPv4Address}},
+      {12, {kDnsQueriesAppendSuffixes}},
+      {13,
+       {kToPreventUnauthorizedAccessSetPassword, kRestoringNetworkSettingsReverts,
+        kManagementNetworkOntoNewVSwitch, kReconfigureXdsManagementPort}},
+      {15, {kLockdownModeAndAccess, kAVlanIsAVirtualNetwork}},
+      {17,
+       {kRestartingMayBeRequired, kToPerformBriefNetworkTest, kToViewNetworkRestoreOptions,
+        kToViewTroubleshootingOptions, kAllSystemParametersWillBeReverted,
+        kAllCustomExtensionsWillBeRemoved, kManagementAgentsAre}}};
+  for (const auto& [rows, texts] : rooms)
+    for (const TextId id : texts)
+      EXPECT_LE(countLines(catalogueText(id), 36), rows) << catalogueText(id);
+}
+
+class Banner : public TestSupport::OnRecordingHost {};
+
+TEST_F(Banner, IsAskedForUntilTheHostAnswers) {
+  driver->version = {"Halo", "8.0{x}", "6.1.0", 12345678};
+  driver->failing = "GetVersion";
+  EXPECT_STREQ(catalogueText(TextId::kProductBanner), "");
+  for (const char* failing : {"", "GetVersion"}) {
+    driver->failing = failing;
+    EXPECT_STREQ(catalogueText(TextId::kProductBanner), "Halo 8.0(x) (Tarn 6.1.0 Build 12345678)");
+  }
+}
+
+TEST(MarkupText, CountsLinesAndCleansUp) {
+  const std::pair<const char*, int> cases[] = {{"", 0},        {"abc", 1},
+                                               {"abc\n", 1},   {"abc\n\nd", 3},
+                                               {"abc def", 2}, {"{color:red}abcde{/color}", 1},
+                                               {"a{x\ny}b", 1}};
+  for (const auto& [markup, lines] : cases) EXPECT_EQ(countLines(markup, 5), lines) << markup;
+  EXPECT_EQ(squeezeBlanks("  Model\t\tX(R)  CPU \n 2.0 "), "Model X(R) CPU 2.0");
+  EXPECT_EQ(squeezeBlanks(" \t "), "");
+  EXPECT_EQ(plainText("{color:red}x}"), "(color:red)x)");
 }
 
 }  // namespace

@@ -18,19 +18,21 @@ TEST(HostLocalPort, IsTheOneThatAConsoleNamed) {
     EXPECT_FALSE(isHostLocalPort(name)) << name;
 }
 
-DistributedPort port(const std::string& name, const std::string& nic, const Names& uplinks) {
+DistributedPort port(const std::string& name, const std::string& nic,
+                     const std::optional<Names>& uplinks) {
   return {.name = name, .nic = nic, .uplinks = uplinks};
 }
 
 TEST(HostLocalPort, UsesItsUplinksOrAllOfThem) {
   const Names all = {"pnic1", "pnic2", "pnic3"};
-  const std::pair<Ports, Names> cases[] = {
-      {{}, {}},
-      {{port("7", "tarn1", all)}, {}},
-      {{port("host-local-0", "tarn0", all)}, {}},
-      {{port("host-local-0", "tarn1", {"pnic3", "pnic9"}), port("host-local-1", "", {"pnic1"})},
-       {"pnic1", "pnic3"}},
-      {{port("host-local-0", "tarn1", {})}, all}};
+  const std::pair<Ports, Names> cases[] = {{{}, {}},
+                                           {{port("7", "tarn1", all)}, {}},
+                                           {{port("host-local-0", "tarn0", all)}, {}},
+                                           {{port("host-local-0", "tarn1", Names{"pnic3", "pnic9"}),
+                                             port("host-local-1", "", Names{"pnic1"})},
+                                            {"pnic1", "pnic3"}},
+                                           {{port("host-local-0", "tarn1", Names())}, {}},
+                                           {{port("host-local-0", "tarn1", std::nullopt)}, all}};
   for (const auto& [ports, used] : cases) EXPECT_EQ(uplinksOfOthers(ports, all, "tarn0"), used);
 }
 

@@ -108,12 +108,9 @@ TEST_F(Lockdown, FailuresOpenNothingAndSayWhy) {
   }
 }
 
-TEST(LinuxUnits, NamesOfAgents) {
+TEST(LinuxUnits, NamesOfAgentsAndStateAsSystemdShowsIt) {
   EXPECT_EQ(parseAgents("# ours\n a.service \nb@1 # x\n--now\n../x.service\na b\n*\n\nc.socket"),
             (Lines{"a.service", "b@1.service", "c.socket"}));
-}
-
-TEST(LinuxUnits, StateAsSystemdShowsIt) {
   const std::pair<const char*, Unit> cases[] = {
       {"LoadState=loaded\nActiveState=active\nUnitFileState=enabled\n", {"u", true, true, true}},
       {"LoadState=loaded\nActiveState=reloading\nUnitFileState=enabled-runtime\nSourcePath=\n",

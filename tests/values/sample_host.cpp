@@ -113,24 +113,16 @@ TEST(SampleStore, NeverWritesWhatItCouldNotReadBack) {
   EXPECT_EQ(host.Text(), before);
 }
 
-class SampleHost : public testing::Test {
- protected:
-  SampleHost() { HostSample::useSampleHost(host.Directory()); }
+TEST(SampleHost, JournalsWhatIsLoggedAndLeavesAPamDirectoryOfItsOwnerAlone) {
   DemoHost host;
-};
-
-TEST_F(SampleHost, JournalsWhatIsLogged) {
+  HostSample::useSampleHost(host.Directory());
   platform().Log(LOG_INFO, "two\nlines");
   platform().Log(LOG_DEBUG, "dropped");
   platform().Log((12 << 3) | LOG_CRIT, "c");
   EXPECT_EQ(host.Journal(), (std::vector<std::string>{"log.info\ttwo\\nlines", "log.12.crit\tc"}));
-}
-
-TEST_F(SampleHost, LeavesAPamDirectoryOfItsOwnerAlone) {
-  const auto service = host.Directory() / "pam.d/kiva";
-  EXPECT_TRUE(std::filesystem::remove(service));
+  EXPECT_TRUE(std::filesystem::remove(host.Directory() / "pam.d/kiva"));
   HostSample::useSampleHost(host.Directory());
-  EXPECT_FALSE(std::filesystem::exists(service));
+  EXPECT_FALSE(std::filesystem::exists(host.Directory() / "pam.d/kiva"));
 }
 
 }  // namespace

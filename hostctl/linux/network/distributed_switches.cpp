@@ -55,7 +55,7 @@ DistributedPort portRecord(const Files& files, const OvsPort& port,
     record.blocked = record.blocked || blocked.count(interface.name) != 0;
     if (files.Exists("/sys/class/net/" + interface.name)) record.nic = interface.name;
   }
-  record.uplinks = pnicNames(files, usedUplinksOf(port).value_or(Names()));
+  if (const auto used = usedUplinksOf(port)) record.uplinks = pnicNames(files, *used);
   return record;
 }
 

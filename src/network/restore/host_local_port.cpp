@@ -16,8 +16,8 @@ namespace {
 constexpr const char* kPrefix = "host-local-";
 
 bool uses(const DistributedPort& port, const std::string& uplink) {
-  return port.uplinks.empty() ||
-         std::find(port.uplinks.begin(), port.uplinks.end(), uplink) != port.uplinks.end();
+  return !port.uplinks ||
+         std::find(port.uplinks->begin(), port.uplinks->end(), uplink) != port.uplinks->end();
 }
 
 }  // namespace

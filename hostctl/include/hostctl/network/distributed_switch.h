@@ -2,20 +2,21 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace HostCtl::Network {
 
-/// A port of a distributed switch on this host. VLAN 0 is none. Without `uplinks` it uses all of
-/// the switch's.
+/// A port of a distributed switch on this host. VLAN 0 is none. One that does not say which
+/// `uplinks` it uses uses all of the switch's.
 struct DistributedPort {
   std::string name;
   /// The kernel interface on it; empty where there is none.
   std::string nic;
   std::int16_t vlanId = 0;
   bool blocked = false;
-  std::vector<std::string> uplinks;
+  std::optional<std::vector<std::string>> uplinks;
   bool operator==(const DistributedPort&) const = default;
 };
 
