@@ -3,9 +3,8 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <map>
-#include <mutex>
 
+#include "linux/adapter_numbers.h"
 #include "linux/text.h"
 
 namespace HostLinux {
@@ -48,17 +47,6 @@ bool contains(const std::vector<std::string>& names, const std::string& name) {
   return std::find(names.begin(), names.end(), name) != names.end();
 }
 
-/// The NICs that this program has seen on the machine, in the order in which it did.
-std::vector<std::string> everSeen(const Files& files, const std::vector<std::string>& present) {
-  static std::mutex mutex;
-  static std::map<std::string, std::vector<std::string>> ofMachines;
-  const std::lock_guard alone(mutex);
-  auto& seen = ofMachines[files.Path("/")];
-  for (const auto& nic : present)
-    if (!contains(seen, nic)) seen.push_back(nic);
-  return seen;
-}
-
 }  // namespace
 
 std::string masterOf(const Files& files, const std::string& name) {
@@ -70,7 +58,7 @@ std::vector<PhysicalNic> physicalNics(const Files& files) {
   std::erase_if(present, [&](const auto& nic) { return !files.Exists(kClass + nic + "/device"); });
   std::vector<PhysicalNic> nics;
   std::size_t number = 0;
-  for (const auto& nic : everSeen(files, present)) {
+  for (const auto& nic : numberedAdapters(files, present)) {
     const std::string pnic = "pnic" + std::to_string(number++);
     if (contains(present, nic)) nics.push_back({pnic, nic});
   }

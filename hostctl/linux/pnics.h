@@ -15,8 +15,9 @@ struct PhysicalNic {
 };
 
 /// Those that are there. Their numbers are positions among the kernel's names in natural order,
-/// when they are first asked for; from then on this program calls a NIC what it called it, however
-/// many come and go: a new one gets the next number, and that of one that is gone is nobody's.
+/// when a program first asks for them; from then on, until the machine starts anew, all programs
+/// call a NIC that, however many come and go: a new one gets the next number, and that of one that
+/// is gone is nobody's.
 std::vector<PhysicalNic> physicalNics(const Files& files);
 /// An adapter that is gone keeps the kernel's name.
 std::string pnicNamed(const std::vector<PhysicalNic>& nics, const std::string& kernel);

@@ -75,6 +75,7 @@ TEST_F(LinuxTree, StorageAdaptersAndModuleVersions) {
 
 TEST_F(LinuxTree, PhysicalNicsAndConnections) {
   const std::string net = "/sys/class/net/";
+  fs::create_directory(root_ + "/run");
   for (const char* name : {"eth10", "eth2"}) {
     Write(net + name + "/device/uevent", "DRIVER=ixgbe\nPCI_ID=8086:10FB\n");
     Link(net + name + "/device/driver", "/drivers/ixgbe");
@@ -91,17 +92,21 @@ TEST_F(LinuxTree, PhysicalNicsAndConnections) {
       {"pnic0", "eth2 (ixgbe, PCI 8086:10FB)", "ixgbe", "00:11:22:33:44:55", true, 10000, "br0"},
       {"pnic1", "eth10 (ixgbe, PCI 8086:10FB)", "ixgbe", "00:11:22:33:44:55", false, 0, ""}};
   EXPECT_EQ(driver_.ReadPnics(), expected);
-  const auto called = [&] {
+  const auto called = [](LinuxDriver& program) {
     std::string text;
-    for (const auto& pnic : driver_.ReadPnics())
+    for (const auto& pnic : program.ReadPnics())
       text += pnic.name + "=" + pnic.description.substr(0, pnic.description.find(' ')) + " ";
     return text;
   };
   fs::rename(root_ + net + "eth2/device", root_ + "/unplugged");
   Write(net + "eth0/device/uevent", "");
-  EXPECT_EQ(called(), "pnic1=eth10 pnic2=eth0 ") << "a name never means another adapter";
+  LinuxDriver tool(root_ + "/.");
+  EXPECT_EQ(called(tool), "pnic1=eth10 pnic2=eth0 ") << "a name never means another adapter";
+  EXPECT_EQ(called(driver_), called(tool));
   fs::rename(root_ + "/unplugged", root_ + net + "eth2/device");
-  EXPECT_EQ(called(), "pnic0=eth2 pnic1=eth10 pnic2=eth0 ");
+  fs::remove(root_ + "/run/kiva-adapters");
+  for (LinuxDriver* program : {&driver_, &tool})
+    EXPECT_EQ(called(*program), "pnic0=eth2 pnic1=eth10 pnic2=eth0 ");
   const Files files(root_);
   const Switches ours{{"vSwitch0", {}, {{"Group", 0}}, {{"tarn0", "Group"}}}};
   const OvsInterfaces known{{"vm7", ""}, {"eth9", "dvs0"}};
