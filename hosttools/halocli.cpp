@@ -119,6 +119,9 @@ constexpr std::array<Command<ToolHost>, 17> kCommands = {{
      "shows the advanced options, their ranges and what they do", Effect::Reads, listOptions},
 }};
 
+/// A change of the network may wait for another one, settle, fail, and be put back.
+constexpr int kSecondsOfAChange = 120;
+
 /// Callers show what comes on standard output, so that is where a failure is told.
 ToolAnswer halocli(ToolHost& host, Commands<ToolHost> commands, const std::string& name,
                    Arguments arguments) try {
@@ -137,8 +140,8 @@ constexpr std::array<Command<ToolHost>, 1> kValue = {{
 }  // namespace
 
 constinit const Tool<ToolHost> kHalocli = {"/bin/halocli /sbin/halocli /sbin/localcli",
-                                           "Shows and changes the host's settings.\n", 60,
-                                           kCommands, halocli};
+                                           "Shows and changes the host's settings.\n",
+                                           kSecondsOfAChange, kCommands, halocli};
 
 constinit const Tool<ToolHost> kHalocfgAdvcfg = {"/sbin/halocfg-advcfg",
                                                  "Reads the host's settings.\n", 60, kValue};

@@ -31,6 +31,8 @@ namespace {
 constexpr const char* kOperation = "ClearNetworkConfig";
 constexpr const char* kObject = "the network";
 constexpr const char* kCopies = "/var/lib/kiva";
+constexpr const char* kCopy = "network-";
+constexpr std::size_t kKept = 10;
 constexpr const char* kResolverFile = "/etc/resolv.conf";
 
 /// A file outside networkd's folder: what it says and what it shall say, without a text for none.
@@ -65,18 +67,27 @@ std::vector<OtherFile> otherFiles(const Files& files, const OwnFiles& own) {
   return others;
 }
 
+/// The times in their names put the oldest first.
+void removeOldest(const Files& files) {
+  auto copies = files.List(kCopies);
+  std::erase_if(copies, [](const std::string& name) { return !name.starts_with(kCopy); });
+  for (std::size_t i = 0; i + kKept < copies.size(); ++i)
+    fs::remove_all(files.Path(kCopies) + "/" + copies[i]);
+}
+
 /// A folder of its own, which nobody sees before all is in it.
 void keepCopies(const Files& files, const std::vector<std::string>& paths) {
   const std::string folder = files.Path(kCopies);
   fs::create_directories(folder);
   const StagingFolder staging(folder);
-  const std::string made = staging.Path() + "/copy", kept = folder + "/network-" + timeText();
+  const std::string made = staging.Path() + "/copy", kept = folder + "/" + kCopy + timeText();
   fs::create_directory(made);
   fs::permissions(made, fs::perms::owner_all);
   for (const auto& path : paths)
     replaceFile(made + "/" + fs::path(path).filename().string(), readFile(files.Path(path)), 0600);
   fs::rename(made, kept);
   syncFolder(folder);
+  removeOldest(files);
   syslog(LOG_USER | LOG_INFO, "The network's configuration is kept in %s", kept.c_str());
 }
 

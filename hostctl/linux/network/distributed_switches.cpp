@@ -38,7 +38,7 @@ Names pnicNames(const Files& files, const Names& kernelNames) {
   return found;
 }
 
-/// Whoever looks at a switch, or leaves it, can do so while Open vSwitch does not work.
+/// Whoever only looks at a switch can do so while Open vSwitch does not work.
 std::set<std::string> blockedOr(const std::string& bridge) try {
   return blockedInterfaces({kRead, bridge}, bridge);
 } catch (const HostCtlException& error) {

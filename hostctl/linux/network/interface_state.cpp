@@ -24,6 +24,9 @@ using HostCtl::Lib::HostCtlException;
 
 namespace {
 
+/// What the kernel says of a route and takes from nobody.
+constexpr unsigned kStateOfLinks = RTNH_F_DEAD | RTNH_F_LINKDOWN;
+
 constexpr int kAttempts = 3;
 /// An IPv6 address is good for a route's source when nobody else has been found to have it.
 constexpr std::chrono::seconds kBackWithin{4};
@@ -84,18 +87,20 @@ bool isAddressToKeep(const KernelMessage& message, int index) {
   return header->ifa_index == static_cast<unsigned>(index) && !temporary;
 }
 
-/// Every place in a route that names its link: one, or one a next hop.
+/// Every place in a route that names its link, with the flags beside it where it is that of one of
+/// several next hops.
 template <class Action>
 void forEachLink(KernelMessage& route, const Action& action) {
+  unsigned char none = 0;
   if (const nlattr* link = attributeOf(route, RTA_OIF))
-    action(*static_cast<int*>(mnl_attr_get_payload(link)));
+    action(*static_cast<int*>(mnl_attr_get_payload(link)), none);
   const nlattr* several = attributeOf(route, RTA_MULTIPATH);
   if (!several) return;
   auto* at = static_cast<char*>(mnl_attr_get_payload(several));
   for (auto left = std::size_t{mnl_attr_get_payload_len(several)}; left >= sizeof(rtnexthop);) {
     auto* hop = reinterpret_cast<rtnexthop*>(at);
     if (hop->rtnh_len < sizeof *hop || hop->rtnh_len > left) return;
-    action(hop->rtnh_ifindex);
+    action(hop->rtnh_ifindex, hop->rtnh_flags);
     const std::size_t size = std::min<std::size_t>(RTNH_ALIGN(hop->rtnh_len), left);
     at += size;
     left -= size;
@@ -108,7 +113,8 @@ bool isRouteToKeep(KernelMessage& message, int index) {
   const bool known = header->rtm_family == AF_INET || header->rtm_family == AF_INET6;
   if (!known || byItself || (header->rtm_flags & RTM_F_CLONED) != 0) return false;
   bool leadsThere = false;
-  forEachLink(message, [&](int& link) { leadsThere = leadsThere || link == index; });
+  forEachLink(message,
+              [&](int& link, unsigned char&) { leadsThere = leadsThere || link == index; });
   return leadsThere;
 }
 
@@ -118,10 +124,15 @@ void ask(KernelMessage& message) {
 
 KernelMessage forLink(KernelMessage message, int before, int now) {
   ask(message);
-  if (messageIn(message)->nlmsg_type == RTM_NEWADDR)
+  if (messageIn(message)->nlmsg_type == RTM_NEWADDR) {
     headerOf<ifaddrmsg>(message)->ifa_index = static_cast<unsigned>(now);
-  else
-    forEachLink(message, [&](int& link) { link = link == before ? now : link; });
+    return message;
+  }
+  headerOf<rtmsg>(message)->rtm_flags &= ~kStateOfLinks;
+  forEachLink(message, [&](int& link, unsigned char& flags) {
+    link = link == before ? now : link;
+    flags &= static_cast<unsigned char>(~kStateOfLinks);
+  });
   return message;
 }
 

@@ -14,8 +14,8 @@ namespace HostLinux {
 using KernelMessage = std::vector<char>;
 
 /// What the kernel has about an interface whose device is about to go and to come again: whether it
-/// is up, its addresses and its routes. What the kernel and a router's advertisement bring by
-/// themselves is left to them.
+/// is up, its addresses and its routes. Temporary addresses, and routes that the kernel makes or a
+/// router advertises, come by themselves.
 class InterfaceState {
  public:
   /// Throws HostCtlException of `operation`. `files` outlives it.

@@ -23,14 +23,14 @@ constexpr const char* kEveryVersion =
 /// Whoever waits for one of the tools says so; the tool's own limit is for when he is gone.
 constexpr std::chrono::seconds kLimit{5};
 constexpr const char* kToolLimit = "--timeout=7";
-constexpr std::size_t kMostPorts = 1 << 20;
+constexpr std::size_t kMostOutput = 1 << 20;
 
 std::string run(const ChangeContext& context, const char* path,
                 const std::vector<std::string>& words) {
   const std::string name = std::string(path).substr(std::string_view(path).rfind('/') + 1);
   std::vector<std::string> arguments{name, kToolLimit};
   arguments.insert(arguments.end(), words.begin(), words.end());
-  ProgramResult result = runProgram({path, arguments}, kLimit, kMostPorts);
+  ProgramResult result = runProgram({path, arguments}, kLimit, kMostOutput);
   if (result.status == 0) return std::move(result.output);
   throw HostCtlException(
       context.operation, context.object,
