@@ -17,7 +17,8 @@ const std::string kMac = "00:16:3e:00:00:50";
 
 // What an operator would call the same: the addresses and routes of mgmt0, and the switch's ports.
 constexpr const char* kState =
-    "{ cat /sys/class/net/mgmt0/address; ip -br addr show mgmt0 | sed 's/^[^ ]* *[^ ]* *//';"
+    "{ cat /sys/class/net/mgmt0/address; ip -br addr show mgmt0 | sed 's/^[^ ]* *[^ ]* *//; "
+    "s/fe80:[^ ]* *//';"
     "ip route show dev mgmt0; ip route show table 77; ip -6 route show fd00:77::/64;"
     "} 2>/dev/null | sed 's/ proto static//';"
     "ovs-vsctl -f csv --columns=name,tag,protected,trunks,external_ids list port | sort";
