@@ -168,8 +168,13 @@ TEST(NetworkMove, ShowsItsStepsAndIsAskedForAgainAfterAFailure) {
   demo.Send("\033[23~");
   demo.WaitForPassing("Creating port group Management Network0");
   demo.WaitForPassing("Moving uplink pnic0");
+  demo.host.Change(
+      Json::parse(R"([{"op": "remove", "path": "/network/switches/0/portGroups/1"}])"));
   demo.Send("\n\n");
   demo.Do({kFailed, "Enter", "wait:<F11> OK"});
+  EXPECT_TRUE(demo.HasLine("log.err",
+                           "Restoring the teaming of VM Network failed: Port group VM "
+                           "Network: it does not exist"));
   demo.host.Change({{"tools", nullptr}});
   demo.Do({"F11", kDone});
 }
