@@ -132,14 +132,18 @@ void logTaking(const std::string& pnic, const Attachment& at) {
 
 }  // namespace
 
-std::unique_ptr<TarnNic> findManagementInterface() {
-  try {
-    TarnCtl::Network::NetworkInfoImpl network;
-    network.UpdateManagementInterface();
-    return network.GetManagementInterface();
-  } catch (const HostCtlException&) {
-    return nullptr;
-  }
+std::unique_ptr<TarnNic> readManagementInterface() {
+  TarnCtl::Network::NetworkInfoImpl network;
+  network.UpdateManagementInterface();
+  auto interface = network.GetManagementInterface();
+  if (!interface) throw HostCtlException(kNoManagementInterface);
+  return interface;
+}
+
+std::unique_ptr<TarnNic> findManagementInterface() try {
+  return readManagementInterface();
+} catch (const HostCtlException&) {
+  return nullptr;
 }
 
 std::unique_ptr<TarnNic> requireManagementInterface() {

@@ -13,13 +13,15 @@ namespace Kiva {
 
 // The way of windows and dialogs to the interface that carries management traffic, and to the
 // switch that it hangs on. A host that fails an operation is logged here; callers see no
-// host-control exception but one: the port group of an interface that is not on a standard switch
-// is HostCtlException "Unsupported vSwitch type".
+// host-control exception but where they ask for it, and one: the port group of an interface that is
+// not on a standard switch is HostCtlException "Unsupported vSwitch type".
 
 /// The management interface as it is now, or null when the host has none or cannot say.
 std::unique_ptr<HostCtl::Network::TarnNic> findManagementInterface();
 /// The same for who needs one: that there is none is logged.
 std::unique_ptr<HostCtl::Network::TarnNic> requireManagementInterface();
+/// The same for who tells the operator why there is none: throws HostCtlException with the reason.
+std::unique_ptr<HostCtl::Network::TarnNic> readManagementInterface();
 inline constexpr const char* kNoManagementInterface =
     "Could not get a suitable management interface";
 

@@ -14,9 +14,9 @@ constexpr std::size_t kRetryCapacity = 256;
 constexpr int kQuerySeconds = 120;
 constexpr int kCannotActAsUser = 255;
 
-bool changeStandardSwitch(std::vector<std::string> words) {
+bool changeStandardSwitch(std::vector<std::string> words, std::string* trouble) {
   words.insert(words.begin(), {"halocli", "network", "vswitch", "standard"});
-  return RunHalocliCommand(words) == 0;
+  return RunHalocliCommand(words, trouble) == 0;
 }
 
 }  // namespace
@@ -67,7 +67,7 @@ void HmxCmdRefresh() {
   RunHmxCmd({.words = {"internalsvc/refresh"}});
 }
 
-int RunHalocliCommand(const std::vector<std::string>& arguments) {
+int RunHalocliCommand(const std::vector<std::string>& arguments, std::string* trouble) {
   const CommandResult result =
       RunCommand({.path = "/bin/halocli", .arguments = arguments, .outputCapacity = kTextCapacity});
   const std::string line = commandLine(arguments);
@@ -76,37 +76,43 @@ int RunHalocliCommand(const std::vector<std::string>& arguments) {
   else
     logError("Command \"%s\" failed (rc=%d): %s", line.c_str(), result.status,
              result.output.c_str());
+  if (trouble && result.status != 0) *trouble = result.output.substr(0, result.output.find('\n'));
   return result.status;
 }
 
-bool AddStandardSwitch(const std::string& switchName) {
-  return changeStandardSwitch({"add", "-v", switchName});
+bool AddStandardSwitch(const std::string& switchName, std::string* trouble) {
+  return changeStandardSwitch({"add", "-v", switchName}, trouble);
 }
 
-bool RemoveStandardSwitch(const std::string& switchName) {
-  return changeStandardSwitch({"remove", "-v", switchName});
+bool RemoveStandardSwitch(const std::string& switchName, std::string* trouble) {
+  return changeStandardSwitch({"remove", "-v", switchName}, trouble);
 }
 
-bool AddUplinkToStandardSwitch(const std::string& switchName, const std::string& uplink) {
-  return changeStandardSwitch({"uplink", "add", "-u", uplink, "-v", switchName});
+bool AddUplinkToStandardSwitch(const std::string& switchName, const std::string& uplink,
+                               std::string* trouble) {
+  return changeStandardSwitch({"uplink", "add", "-u", uplink, "-v", switchName}, trouble);
 }
 
-bool RemoveUplinkFromStandardSwitch(const std::string& switchName, const std::string& uplink) {
-  return changeStandardSwitch({"uplink", "remove", "-u", uplink, "-v", switchName});
+bool RemoveUplinkFromStandardSwitch(const std::string& switchName, const std::string& uplink,
+                                    std::string* trouble) {
+  return changeStandardSwitch({"uplink", "remove", "-u", uplink, "-v", switchName}, trouble);
 }
 
-bool AddPortGroupToStandardSwitch(const std::string& portGroup, const std::string& switchName) {
-  return changeStandardSwitch({"portgroup", "add", "-p", portGroup, "-v", switchName});
+bool AddPortGroupToStandardSwitch(const std::string& portGroup, const std::string& switchName,
+                                  std::string* trouble) {
+  return changeStandardSwitch({"portgroup", "add", "-p", portGroup, "-v", switchName}, trouble);
 }
 
-bool RemovePortGroupFromStandardSwitch(const std::string& portGroup,
-                                       const std::string& switchName) {
-  return changeStandardSwitch({"portgroup", "remove", "-p", portGroup, "-v", switchName});
+bool RemovePortGroupFromStandardSwitch(const std::string& portGroup, const std::string& switchName,
+                                       std::string* trouble) {
+  return changeStandardSwitch({"portgroup", "remove", "-p", portGroup, "-v", switchName}, trouble);
 }
 
-bool SetVlanOfPortGroup(const std::string& portGroup, const std::string& switchName, int vlanId) {
+bool SetVlanOfPortGroup(const std::string& portGroup, const std::string& switchName, int vlanId,
+                        std::string* trouble) {
   return changeStandardSwitch(
-      {"portgroup", "set", "-p", portGroup, "-v", switchName, "-i", std::to_string(vlanId)});
+      {"portgroup", "set", "-p", portGroup, "-v", switchName, "-i", std::to_string(vlanId)},
+      trouble);
 }
 
 void PowerOffVms(VmStop how) {

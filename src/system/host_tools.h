@@ -44,18 +44,24 @@ bool HmxCmdGetBool(const std::string& name);
 /// Makes the management agent read the host anew, after a change that did not go through it.
 void HmxCmdRefresh();
 
-/// Runs halocli with a vector that begins "halocli", and logs how it ended.
-int RunHalocliCommand(const std::vector<std::string>& arguments);
+/// Runs halocli with a vector that begins "halocli", and logs how it ended. `trouble` becomes the
+/// first line of what a failed one says.
+int RunHalocliCommand(const std::vector<std::string>& arguments, std::string* trouble = nullptr);
 
-/// Changes of standard switches; true on success.
-bool AddStandardSwitch(const std::string& switchName);
-bool RemoveStandardSwitch(const std::string& switchName);
-bool AddUplinkToStandardSwitch(const std::string& switchName, const std::string& uplink);
-bool RemoveUplinkFromStandardSwitch(const std::string& switchName, const std::string& uplink);
-bool AddPortGroupToStandardSwitch(const std::string& portGroup, const std::string& switchName);
-bool RemovePortGroupFromStandardSwitch(const std::string& portGroup, const std::string& switchName);
+/// Changes of standard switches; true on success, else `trouble` as above.
+bool AddStandardSwitch(const std::string& switchName, std::string* trouble = nullptr);
+bool RemoveStandardSwitch(const std::string& switchName, std::string* trouble = nullptr);
+bool AddUplinkToStandardSwitch(const std::string& switchName, const std::string& uplink,
+                               std::string* trouble = nullptr);
+bool RemoveUplinkFromStandardSwitch(const std::string& switchName, const std::string& uplink,
+                                    std::string* trouble = nullptr);
+bool AddPortGroupToStandardSwitch(const std::string& portGroup, const std::string& switchName,
+                                  std::string* trouble = nullptr);
+bool RemovePortGroupFromStandardSwitch(const std::string& portGroup, const std::string& switchName,
+                                       std::string* trouble = nullptr);
 /// 0 for none, 4095 for all.
-bool SetVlanOfPortGroup(const std::string& portGroup, const std::string& switchName, int vlanId);
+bool SetVlanOfPortGroup(const std::string& portGroup, const std::string& switchName, int vlanId,
+                        std::string* trouble = nullptr);
 
 enum class VmStop { Graceful, Terminate };
 

@@ -27,8 +27,7 @@ Lines newLines(Demo& demo) {
   return lines;
 }
 
-/// Two adapters on each kind of switch, and VLAN 30. On the standard one, the second is the
-/// primary.
+/// Two adapters on each kind of switch, and VLAN 30. The second is the primary.
 DemoHost hostOn(const std::string& type, const Json& changes = Json::object()) {
   DemoHost host(Json::parse(R"({"network": {"switches": [
       {"name": "vSwitch0", "uplinks": ["pnic0", "pnic1"], "portGroups": [
@@ -37,7 +36,7 @@ DemoHost hostOn(const std::string& type, const Json& changes = Json::object()) {
       {"name": "vSwitch1", "uplinks": [], "portGroups": []}], "distributedSwitches": [
       {"name": "vSwitch2", "uplinks": [], "ports": []},
       {"name": "xds0", "uplinks": ["pnic2", "pnic3"], "ports": [
-        {"name": "7", "nic": "tarn0", "vlanId": 30}]}]}})"));
+        {"name": "7", "nic": "tarn0", "vlanId": 30, "uplinks": ["pnic3", "pnic2"]}]}]}})"));
   host.Set("/network/kernelNics/0/connection/type", type);
   if (type != "standard") host.Set("/network/kernelNics/0/connection/switch", "xds0");
   host.Change(changes);
@@ -61,11 +60,11 @@ Lines moveOf(const std::string& first, const std::string& second, const std::str
 }
 
 const Lines kFromStandard = moveOf("pnic1", "pnic0", "uplink remove -u ", " -v vSwitch0"),
-            kFromDistributed = moveOf("pnic2", "pnic3", "RemoveDistributedUplink xds0 ", "");
+            kFromDistributed = moveOf("pnic3", "pnic2", "RemoveDistributedUplink xds0 ", "");
 
 TEST(NetworkMove, TakesVlanAndUplinksAlongInTheirOrder) {
   const std::tuple<std::string, Lines, Lines> cases[] = {
-      {"standard", kFromStandard, {"pnic1", "pnic0"}},
+      {"standard", kFromStandard, {"pnic0", "pnic1"}},
       {"distributed", kFromDistributed, {"pnic2", "pnic3"}}};
   for (const auto& [type, lines, uplinks] : cases) {
     Demo demo({}, hostOn(type));
@@ -89,29 +88,36 @@ TEST(NetworkMove, IsUndoneWhenAStepFails) {
   const auto back = [](const std::string& pnic) {
     return ";- Moving uplink " + pnic + " back;uplink remove -u " + pnic + " -v vSwitch3";
   };
+  const auto teamed = [](const std::string& management, const std::string& machines) {
+    const std::string of = ";- Restoring the teaming of ", set = ";SetNicTeamingPolicy ";
+    return of + "Management Network" + set + "Management Network" + management + of + "VM Network" +
+           set + "VM Network" + machines;
+  };
   const std::string noSwitch = ";- Removing standard switch vSwitch3;remove -v vSwitch3";
   const std::string noPlace =
       ";- Removing port group Management Network0;portgroup remove -p Management Network0 -v "
       "vSwitch3" +
       noSwitch;
   const std::string add1 =
-      ";uplink add -u pnic1 -v vSwitch0;SetNicTeamingPolicy Management Network pnic1 pnic0;"
-      "SetNicTeamingPolicy VM Network pnic0 pnic1" +
-      noPlace;
+      ";uplink add -u pnic1 -v vSwitch0" + teamed(" pnic1 pnic0", " pnic0 pnic1") + noPlace;
   const std::string add0 = ";uplink add -u pnic0 -v vSwitch0" + back("pnic1") + add1;
-  const std::string given3 = ";AddDistributedUplink xds0 pnic3" + back("pnic2") +
-                             ";AddDistributedUplink xds0 pnic2" + noPlace;
+  const std::string given3 = ";AddDistributedUplink xds0 pnic2" + back("pnic3") +
+                             ";AddDistributedUplink xds0 pnic3" + noPlace;
   const std::string stays = ";- Moving tarn0 back;! no;! Moving tarn0 back failed: no";
   const std::string groupFails = "Creating port group Management Network0 failed",
                     nicFails = "Moving tarn0 failed: no";
+  const Json lost0 = Json::parse(R"([{"op": "remove", "path": "/switches/0/uplinks/0"},
+      {"op": "remove", "path": "/switches/0/portGroups/0/activeUplinks/1"}])");
   const struct {
     Json changes;
     long steps;
     std::string failure, undone;
     std::string type = "standard";
+    Json lost = Json::array();
   } cases[] = {
       {no("add"), 4, "Creating standard switch vSwitch3 failed", ""},
-      {no("portgroup add"), 6, groupFails, noSwitch},
+      {rehearsed({{kTool + "portgroup add", {{"status", 1}, {"stdout", "busy\nx"}}}}), 6,
+       groupFails + ": busy", noSwitch},
       {no("portgroup set"), 7, groupFails, noPlace},
       {no("uplink remove -u pnic1"), 9, "Moving uplink pnic1 failed", noPlace},
       {no("uplink add -u pnic1 -v vSwitch3"), 10, "Moving uplink pnic1 failed",
@@ -119,9 +125,15 @@ TEST(NetworkMove, IsUndoneWhenAStepFails) {
       {no("uplink remove -u pnic0"), 12, "Moving uplink pnic0 failed", back("pnic1") + add1},
       {no("uplink add -u pnic0 -v vSwitch3"), 13, "Moving uplink pnic0 failed",
        ";- Moving uplink pnic0 back" + add0},
+      {no("uplink add -u pnic0"), 13, "Moving uplink pnic0 failed",
+       ";- Moving uplink pnic0 back;uplink add -u pnic0 -v vSwitch0;! Moving uplink pnic0 back "
+       "failed" +
+           back("pnic1") + ";uplink add -u pnic1 -v vSwitch0" + teamed(" pnic1", " pnic1") +
+           noPlace,
+       "standard", lost0},
       {stuck, 14, nicFails, stays + back("pnic0") + add0},
-      {stuck, 14, nicFails, back("pnic3") + given3, "distributed"}};
-  for (const auto& [changes, steps, failure, undone, type] : cases) {
+      {stuck, 14, nicFails, back("pnic2") + given3, "distributed"}};
+  for (const auto& [changes, steps, failure, undone, type, lost] : cases) {
     SCOPED_TRACE(changes.dump() + type);
     Demo demo(kQuickEscape, hostOn(type, changes));
     const Json before = demo.host.State()["network"];
@@ -132,20 +144,37 @@ TEST(NetworkMove, IsUndoneWhenAStepFails) {
     const std::string logged = changes == stuck ? "! no;" : "";
     EXPECT_EQ(newLines(demo),
               Lines(&move[0], &move[0] + steps) + parts(logged + "! " + failure + undone));
-    EXPECT_EQ(demo.host.State()["network"], before);
+    EXPECT_EQ(demo.host.State()["network"], before.patch(lost));
     demo.Do({"Enter", "wait:Move the management network", "Enter", "Esc", "wait:<Enter> Restore"});
     EXPECT_EQ(newLines(demo), Lines{});
   }
 }
 
+TEST(NetworkMove, LeavesTheOldSwitchAsItWasWhicheverAdapterIsPrimary) {
+  for (const Json& order : {Json({"pnic0", "pnic1"}), Json({"pnic1", "pnic0"})}) {
+    DemoHost host = hostOn("standard", failing("Migrate", "no"));
+    host.Set("/network/switches/0/portGroups/0/activeUplinks", order);
+    Demo demo({}, std::move(host));
+    const Json before = demo.host.State()["network"];
+    demo.Do(kAsk + Lines{"wait:Orvane.", "F11", kFailed});
+    EXPECT_EQ(demo.host.State()["network"], before);
+  }
+}
+
 TEST(NetworkMove, ShowsItsStepsAndIsAskedForAgainAfterAFailure) {
-  Demo demo(rehearsed({{kTool + "uplink add -u pnic0", {{"status", 1}, {"seconds", 1}}}}));
+  Demo demo(
+      rehearsed({{kTool + "uplink add -u pnic0 -v vSwitch2", {{"status", 1}, {"seconds", 1}}}}));
   demo.Do(kAsk);
   demo.Send("\033[23~");
   demo.WaitForPassing("Creating port group Management Network0");
   demo.WaitForPassing("Moving uplink pnic0");
+  demo.host.Change(
+      Json::parse(R"([{"op": "remove", "path": "/network/switches/0/portGroups/1"}])"));
   demo.Send("\n\n");
   demo.Do({kFailed, "Enter", "wait:<F11> OK"});
+  EXPECT_TRUE(demo.HasLine("log.err",
+                           "Restoring the teaming of VM Network failed: Port group VM "
+                           "Network: it does not exist"));
   demo.host.Change({{"tools", nullptr}});
   demo.Do({"F11", kDone});
 }
@@ -161,6 +190,8 @@ TEST(NetworkMove, IsRefusedWhereThereIsNothingToMove) {
       {nic("type", "unknown"), nowhere},
       {nic("portGroup", "x"), "Getting VlanID failed: Port group x: it does not exist"},
       {nic("type", "distributed"), "Distributed switch vSwitch0: it does not exist"},
+      {networkWith(R"({"switches/0/uplinks": []})"), "tarn0 has no uplink to take along"},
+      {failing("UpdateManagementInterface", "mute"), "mute"},
       {failing("GetVirtualSwitches", "mute"), "Getting VlanID failed: mute"}};
   for (const auto& [changes, cause] : cases) {
     Demo demo({}, kQuickEscape);

@@ -119,8 +119,8 @@ TEST(NetworkRepair, MakesASwitchOrTakesItBack) {
       {parts("type:new;Down;Left;wait:< pnic2 >;Enter"), {}, inUse},
       {enter, {}, inUse, {}, used},
       {enter, {}, inUse, {}, distributed},
-      {enter, back, kCheckLog, {}, gone},
-      {{"type:tarn0", "Enter"}, same, kCheckLog},
+      {enter, back, kCheckLog + "There is no physical adapter pnic1.", {}, gone},
+      {{"type:tarn0", "Enter"}, same, kCheckLog + "There is a kernel interface tarn0"},
       {{"type:vSwitch1", "Enter"}, mute, kCheckLog, {}, kMute}};
   for (const Use& use : uses) check(kSwitchForm, use);
 }
@@ -142,7 +142,7 @@ TEST(NetworkRepair, MakesAPortGroup) {
                       {details, second, {kDone, named + "dD"}},
                       {{"type:new", "Down", "Enter"}, {}, noSwitch, kNoSwitches},
                       {enter, kMuteLine, noSwitch, kMute},
-                      {enter, lost, kCheckLog, {}, kNoSwitches}};
+                      {enter, lost, kCheckLog + "no standard switch vSwitch0.", {}, kNoSwitches}};
   for (const Use& use : uses) check(kGroupForm, use);
 }
 

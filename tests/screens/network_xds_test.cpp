@@ -100,6 +100,7 @@ TEST(RestoreXds, IsRefusedWhereThereIsNothingToRepairAlsoOnceTheFormIsOpen) {
       {patch("replace", "kernelNics", Json::array()), kUnable, kNoInterface},
       {nic("switch", "gone"), kUnable, "Distributed switch gone: it does not exist"},
       {failing("GetDistributedSwitches", "mute"), kUnable, "mute"},
+      {failing("UpdateManagementInterface", "mute"), kUnable, "mute"},
       {patch("add", "distributedSwitches/0/thirdParty", true), "3rd party xDS.",
        "xds0 is managed by somebody else's software"},
       {patch("replace", "distributedSwitches/0/uplinks", Json::array()), none, none}};

@@ -55,7 +55,8 @@ bool CreatePortGroupDialog::Accept() {
   const std::string on = switch_.Current()->name;
   announceOperation("evb.user.kiva.port.group.created",
                     "Creating port group " + name + " on " + on);
-  if (!AddPortGroupToStandardSwitch(name, on)) return showFailure(*this), false;
+  std::string trouble;
+  if (!AddPortGroupToStandardSwitch(name, on, &trouble)) return showFailure(*this, trouble), false;
   showMessage(*this, TextId::kOperationSucceeded,
               Text(TextId::kSuccessfullyCreatedPortgroup) + plainText(name));
   return true;

@@ -87,15 +87,17 @@ bool CreateXssDialog::Accept() {
   if (!uplink.empty() && isUsedNow(uplink))
     return Refuse(uplink_, TextId::kInvalidArgument, TextId::kUplinkIsAlreadyInUse);
   announceOperation("evb.user.kiva.standard.switch.created", "Creating standard switch " + name);
-  if (!Create(name, uplink)) return showFailure(*this), false;
+  std::string trouble;
+  if (!Create(name, uplink, trouble)) return showFailure(*this, trouble), false;
   showMessage(*this, TextId::kOperationSucceeded,
               Text(TextId::kSuccessfullyCreatedStandardSwitch) + name);
   return true;
 }
 
-bool CreateXssDialog::Create(const std::string& name, const std::string& uplink) {
-  if (!AddStandardSwitch(name)) return false;
-  if (uplink.empty() || AddUplinkToStandardSwitch(name, uplink)) return true;
+bool CreateXssDialog::Create(const std::string& name, const std::string& uplink,
+                             std::string& trouble) {
+  if (!AddStandardSwitch(name, &trouble)) return false;
+  if (uplink.empty() || AddUplinkToStandardSwitch(name, uplink, &trouble)) return true;
   logInfo("Removing standard switch %s", name.c_str());
   RemoveStandardSwitch(name);
   return false;

@@ -22,7 +22,7 @@ class CreateXssDialog : public FieldDialog {
   void ShowDetails() override;
   bool Accept() override;
   /// False leaves no switch behind.
-  bool Create(const std::string& name, const std::string& uplink);
+  bool Create(const std::string& name, const std::string& uplink, std::string& trouble);
 
   InputItem& name_;
   /// An adapter without a name stands for none.

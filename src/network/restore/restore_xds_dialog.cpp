@@ -42,8 +42,7 @@ int RestorexDSDialog::Foreground() {
 }
 
 bool RestorexDSDialog::Find(Frame& over) try {
-  nic_ = findManagementInterface();
-  if (!nic_) throw HostCtlException(kNoManagementInterface);
+  nic_ = readManagementInterface();
   at_ = distributedAttachmentOf(*nic_);
   if (at_.on->IsThirdParty())
     return FailWith(over, TextId::kUnableToRestoreThirdPartyXds,

@@ -67,10 +67,11 @@ Before readBefore(const TarnNic& nic) {
     const DistributedAttachment from = distributedAttachmentOf(nic);
     before.on.kind = SafeMode::SwitchKind::Distributed;
     before.vlanId = from.port.vlanId;
-    before.uplinks = from.on->GetUplinks();
+    before.uplinks = from.port.uplinks.value_or(from.on->GetUplinks());
   } else {
     throw HostCtlException(before.nic + " is on no standard or distributed switch");
   }
+  if (before.uplinks.empty()) throw HostCtlException(before.nic + " has no uplink to take along");
   for (const auto& one : TarnCtl::Network::VirtualSwitchInfoImpl().GetVirtualSwitches())
     addSwitch(*one, before);
   addDistributedNames(before);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "network/restore/safe_mode_move.h"
 
+#include <algorithm>
+
 #include "core/log.h"
 #include "hostctl/lib/exception.h"
 #include "network/restore/distributed_port.h"
@@ -18,9 +20,13 @@ namespace {
 
 using namespace SafeMode;
 
-// What a tool says of its failure stands in the log.
-void require(bool succeeded, const std::string& trouble = {}) {
-  if (!succeeded) throw HostCtlException(trouble);
+std::vector<std::string> those(std::vector<std::string> uplinks,
+                               const std::vector<std::string>& present) {
+  std::erase_if(uplinks, [&](const std::string& pnic) {
+    return std::find(present.begin(), present.end(), pnic) == present.end();
+  });
+  if (uplinks.empty()) throw HostCtlException("none of its uplinks is back");
+  return uplinks;
 }
 
 /// One attempt: the calls of a plan, and what the operator is shown of them.
@@ -30,46 +36,50 @@ class Move {
       : nic_(nic), show_(show) {}
 
   /// Empty on success.
-  std::string Try(const std::string& name, const Call& call);
+  std::string Try(const NamedCall& what);
   void TakeBack(const Step& step) {
-    for (const Call& call : step.undo) Try(step.undoName, call);
+    for (const NamedCall& call : step.undo) Try(call);
   }
 
  private:
   void Announce(const std::string& name);
+  void Require(bool succeeded) const {
+    if (!succeeded) throw HostCtlException(trouble_);
+  }
 
-  void Do(const AddSwitch& call) { require(AddStandardSwitch(call.name)); }
-  void Do(const RemoveSwitch& call) { require(RemoveStandardSwitch(call.name)); }
+  void Do(const AddSwitch& call) { Require(AddStandardSwitch(call.name, &trouble_)); }
+  void Do(const RemoveSwitch& call) { Require(RemoveStandardSwitch(call.name, &trouble_)); }
   void Do(const AddPortGroup& call) {
-    require(AddPortGroupToStandardSwitch(call.group.name, call.group.switchName));
+    Require(AddPortGroupToStandardSwitch(call.group.name, call.group.switchName, &trouble_));
   }
   void Do(const RemovePortGroup& call) {
-    require(RemovePortGroupFromStandardSwitch(call.group.name, call.group.switchName));
+    Require(RemovePortGroupFromStandardSwitch(call.group.name, call.group.switchName, &trouble_));
   }
   void Do(const SetVlan& call) {
-    require(SetVlanOfPortGroup(call.group.name, call.group.switchName, call.vlanId));
+    Require(SetVlanOfPortGroup(call.group.name, call.group.switchName, call.vlanId, &trouble_));
   }
   void Do(const TakeUplink& call) {
     if (call.from.kind == SwitchKind::Standard)
-      require(RemoveUplinkFromStandardSwitch(call.from.name, call.pnic));
+      Require(RemoveUplinkFromStandardSwitch(call.from.name, call.pnic, &trouble_));
     else
       findDistributedSwitch(call.from.name)->RemoveUplink(call.pnic);
   }
   void Do(const GiveUplink& call) {
     if (call.to.kind == SwitchKind::Standard)
-      require(AddUplinkToStandardSwitch(call.to.name, call.pnic));
+      Require(AddUplinkToStandardSwitch(call.to.name, call.pnic, &trouble_));
     else
       findDistributedSwitch(call.to.name)->AddUplink(call.pnic);
   }
   void Do(const SetTeaming& call);
   void Do(const MoveNic& call) {
-    std::string trouble;
-    require(migrateNic(nic_, call.to.switchName, call.to.name, trouble), trouble);
+    Require(migrateNic(nic_, call.to.switchName, call.to.name, trouble_));
   }
 
   TarnNic& nic_;
   const std::function<void(const std::string&)>& show_;
   std::string announced_;
+  /// What the one asked for a change says of its failure.
+  std::string trouble_;
 };
 
 void Move::Announce(const std::string& name) {
@@ -79,14 +89,15 @@ void Move::Announce(const std::string& name) {
   show_(name);
 }
 
-std::string Move::Try(const std::string& name, const Call& call) {
-  Announce(name);
+std::string Move::Try(const NamedCall& what) {
+  Announce(what.name);
+  trouble_.clear();
   try {
-    std::visit([this](const auto& one) { Do(one); }, call);
+    std::visit([this](const auto& one) { Do(one); }, what.call);
     return {};
   } catch (const HostCtlException& e) {
     const std::string cause = e.what();
-    const std::string trouble = name + " failed" + (cause.empty() ? "" : ": " + cause);
+    const std::string trouble = what.name + " failed" + (cause.empty() ? "" : ": " + cause);
     logError("%s", trouble.c_str());
     return trouble;
   }
@@ -97,7 +108,9 @@ void Move::Do(const SetTeaming& call) {
   for (const auto& one : TarnCtl::Network::VirtualSwitchInfoImpl().GetVirtualSwitches())
     for (const auto& group : one->GetPortGroups())
       if (one->GetName() == of.switchName && group->GetName() == of.name)
-        group->SetNicTeamingPolicy(NicTeamingPolicy(call.teaming.uplinks));
+        return group->SetNicTeamingPolicy(
+            NicTeamingPolicy(those(call.teaming.uplinks, one->GetUplinks())));
+  throw HostCtlException("Port group", of.name, "it does not exist");
 }
 
 }  // namespace
@@ -108,7 +121,7 @@ bool moveManagementNetwork(TarnNic& nic, const Plan& plan,
   Move move(nic, show);
   std::vector<const Step*> toUndo;
   for (const Step& step : plan.steps) {
-    trouble = move.Try(step.name, step.call);
+    trouble = move.Try(step.what);
     if (trouble.empty() || step.when == Undo::WhenTried) toUndo.push_back(&step);
     if (!trouble.empty()) break;
   }

@@ -10,7 +10,8 @@
 namespace Kiva {
 
 /// What a plan is made of, for the management interface `nic`. Throws HostCtlException for one on
-/// no switch that the console could take it from, and when the host fails.
+/// no switch that the console could take it from, for one without an uplink, and when the host
+/// fails.
 SafeMode::Before readBefore(const HostCtl::Network::TarnNic& nic);
 
 /// Carries the steps of a plan out, each logged, and shown with `show`. When one fails, what was

@@ -16,7 +16,7 @@
 
 namespace Kiva {
 
-SafeModeNetworkDialog::SafeModeNetworkDialog(Frame& owner) : Dialog(owner, 70, 16, 6) {
+SafeModeNetworkDialog::SafeModeNetworkDialog(Frame& owner) : Dialog(owner, 70, 17, 7) {
   Window& content = *Content();
   progress_ = &content.Make<ProgressArea>(Rect{0, 0, content.Width(), content.Height()});
 }
@@ -34,9 +34,7 @@ int SafeModeNetworkDialog::Foreground() {
 }
 
 bool SafeModeNetworkDialog::Restore() try {
-  const auto nic = findManagementInterface();
-  if (!nic) throw HostCtl::Lib::HostCtlException(kNoManagementInterface);
-  return Move(*nic);
+  return Move(*readManagementInterface());
 } catch (const HostCtl::Lib::HostCtlException& e) {
   logError("%s", e.what());
   showFailure(*this, e.what());

@@ -68,6 +68,7 @@ struct GiveUplink {
   std::string pnic;
   Switch to;
 };
+/// As far as the switch has the adapters.
 struct SetTeaming {
   Teaming teaming;
 };
@@ -81,13 +82,16 @@ using Call = std::variant<AddSwitch, RemoveSwitch, AddPortGroup, RemovePortGroup
 /// When a step's undoing is called for: a step may fail with part of it done.
 enum class Undo { WhenDone, WhenTried };
 
-struct Step {
-  /// Logged and shown first; steps of one name are one to the operator.
+/// Logged and shown by its name first; those of one name are one to the operator.
+struct NamedCall {
   std::string name;
   Call call;
-  std::string undoName = {};
+};
+
+struct Step {
+  NamedCall what;
   /// In their order; each is made even when another fails.
-  std::vector<Call> undo = {};
+  std::vector<NamedCall> undo = {};
   Undo when = Undo::WhenDone;
 };
 
