@@ -126,7 +126,7 @@ void SwitchEditor::Carry(std::vector<FileChange> changes,
     const Switches &from = back ? after_ : before_, &to = back ? before_ : after_;
     silent.Silence(from, to);
     reloadNetworkd(context_.operation, context_.object);
-    settleSwitches(context_, from, to);
+    settleSwitches(files_, context_, from, to);
     silent.Raise();
     if (!back && alsoSettled) alsoSettled();
   });

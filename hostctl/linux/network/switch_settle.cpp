@@ -7,8 +7,10 @@
 #include <thread>
 
 #include "hostctl/lib/exception.h"
+#include "linux/network/foreign.h"
 #include "linux/network/mac_address.h"
 #include "linux/network/networkd_bus.h"
+#include "linux/network/wait.h"
 
 namespace HostLinux {
 
@@ -89,10 +91,23 @@ void releaseNics(const ChangeContext& context, const Switches& before, Switches 
     }
 }
 
-void deleteDevices(const ChangeContext& context, const Switches& before, const Switches& after) {
+/// A device of the same name that is made before networkd has heard of the end of the old one stays
+/// without ports, because their files go on meaning the old one.
+void letNetworkdForget(const Files& files, int index) {
+  const std::string state = "/run/systemd/netif/links/" + std::to_string(index);
+  waitFor(kSettledWithin, [&] { return !files.Exists(state); });
+}
+
+void deleteDevices(const Files& files, const ChangeContext& context, const Switches& before,
+                   const Switches& after) {
   const auto kept = devicesOf(after);
-  for (const auto& device : devicesOf(before))
-    if (kept.count(device) == 0) deleteLink(context.operation, device);
+  std::vector<int> deleted;
+  for (const auto& device : devicesOf(before)) {
+    if (kept.count(device) != 0) continue;
+    deleted.push_back(indexOf(files, device));
+    deleteLink(context.operation, device);
+  }
+  for (const int index : deleted) letNetworkdForget(files, index);
 }
 
 /// networkd compares a file with what it last heard of the link: what was changed while it did so,
@@ -152,8 +167,9 @@ std::string unsettledLink(const Switches& switches, const std::vector<LinkRow>& 
   return {};
 }
 
-void settleSwitches(const ChangeContext& context, const Switches& before, const Switches& after) {
-  deleteDevices(context, before, after);
+void settleSwitches(const Files& files, const ChangeContext& context, const Switches& before,
+                    const Switches& after) {
+  deleteDevices(files, context, before, after);
   releaseNics(context, before, after, readLinks(context.operation));
   waitForLinks(context, after);
   settleVlans(context, before, after);

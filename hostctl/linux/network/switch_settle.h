@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "linux/files.h"
 #include "linux/network/switch_model.h"
 #include "linux/network_tables.h"
 
@@ -23,6 +24,7 @@ std::string unsettledLink(const Switches& switches, const std::vector<LinkRow>& 
 /// networkd has been told of: does what networkd leaves undone (it deletes no device, releases no
 /// NIC whose file is gone, takes no VLAN away) and waits until it has done the rest. Throws
 /// HostCtlException, after ten seconds at most.
-void settleSwitches(const ChangeContext& context, const Switches& before, const Switches& after);
+void settleSwitches(const Files& files, const ChangeContext& context, const Switches& before,
+                    const Switches& after);
 
 }  // namespace HostLinux
