@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <array>
 #include <exception>
+#include <string>
 
+#include "hostctl/network/switch_names.h"
 #include "hosttools/advanced_options.h"
 #include "hosttools/network_lists.h"
 #include "hosttools/tools.h"
@@ -15,6 +17,11 @@ using HostSeam::UplinkChange;
 constexpr int kTrunkVlan = 4095;
 
 ToolAnswer addSwitch(ToolHost& host, const Call& call) {
+  if (!HostCtl::Network::isSwitchName(call["-v"]))
+    throw UsageError("a switch's name has at most " +
+                     std::to_string(HostCtl::Network::kLongestSwitchName) +
+                     " letters, digits, dots, underscores and hyphens, with neither a dot nor a "
+                     "hyphen in front");
   host.AddStandardSwitch(call["-v"]);
   return {};
 }
@@ -30,6 +37,10 @@ ToolAnswer removeUplink(ToolHost& host, const Call& call) {
 }
 
 ToolAnswer addPortGroup(ToolHost& host, const Call& call) {
+  if (!HostCtl::Network::isPortGroupName(call["-p"]))
+    throw UsageError("a port group's name has at most " +
+                     std::to_string(HostCtl::Network::kLongestPortGroupName) +
+                     " printable characters, no slash and no blank at either end");
   host.AddPortGroup(call["-p"], call["-v"]);
   return {};
 }

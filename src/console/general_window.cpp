@@ -104,6 +104,8 @@ void GeneralWindow::EnterTestNetwork() {
 void GeneralWindow::EnterNetworkRestore() {
   NetworkRestoreWindow window(*this);
   runWindow(window);
+  networkUsable_ = findManagementInterface() != nullptr;
+  UpdateSelectable();
   Show();
 }
 

@@ -5,6 +5,7 @@
 
 #include "core/log.h"
 #include "hostctl/lib/exception.h"
+#include "network/take_named.h"
 #include "tarnctl/network/network_info_impl.h"
 #include "tarnctl/network/virtual_switch_info_impl.h"
 
@@ -31,17 +32,6 @@ struct Attachment {
 struct UnsupportedSwitch : HostCtlException {
   UnsupportedSwitch() : HostCtlException("Unsupported vSwitch type") {}
 };
-
-template <typename Named>
-std::unique_ptr<Named> takeNamed(std::vector<std::unique_ptr<Named>>& all, const char* kind,
-                                 const std::string& name) {
-  const auto found =
-      std::find_if(all.begin(), all.end(), [&](const auto& one) { return one->GetName() == name; });
-  if (found == all.end()) throw HostCtlException(kind, name, "it does not exist");
-  auto taken = std::move(*found);
-  all.erase(found);
-  return taken;
-}
 
 Attachment attachmentOf(const TarnNic& interface) {
   const ConnectionPoint connection = interface.GetConnectionPoint();

@@ -9,6 +9,8 @@
 #include "core/keys.h"
 #include "ui/frame.h"
 #include "ui/item.h"
+#include "ui/text_area.h"
+#include "ui/utf8.h"
 
 namespace Kiva {
 
@@ -24,18 +26,23 @@ class CarouselRadioItem : public LabelItem {
       : LabelItem("", Selectable::Yes),
         title_(std::move(label)),
         entries_(std::move(entries)),
-        nameOf_(std::move(nameOf)) {
-    Turn(0);
-  }
+        nameOf_(std::move(nameOf)) {}
 
   const std::vector<Entry>& Entries() const { return entries_; }
   /// Null where there is none.
   Entry* Current() { return entries_.empty() ? nullptr : &entries_[current_]; }
   /// Shows the entry with that index.
-  void Show(std::size_t index) {
-    current_ = 0;
-    Turn(index);
+  void Show(std::size_t index) { current_ = index; }
+
+  /// What is shown in so many columns: a name without room for the whole of it ends in "(...)".
+  std::string Line(int columns) {
+    constexpr const char *kBefore = "< ", *kBehind = " >";
+    if (!Current()) return title_;
+    const int room = columns - columnCount(title_ + kBefore + kBehind);
+    return title_ + kBefore + cut(repairedUtf8(nameOf_(*Current())), room) + kBehind;
   }
+
+  void Draw(TextArea& row) override { row.SetText(Line(row.Width())); }
 
   void PressKey(int key) override {
     if (key == Key::kRight) Turn(1);
@@ -50,9 +57,7 @@ class CarouselRadioItem : public LabelItem {
 
  private:
   void Turn(std::size_t steps) {
-    if (entries_.empty()) return SetLabel(title_);
-    current_ = (current_ + steps) % entries_.size();
-    SetLabel(title_ + "< " + nameOf_(*Current()) + " >");
+    if (!entries_.empty()) current_ = (current_ + steps) % entries_.size();
   }
 
   std::string title_;

@@ -72,11 +72,16 @@ class MenuWindow : public RootWindow {
   void AddEntries(const std::vector<Entry>& entries) {
     for (const Entry& entry : entries) {
       if (entry.listed && !(Self().*entry.listed)()) continue;
-      const bool selectable = !entry.selectable || (Self().*entry.selectable)();
       entries_.push_back(&entry);
-      labels_.push_back(&Menu().Append(std::make_unique<LabelItem>(
-          LabelOf(entries_.size() - 1), selectable ? Selectable::Yes : Selectable::No)));
+      labels_.push_back(&Menu().Append(
+          std::make_unique<LabelItem>(LabelOf(entries_.size() - 1), SelectableOf(entry))));
     }
+  }
+
+  /// Asks anew which entries can be selected; the selected one must be among them.
+  void UpdateSelectable() {
+    for (std::size_t row = 0; row < entries_.size(); ++row)
+      labels_[row]->SetSelectable(SelectableOf(*entries_[row]));
   }
 
   const Entry& Selected() { return *entries_[static_cast<std::size_t>(Menu().FocusedIndex())]; }
@@ -102,6 +107,10 @@ class MenuWindow : public RootWindow {
 
  private:
   W& Self() { return static_cast<W&>(*this); }
+
+  Selectable SelectableOf(const Entry& entry) {
+    return !entry.selectable || (Self().*entry.selectable)() ? Selectable::Yes : Selectable::No;
+  }
 
   std::string LabelOf(std::size_t row) {
     const Entry& entry = *entries_[row];

@@ -63,7 +63,8 @@ void NotificationDialog::Fill() {
 InfoDialog::InfoDialog(Frame& owner, int width, int height, int topHeight)
     : AcknowledgeDialog(owner, width, height, topHeight) {
   if (Window* content = Content())
-    details_ = &content->Make<TextArea>(Rect{0, 0, content->Width(), content->Height()}, kBlack);
+    details_ = &content->Make<TextArea>(Rect{0, 0, content->Width(), content->Height()}, kBlack, "",
+                                        Overflow::Marked);
 }
 
 void showMessage(Frame& owner, TextId title, const std::string& body) {

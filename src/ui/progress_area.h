@@ -15,8 +15,7 @@ class ProgressArea : public TextArea {
   /// Shows what is asked before the first step, and forgets all earlier ones.
   void Ask(const std::string& question);
   /// Shows the step that is about to begin in black below the earlier ones, and sends it to the
-  /// terminal. The first one replaces the text; where there is no room,
-  /// the earliest go.
+  /// terminal. The first one replaces the text; where there is no room, the earliest go.
   void Begin(const std::string& step);
   /// The last step is done: all of them are dark grey.
   void End() { SetText(steps_); }

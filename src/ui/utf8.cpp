@@ -65,10 +65,27 @@ int columnCount(std::string_view text) {
       std::count_if(text.begin(), text.end(), [](char byte) { return !isContinuation(byte); }));
 }
 
+namespace {
+
+constexpr std::string_view kCut = "(...)";
+
+}  // namespace
+
 std::string cut(const std::string& text, int columns) {
-  constexpr std::string_view kCut = "(...)";
   if (columnCount(text) <= std::max(columns, 0)) return text;
   return std::string(firstColumns(text, columns - columnCount(kCut))).append(kCut);
+}
+
+std::string cutLines(const std::string& text, int lines, int columns) {
+  std::size_t begin = 0, end = 0;
+  for (int line = 0; line < lines; ++line) {
+    begin = end;
+    const auto found = text.find('\n', begin);
+    if (found == std::string::npos || found + 1 == text.size()) return text;
+    end = found + 1;
+  }
+  const std::string last = text.substr(begin, end - begin - 1) + std::string(kCut);
+  return text.substr(0, begin) + cut(last, columns);
 }
 
 std::string_view firstColumns(std::string_view text, int columns) {

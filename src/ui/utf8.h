@@ -24,6 +24,10 @@ int columnCount(std::string_view text);
 /// The same text; one that has more columns ends in "(...)" instead.
 std::string cut(const std::string& text, int columns);
 
+/// The text's first `lines` lines; where it has more, the last of them, which should have no
+/// markup, ends in "(...)" within `columns`.
+std::string cutLines(const std::string& text, int lines, int columns);
+
 /// The first `columns` columns of well-formed text.
 std::string_view firstColumns(std::string_view text, int columns);
 

@@ -99,6 +99,7 @@ TEST(NetworkRepair, MakesASwitchOrTakesItBack) {
   const Json used = patch("add", "switches/1/uplinks/-", "pnic1"),
              gone = patch("remove", "pnics/1", 0),
              noneFree = patch("replace", "switches/0/uplinks", {"pnic0", "pnic1", "pnic3"}),
+             noPnics = patch("replace", "pnics", Json::array()),
              distributed = patch("add", "distributedSwitches", Json::parse(R"(
                  [{"name": "dvs0", "uplinks": ["pnic1"], "ports": []}])"));
   const std::string upWords = "uplink add -u pnic1 -v new";
@@ -116,6 +117,8 @@ TEST(NetworkRepair, MakesASwitchOrTakesItBack) {
       {parts("type:new;Down;Right;wait:< pnic3 >;Right;wait:< None >;type:dd;Enter"), made,
        success},
       {enter, made, success, noneFree},
+      {parts("type:new;Down;Right;wait:< pnic0 >;Enter"), {}, inUse, noneFree},
+      {parts("type:new;Down;Right;wait:< None >;Enter"), made, success, noPnics},
       {parts("type:new;Down;Left;wait:< pnic2 >;Enter"), {}, inUse},
       {enter, {}, inUse, {}, used},
       {enter, {}, inUse, {}, distributed},
@@ -132,6 +135,7 @@ TEST(NetworkRepair, MakesAPortGroup) {
   const std::string add = "portgroup add -p ", named = "Successfully created portgroup: ";
   const Lines braces = told("Lab {x} on vSwitch0") + ran(add + "Lab {x} -v vSwitch0"),
               second = told("dD on vSwitch1") + ran(add + "dD -v vSwitch1"),
+              pasted = told("new on vSwitch0") + ran(add + "new -v vSwitch0"),
               lost = told("new on vSwitch0") +
                      refused(add + "new -v vSwitch0", "There is no standard switch vSwitch0."),
               details = parts(
@@ -140,10 +144,38 @@ TEST(NetworkRepair, MakesAPortGroup) {
               noSwitch = {kInvalid, "valid standard switch name"}, enter = {"type:new", "Enter"};
   const Use uses[] = {{{"type:Lab {x}", "Enter"}, braces, {kDone, named + "Lab (x)"}},
                       {details, second, {kDone, named + "dD"}},
+                      {{"type:new\nor", "wait:portgroup: new "}, pasted, {kDone, named + "new"}},
                       {{"type:new", "Down", "Enter"}, {}, noSwitch, kNoSwitches},
                       {enter, kMuteLine, noSwitch, kMute},
                       {enter, lost, kCheckLog + "no standard switch vSwitch0.", {}, kNoSwitches}};
   for (const Use& use : uses) check(kGroupForm, use);
+}
+
+TEST(NetworkRepair, AFormMayTimeOut) {
+  Demo demo({{"options", {{"/UserVars/KivaTimeOut", 60}}}}, {.arguments = {"--clock-speed", "20"}});
+  demo.Do(open(kSwitchForm) + Lines{"type:new"});
+  demo.NewLines();
+  demo.WaitFor(kWelcome);
+  EXPECT_EQ(demo.NewLines(), (Lines{"log.info\tUser root logged out due to time out",
+                                    "audit\tlogin.disconnect root 1 reason=Time out"}));
+}
+
+TEST(NetworkRepair, WhatHasNoRoomEndsInDots) {
+  Json host = DemoHost().State();
+  Json& second = host["network"]["switches"][1];
+  for (int i = 0; i < 30; ++i)
+    second["portGroups"].push_back({{"name", "Port Group " + std::to_string(i)}, {"vlanId", 0}});
+  second["name"] = std::string(90, 'v');
+  Json& ipv6 = host["network"]["kernelNics"][0]["running"]["ipv6"]["networks"];
+  for (int i = 0; i < 8; ++i)
+    ipv6.push_back(
+        {{"address", "2001:db8::" + std::to_string(i)}, {"prefix", 64}, {"type", "static"}});
+  Demo demo(host, kQuickEscape);
+  demo.Do(open(kGroupForm) +
+          parts("Down;Right;wait:vv(...) >;type:d;wait:Name: vvvv;wait:23, P(...)"));
+  demo.Do(parts("Enter;Esc;gone:<D> View") +
+          Lines{"choose:" + kMoveForm, "type:d", "wait:NIC Details"});
+  EXPECT_TRUE(demo.Look().Shows("/64(...)")) << demo.Look().Dump();
 }
 
 const std::string kShell = "run\t/bin/sh sh -c ", kAgent = "/etc/init.d/ovl-opsagent ";

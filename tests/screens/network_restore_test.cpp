@@ -107,4 +107,27 @@ TEST(NetworkRestore, AToolMayHangAndTheResultStayUnread) {
   demo.WaitForGone("Network Restore Options");
 }
 
+TEST(NetworkRestore, TheProcessMayEndOverTheResultAndIsAnnouncedOnce) {
+  for (const int cause : {SIGTERM, SIGWINCH, kHangUp})
+    for (const bool confirmed : {false, true}) {
+      SCOPED_TRACE(cause);
+      Demo demo(Json{{"machines", Json::array()}});
+      demo.Do(kAsk + Lines{"F11", kResult});
+      if (confirmed) demo.Do({"Enter", "wait:<Enter> Restart"});
+      EXPECT_EQ(demo.HasLine("event", kAnnounced[2].substr(6)), confirmed);
+      demo.NewLines();
+      const Lines resized(cause == SIGWINCH, "log.info\tResized window to 132x43");
+      EXPECT_EQ(demo.EndBy(cause), 0);
+      EXPECT_EQ(demo.NewLines(), resized + (confirmed ? Lines{} : kAnnounced));
+    }
+}
+
+TEST(NetworkRestore, TheMenuFollowsARestoredNetwork) {
+  Demo demo({{"machines", Json::array()}, {"network", {{"kernelNics", Json::array()}}}},
+            kQuickEscape);
+  demo.Do(kAsk + Lines{"F11", kResult, "Enter", "wait:<Enter> Restart", "Esc",
+                       "wait:To view various network restore", "Up"});
+  EXPECT_EQ(focusedText(demo.Look()), "Test Management Network");
+}
+
 }  // namespace

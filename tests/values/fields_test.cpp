@@ -104,15 +104,15 @@ struct NoDetails {
 };
 
 TEST(CarouselRadioItem, GoesRoundItsEntries) {
-  CarouselRadioItem<int, NoDetails> item("Uplink ", {1, 2, 3},
-                                         [](int entry) { return "pnic" + std::to_string(entry); });
-  EXPECT_EQ(item.Label(), "Uplink < pnic1 >");
+  CarouselRadioItem<int, NoDetails> item(
+      "Uplink ", {1, 2, 3}, [](int entry) { return "adapter" + std::to_string(entry); });
+  EXPECT_EQ(item.Line(19), "Uplink < adapter1 >");
   for (const auto& [key, current] :
        {std::pair{Key::kLeft, 3}, {Key::kRight, 1}, {Key::kRight, 2}, {Key::kSpace, 2}}) {
     item.PressKey(key);
     EXPECT_EQ(*item.Current(), current);
   }
-  EXPECT_EQ(item.Label(), "Uplink < pnic2 >");
+  EXPECT_EQ(item.Line(18), "Uplink < ad(...) >");
 }
 
 }  // namespace

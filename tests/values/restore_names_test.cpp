@@ -1,16 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include "hostctl/network/switch_names.h"
 #include "network/restore/names.h"
 
 using namespace Kiva;
+using HostCtl::Network::isPortGroupName;
+using HostCtl::Network::isSwitchName;
 
 namespace {
 
 TEST(RestoreNames, MayBeASwitchsOrAPortGroups) {
   const auto of = [](std::size_t length) { return std::string(length, 'a'); };
-  const std::vector<std::string> both = {"...", "vSwitch_1.2-a", of(32)},
-                                 portGroup = {of(33), of(64), "a b", "{hostname}"},
+  const std::vector<std::string> both = {"vSwitch999", "v_1.2-a", of(10)},
+                                 portGroup = {"...", "-a", of(11), of(64), "a b", "{hostname}"},
                                  none = {"",   ".",  "..",   of(65),  "a/b",
                                          " a", "a ", "a\nb", "a\x7f", "\xc3\xa4"};
   const std::tuple<std::vector<std::string>, bool, bool> cases[] = {

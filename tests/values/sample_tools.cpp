@@ -105,6 +105,9 @@ TEST(SampleTools, AnswerWithoutChangingTheHost) {
         refuses("ovlcfg-vswitch: There is no kernel interface vSwitch1.")}});
   expectAnswers(host, "/bin/halocli ",
                 {{"", denies("not a whole command: --help shows them")},
+                 {add + "-v " + most,
+                  denies("a switch's name has at most 10 letters, digits, dots, underscores and "
+                         "hyphens, with neither a dot nor a hyphen in front")},
                  {add + "-v " + most + "x", denies("an argument is longer than 255 characters")},
                  {add + "-v %a\nb%", denies("an argument has control characters")},
                  {add + "-v %%", denies("-v needs a value")},
@@ -129,8 +132,11 @@ TEST(SampleTools, AnswerWithoutChangingTheHost) {
         denies("There is no port group of vSwitch0 named Backup.")},
        {kSwitch + "uplink remove -u pnic1 -v vSwitch0",
         denies("The standard switch vSwitch0 has no uplink pnic1.")}});
+  for (const char* name : {"%a b%", "a/b", "..", "-a", "elevenchars"})
+    EXPECT_EQ(run(host, kSwitch + "add -v " + name).status, 1) << name;
+  for (const char* name : {"../x", "% %", "..", "%a %", "Ü"})
+    EXPECT_EQ(run(host, kSwitch + "portgroup add -v vSwitch1 -p " + name).status, 1) << name;
   EXPECT_EQ(host.Text(), before);
-  EXPECT_EQ(run(host, "/bin/halocli " + add + "-v " + most), ToolAnswer{});
 }
 
 TEST(SampleTools, ListTheNetwork) {

@@ -63,9 +63,6 @@ struct Switch {
 /// The end of an interface's veth pair that is a port of its switch.
 std::string portOf(const SwitchInterface& interface);
 
-/// A switch's name leaves room for that of its bond in the kernel's 15 characters.
-inline constexpr std::size_t kLongestSwitchName = 10;
-
 inline constexpr int kTrunkVlan = 4095;
 
 using Switches = std::vector<Switch>;

@@ -180,9 +180,6 @@ void writeMacAddress(const Files& files, const std::string& nic, const std::stri
 
 void addStandardSwitch(const Files& files, const std::string& name) {
   SwitchEditor editor(files, {"AddStandardSwitch", name});
-  if (!isPlainName(name) || name.size() > kLongestSwitchName)
-    editor.Refuse("a switch's name has at most " + std::to_string(kLongestSwitchName) +
-                  " letters, digits, dots, underscores and hyphens");
   if (findSwitch(editor.All(), name)) editor.Refuse("there is such a switch already");
   if (files.Exists("/sys/class/net/" + name)) editor.Refuse("there is an interface of this name");
   editor.All().push_back({name, {}, {}, {}});

@@ -4,12 +4,11 @@
 #include <algorithm>
 
 #include "core/keys.h"
-#include "network/restore/names.h"
+#include "hostctl/network/switch_names.h"
 #include "network/restore/outcome.h"
 #include "system/audit_events.h"
 #include "system/host_tools.h"
 #include "ui/markup_text.h"
-#include "ui/message_dialog.h"
 
 namespace Kiva {
 
@@ -48,7 +47,7 @@ void CreatePortGroupDialog::ShowDetails() {
 
 bool CreatePortGroupDialog::Accept() {
   const std::string name = name_.Value();
-  if (!isPortGroupName(name) || isTaken(name))
+  if (!HostCtl::Network::isPortGroupName(name) || isTaken(name))
     return Refuse(name_, TextId::kInvalidArgument, TextId::kEnterValidPortGroupName);
   if (!switch_.Current())
     return Refuse(switch_, TextId::kInvalidArgument, TextId::kEnterValidStandardSwitchName);
@@ -57,8 +56,7 @@ bool CreatePortGroupDialog::Accept() {
                     "Creating port group " + name + " on " + on);
   std::string trouble;
   if (!AddPortGroupToStandardSwitch(name, on, &trouble)) return showFailure(*this, trouble), false;
-  showMessage(*this, TextId::kOperationSucceeded,
-              Text(TextId::kSuccessfullyCreatedPortgroup) + plainText(name));
+  showSuccess(*this, Text(TextId::kSuccessfullyCreatedPortgroup) + plainText(name));
   return true;
 }
 

@@ -5,14 +5,13 @@
 
 #include "core/keys.h"
 #include "core/log.h"
+#include "hostctl/network/switch_names.h"
 #include "network/adapter_users.h"
-#include "network/restore/names.h"
 #include "network/restore/outcome.h"
 #include "network/restore/standard_switches.h"
 #include "system/audit_events.h"
 #include "system/host_tools.h"
 #include "ui/markup_text.h"
-#include "ui/message_dialog.h"
 
 namespace Kiva {
 
@@ -82,15 +81,14 @@ void CreateXssDialog::ShowDetails() {
 
 bool CreateXssDialog::Accept() {
   const std::string name = name_.Value(), uplink = uplink_.Current()->name;
-  if (!isSwitchName(name) || isTaken(name))
+  if (!HostCtl::Network::isSwitchName(name) || isTaken(name))
     return Refuse(name_, TextId::kInvalidArgument, TextId::kEnterValidStandardSwitchName);
   if (!uplink.empty() && isUsedNow(uplink))
     return Refuse(uplink_, TextId::kInvalidArgument, TextId::kUplinkIsAlreadyInUse);
   announceOperation("evb.user.kiva.standard.switch.created", "Creating standard switch " + name);
   std::string trouble;
   if (!Create(name, uplink, trouble)) return showFailure(*this, trouble), false;
-  showMessage(*this, TextId::kOperationSucceeded,
-              Text(TextId::kSuccessfullyCreatedStandardSwitch) + name);
+  showSuccess(*this, Text(TextId::kSuccessfullyCreatedStandardSwitch) + name);
   return true;
 }
 

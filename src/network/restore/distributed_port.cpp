@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "hostctl/lib/exception.h"
+#include "network/take_named.h"
 #include "tarnctl/network/virtual_switch_info_impl.h"
 
 namespace Kiva {
@@ -19,13 +20,7 @@ namespace {
 
 using Switches = std::vector<std::unique_ptr<DistributedSwitch>>;
 
-std::unique_ptr<DistributedSwitch> take(Switches switches, const std::string& name) {
-  const auto found = std::find_if(switches.begin(), switches.end(),
-                                  [&](const auto& one) { return one->GetName() == name; });
-  if (found == switches.end())
-    throw HostCtlException("Distributed switch", name, "it does not exist");
-  return std::move(*found);
-}
+constexpr const char* kKind = "Distributed switch";
 
 Switches readSwitches() {
   return TarnCtl::Network::DistributedSwitchInfoImpl().GetDistributedSwitches();
@@ -48,13 +43,14 @@ DistributedAttachment distributedAttachmentOf(const TarnNic& nic) {
   DistributedAttachment found;
   for (const auto& one : switches)
     std::ranges::move(one->GetPorts(), std::back_inserter(found.allPorts));
-  found.on = take(std::move(switches), at.switchName);
+  found.on = takeNamed(switches, kKind, at.switchName);
   found.port = portOf(*found.on, name);
   return found;
 }
 
 std::unique_ptr<DistributedSwitch> findDistributedSwitch(const std::string& name) {
-  return take(readSwitches(), name);
+  Switches switches = readSwitches();
+  return takeNamed(switches, kKind, name);
 }
 
 }  // namespace Kiva

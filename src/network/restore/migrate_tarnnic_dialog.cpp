@@ -12,7 +12,6 @@
 #include "system/audit_events.h"
 #include "tarnctl/network/network_info_impl.h"
 #include "ui/markup_text.h"
-#include "ui/message_dialog.h"
 
 namespace Kiva {
 
@@ -109,7 +108,7 @@ bool MigrateTarnnicDialog::Migrate(TarnNic& nic, const PortGroupChoice& target) 
   std::string trouble;
   if (!migrateNic(nic, target.of.name, target.name, trouble))
     return showFailure(*this, trouble), false;
-  showMessage(*this, TextId::kOperationSucceeded, plainText("Migrated " + name + " to " + place));
+  showSuccess(*this, plainText("Migrated " + name + " to " + place));
   return true;
 }
 

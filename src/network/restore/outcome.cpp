@@ -6,9 +6,18 @@
 
 namespace Kiva {
 
+void showOutcome(Frame& owner, TextId title, const std::string& body) {
+  NotificationDialog dialog(owner, catalogueText(title), body);
+  runWindow(dialog);
+}
+
+void showSuccess(Frame& owner, const std::string& body) {
+  showOutcome(owner, TextId::kOperationSucceeded, body);
+}
+
 void showFailure(Frame& owner, const std::string& cause) {
   const std::string first = cause.empty() ? "" : plainText(cause) + "\n\n";
-  showMessage(owner, TextId::kOperationFailed, first + catalogueText(TextId::kPleaseCheckSyslog));
+  showOutcome(owner, TextId::kOperationFailed, first + catalogueText(TextId::kPleaseCheckSyslog));
 }
 
 }  // namespace Kiva

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "network/restore/restore_network_dialog.h"
 
+#include <cstdlib>
+#include <utility>
+
 #include "core/key_wait.h"
 #include "core/keys.h"
 #include "network/restore/do_restore_network_dialog.h"
@@ -14,7 +17,10 @@ constexpr const char* kFooter =
     "{color:black}<F11>{/color} {color:dark-grey}Yes, Reset{/color}"
     "{align:right}{color:black}<Esc>{/color} {color:dark-grey}Cancel{/color}{/align}";
 
+bool announcementIsDue = false;
+
 void announceRestored() {
+  if (!std::exchange(announcementIsDue, false)) return;
   announceOperation("evb.user.kiva.factory.network.restored", "Restoring factory network settings");
 }
 
@@ -30,17 +36,16 @@ int RestoreNetworkDialog::Foreground() {
   SetText(Text(TextId::kWillResetHostNetwork));
   question_->SetText(Text(TextId::kResetHostNetworkNow));
   SetFooter(kFooter);
-  for (;;) {
-    const int key = getKey(*this);
-    if (key == Key::kEscape) return 0;
-    if (key != Key::kF11) continue;
-    Restore();
-    return 1;
-  }
+  if (!waitForConfirmation(*this, Key::kF11)) return 0;
+  Restore();
+  return 1;
 }
 
-// Whoever walks away from the result has restored the network all the same.
+// Whoever walks away from the result has restored the network all the same, even where the process
+// ends over it.
 void RestoreNetworkDialog::Restore() try {
+  [[maybe_unused]] static const int registered = std::atexit(announceRestored);
+  announcementIsDue = true;
   DoRestoreNetworkDialog dialog(*this);
   runWindow(dialog);
   announceRestored();

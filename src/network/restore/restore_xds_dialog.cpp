@@ -6,12 +6,12 @@
 #include "hostctl/lib/exception.h"
 #include "network/management_interface.h"
 #include "network/restore/no_uplinks_dialog.h"
+#include "network/restore/outcome.h"
 #include "network/restore/uplinks_dialog.h"
 #include "network/vlan_dialog.h"
 #include "system/audit_events.h"
 #include "system/host_tools.h"
 #include "ui/markup_text.h"
-#include "ui/message_dialog.h"
 
 namespace Kiva {
 
@@ -58,7 +58,7 @@ bool RestorexDSDialog::Find(Frame& over) try {
 
 bool RestorexDSDialog::FailWith(Frame& over, TextId text, const std::string& cause) {
   logError("%s", cause.c_str());
-  showMessage(over, TextId::kRestoreXdsError, Text(text));
+  showOutcome(over, TextId::kRestoreXdsError, Text(text));
   return false;
 }
 
@@ -102,8 +102,7 @@ bool RestorexDSDialog::MoveTo(const HostLocalPort& port) try {
   logInfo("Moving %s to port %s", nic.c_str(), port.name.c_str());
   nic_->MoveToHostLocalPort(port);
   HmxCmdRefresh();
-  showMessage(*this, TextId::kOperationSucceeded,
-              plainText("Moved " + nic + " to port " + port.name + " on " + on));
+  showSuccess(*this, plainText("Moved " + nic + " to port " + port.name + " on " + on));
   return true;
 } catch (const HostCtlException& e) {
   return FailWith(*this, TextId::kUnableToRestoreXds, e.what());

@@ -20,10 +20,7 @@ int RunningVMsWarningDialog::Foreground() {
   SetTitle(Text(TextId::kWarningVmsRunning));
   SetText(Text(TextId::kHostHasVmsRunning));
   SetFooter(kFooter);
-  for (;;) {
-    const int key = getKey(*this);
-    if (key == Key::kEnter || key == Key::kEscape) return key == Key::kEnter;
-  }
+  return waitForConfirmation(*this, Key::kEnter);
 }
 
 }  // namespace Kiva

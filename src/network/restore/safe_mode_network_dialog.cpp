@@ -12,7 +12,6 @@
 #include "system/host_tools.h"
 #include "ui/footer.h"
 #include "ui/markup_text.h"
-#include "ui/message_dialog.h"
 
 namespace Kiva {
 
@@ -50,7 +49,7 @@ bool SafeModeNetworkDialog::Move(HostCtl::Network::TarnNic& nic) {
   if (!moveManagementNetwork(nic, plan, show, trouble)) return showFailure(*this, trouble), false;
   progress_->End();
   HmxCmdRefresh();
-  showMessage(*this, TextId::kOperationSucceeded,
+  showSuccess(*this,
               plainText("Moved " + nic.GetInterfaceName() + " to " + plan.to.name + " on " + on));
   return true;
 }

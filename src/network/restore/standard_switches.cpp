@@ -31,6 +31,12 @@ std::string portGroupText(const std::string& portGroup, const std::string& switc
   return cut(plainText(repairedUtf8(portGroup)), columns - columnCount(end)) + end;
 }
 
+namespace {
+
+constexpr int kNameColumns = 46;
+
+}  // namespace
+
 SwitchInfoDialog::SwitchInfoDialog(Frame& owner, const StandardSwitch& shown)
     : InfoDialog(owner, 70, 16, 5), shown_(shown) {}
 
@@ -39,7 +45,7 @@ void SwitchInfoDialog::Fill() {
     return names.empty() ? Text(TextId::kNone) : joined(names);
   };
   SetTitle(Text(TextId::kStandardSwitchDetails));
-  SetText(Text(TextId::kSwitchNameLabel) + plainText(shown_.name));
+  SetText(Text(TextId::kSwitchNameLabel) + cut(plainText(repairedUtf8(shown_.name)), kNameColumns));
   SetFooter(kOkFooter);
   Details()->SetText(detail("Uplinks:", listOf(shown_.uplinks)) +
                      detail("Port Groups:", listOf(shown_.portGroups)));
