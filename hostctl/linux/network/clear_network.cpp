@@ -10,8 +10,10 @@
 #include "linux/network/dns_file.h"
 #include "linux/network/ipv6_switch.h"
 #include "linux/network/leases.h"
-#include "linux/network/switch_editor.h"
+#include "linux/network/nic_use.h"
+#include "linux/network/restore.h"
 #include "linux/network/switches.h"
+#include "linux/network/wait.h"
 #include "linux/network_file.h"
 #include "linux/resolver.h"
 #include "linux/staging_folder.h"
@@ -31,6 +33,8 @@ namespace {
 constexpr const char* kOperation = "ClearNetworkConfig";
 constexpr const char* kObject = "the network";
 constexpr const char* kCopies = "/var/lib/kiva";
+constexpr const char* kLinkStates = "/run/systemd/netif/links";
+constexpr std::chrono::seconds kFollowsWithin{2};
 constexpr const char* kResolverFile = "/etc/resolv.conf";
 
 /// A file outside networkd's folder: what it says and what it shall say, without a text for none.
@@ -107,6 +111,28 @@ void clear(const Files& files, SwitchEditor& editor, const std::vector<OtherFile
   editor.ApplyAfresh({});
 }
 
+bool knowsOnlyLinksThatAre(const Files& files) {
+  const auto links = readLinks(kOperation);
+  const auto known = files.List(kLinkStates);
+  return std::all_of(known.begin(), known.end(), [&](const std::string& index) {
+    return std::any_of(links.begin(), links.end(),
+                       [&](const LinkRow& link) { return std::to_string(link.index) == index; });
+  });
+}
+
+/// networkd takes a moment to take the addresses away that our files gave, which look like somebody
+/// else's until then, and to notice that our devices are gone: what is made anew meanwhile under
+/// their names it never sets up.
+void letNetworkdFollow(const Files& files, const OwnFiles& own,
+                       const std::vector<std::string>& nics) {
+  waitFor(kFollowsWithin, [&] {
+    const NicUses uses(files, own, {}, kOperation);
+    return knowsOnlyLinksThatAre(files) &&
+           std::all_of(nics.begin(), nics.end(),
+                       [&](const std::string& nic) { return uses.Of(nic).empty(); });
+  });
+}
+
 }  // namespace
 
 void clearNetwork(const Files& files) try {
@@ -117,6 +143,7 @@ void clearNetwork(const Files& files) try {
     paths.push_back(std::string(kNetworkFolder) + "/" + name);
   for (const auto& other : others) paths.push_back(other.path);
   if (paths.empty()) return;
+  const auto nics = nicsForDefault(editor);
   keepCopies(files, paths);
   try {
     clear(files, editor, others);
@@ -124,6 +151,7 @@ void clearNetwork(const Files& files) try {
     for (const auto& other : others) putBack(files, other);
     throw;
   }
+  letNetworkdFollow(files, editor.Own(), nics);
 } catch (const std::system_error& error) {
   throw HostCtlException(kOperation, kObject, error.what());
 }
