@@ -137,9 +137,13 @@ TEST_F(LinuxRestore, WhatOthersHaveStaysTheirs) {
       EXPECT_EQ(failureOf([&] { net.AutoConfigure(); }),
                 std::string("AutoConfigNetwork vSwitch0: ") + cause);
       EXPECT_EQ(network(), before);
-      EXPECT_EQ(ended("ip -br link show eth1 up").output, "");
       ASSERT_TRUE(shell(undo));
     }
+    ASSERT_TRUE(shell("kill $(cat /run/lab/networkd.pid); sleep 0.2"));
+    EXPECT_TRUE(failureOf([&] { net.AutoConfigure(); }).starts_with("AutoConfigNetwork "));
+    EXPECT_EQ(ended("ip -br link show up | grep eth").output, "") << "brought up in vain";
+    lab.StartNetworkd();
+    waitUntil([] { return failureOf([] { reloadNetworkd("wait for", "networkd"); }).empty(); });
     ASSERT_TRUE(shell("ip addr add 169.254.3.4/16 scope link dev eth0"));
     net.AutoConfigure();
     EXPECT_TRUE(leased());
