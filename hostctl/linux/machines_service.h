@@ -4,6 +4,7 @@
 #include <chrono>
 #include <future>
 #include <string>
+#include <system_error>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -56,7 +57,11 @@ class MachinesService {
       return filled;
     });
     auto future = task.get_future();
-    std::thread(std::move(task)).detach();
+    try {
+      std::thread(std::move(task)).detach();
+    } catch (const std::system_error& error) {
+      Fail(error.what());
+    }
     if (future.wait_for(within) != std::future_status::ready)
       Fail("the virtualisation service does not answer");
     Answer answer = future.get();

@@ -158,7 +158,11 @@ TEST_F(LinuxOvs, WhatOnlyTheKernelKnowsMovesToo) {
     EXPECT_EQ(failureOf(move), "Migrate mgmt0: " + inTheWay + " is no file that can be read");
     EXPECT_EQ(lab.State(), halfway);
     EXPECT_EQ(ended("cd /etc/systemd/network && grep -r . | sort").output, files);
-    ASSERT_TRUE(shell("rmdir " + inTheWay));
+    ASSERT_TRUE(shell("rmdir " + inTheWay + "; ip link add mgmt0-port type bridge"));
+    EXPECT_EQ(failureOf(move),
+              "Migrate mgmt0: there is an interface mgmt0-port that Kiva did not set up");
+    ASSERT_TRUE(shell("ip link del mgmt0-port"));
+    EXPECT_EQ(lab.State(), halfway);
     move();
     EXPECT_TRUE(lab.Reaches());
     lab.lab_.StartAfresh();
@@ -226,12 +230,13 @@ TEST_F(LinuxOvs, RefusalsAndFailuresChangeNothing) {
               "Migrate mgmt0: there is no standard switch vSwitch0");
     EXPECT_EQ(failureOf([&] { lab.network_.AddDistributedUplink("dvs1", "pnic0"); }),
               "AddDistributedUplink pnic0: there is no distributed switch dvs1");
-    EXPECT_EQ(failureOf([&] {
-                addStandardSwitch(lab.files_, "vSwitch0");
-                lab.network_.AddUplink("vSwitch0", "pnic1");
-              }),
-              "AddUplink pnic1: eth1 is an uplink of dvs0");
+    addStandardSwitch(lab.files_, "vSwitch0");
+    const auto add = [&] { lab.network_.AddUplink("vSwitch0", "pnic1"); };
+    EXPECT_EQ(failureOf(add), "AddUplink pnic1: eth1 is an uplink of dvs0");
     EXPECT_EQ(lab.driver_.ReadPnics().at(1).switchName, "dvs0");
+    ASSERT_TRUE(shell("kill -STOP $(cat /run/lab/ovsdb)"));
+    EXPECT_EQ(failureOf(add), "AddUplink Open vSwitch: its database does not answer");
+    ASSERT_TRUE(shell("kill -CONT $(cat /run/lab/ovsdb)"));
     EXPECT_EQ(lab.State(), before);
   });
 }

@@ -102,6 +102,66 @@ TEST_F(LinuxRestore, ClearsWhatKivaWroteAndKeepsACopy) {
   });
 }
 
+TEST_F(LinuxRestore, WhatOthersHaveStaysTheirs) {
+  inNamespaces([] {
+    const NetworkLab lab;
+    lab.StartNetworkd();
+    lab.Serve("dhcp4");
+    LinuxDriver driver;
+    HostSeam::NetworkWriter& net = driver.Network();
+    waitUntil([] { return failureOf([] { reloadNetworkd("wait for", "networkd"); }).empty(); });
+    net.WriteIpConfig("eth0", ipConfig("10.9.0.30/24"));
+    net.ClearConfiguration();
+    net.AutoConfigure();
+    const auto leased = [] {
+      return waitUntil([] { return shell("ip addr show tarn0 | grep -q 10.9.0.50"); });
+    };
+    EXPECT_TRUE(shell("ip link show eth0 | grep -q 'master vSwitch0'")) << "as it was ours before";
+    ASSERT_TRUE(leased());
+    const std::string restored = network();
+    const std::tuple<const char*, const char*, const char*> cases[] = {
+        {"ip link add vSwitch0 type bridge", "ip link del vSwitch0",
+         "there is an interface vSwitch0 that Kiva did not set up"},
+        {"ip link add tarn0-port type bridge", "ip link del tarn0-port",
+         "there is an interface tarn0-port that Kiva did not set up"},
+        {"ip addr add 10.9.0.7/24 dev eth0; ip link set eth0 up; ip link add br9 type bridge; "
+         "ip link set eth1 master br9",
+         "ip link del br9; ip addr flush dev eth0; ip link set eth0 down",
+         "eth0 has the address 10.9.0.7, eth1 is used by br9"}};
+    ASSERT_TRUE(shell("rm -r /var/lib/kiva"));
+    net.ClearConfiguration();
+    ASSERT_TRUE(shell("rm -r /var/lib/kiva; ip link set eth0 down; ip link set eth1 down"));
+    for (const auto& [script, undo, cause] : cases) {
+      ASSERT_TRUE(shell(script));
+      const std::string before = network();
+      EXPECT_EQ(failureOf([&] { net.AutoConfigure(); }),
+                std::string("AutoConfigNetwork vSwitch0: ") + cause);
+      EXPECT_EQ(network(), before);
+      ASSERT_TRUE(shell(undo));
+    }
+    ASSERT_TRUE(shell("kill $(cat /run/lab/networkd.pid); sleep 0.2"));
+    EXPECT_TRUE(failureOf([&] { net.AutoConfigure(); }).starts_with("AutoConfigNetwork "));
+    EXPECT_EQ(ended("ip -br link show up | grep eth").output, "") << "brought up in vain";
+    lab.StartNetworkd();
+    waitUntil([] { return failureOf([] { reloadNetworkd("wait for", "networkd"); }).empty(); });
+    ASSERT_TRUE(shell("ip addr add 169.254.3.4/16 scope link dev eth0"));
+    net.AutoConfigure();
+    EXPECT_TRUE(leased());
+    EXPECT_EQ(network(), restored);
+    lab.Configure("50-others.network", "[Match]\nName=eth0\n[Network]\nDHCP=ipv4\n");
+    ASSERT_TRUE(shell("ip addr add 10.9.0.7/24 dev eth1"));
+    const std::string before = network();
+    EXPECT_EQ(failureOf([&] { net.ClearConfiguration(); }),
+              "ClearNetworkConfig the network: eth0 is configured by "
+              "/etc/systemd/network/50-others.network, eth1 has the address 10.9.0.7");
+    EXPECT_EQ(network(), before) << "cleared for nothing";
+    ASSERT_TRUE(shell("ip addr flush dev eth1"));
+    net.ClearConfiguration();
+    net.AutoConfigure();
+    EXPECT_TRUE(shell("ip link show eth1 | grep -q 'master vSwitch0'")) << "the other one";
+  });
+}
+
 TEST_F(LinuxRestore, NothingIsSentIntoTheNetworkAnyMore) {
   const Harness::TemporaryFolder folder;
   const Files files(folder.Path());

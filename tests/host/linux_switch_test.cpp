@@ -229,7 +229,20 @@ TEST(LinuxSwitch, RefusalsChangeNothingAndWithoutTheBusNothingDoes) {
     for (const auto& [change, text, here] : cases) EXPECT_EQ(here ? failureOf(change) : text, text);
     ASSERT_TRUE(shell("mkdir -p /etc/network; echo iface eth1 inet dhcp >/etc/network/interfaces"));
     EXPECT_EQ(failureOf(add),
-              "AddUplink eth1: is configured by ifupdown (/etc/network/interfaces)");
+              "AddUplink pnic1: eth1 is configured by ifupdown (/etc/network/interfaces)");
+    ASSERT_TRUE(shell("rm /etc/network/interfaces"));
+    const char* others = "/etc/systemd/network/50-others.network";
+    const std::tuple<std::string, std::string, std::string> used[] = {
+        {"ip addr add 10.9.0.7/24 dev eth1", "ip addr flush dev eth1", "has the address 10.9.0.7"},
+        {"ip link add br9 type bridge; ip link set eth1 master br9", "ip link del br9",
+         "is used by br9"},
+        {std::string("printf '[Match]\\nName=eth1\\n[Network]\\nBridge=br9\\n' >") + others,
+         std::string("rm ") + others, std::string("is configured by ") + others}};
+    for (const auto& [script, undo, cause] : used) {
+      ASSERT_TRUE(shell(script));
+      EXPECT_EQ(failureOf(add), "AddUplink pnic1: eth1 " + cause);
+      ASSERT_TRUE(shell(undo));
+    }
     EXPECT_EQ(lab.Folder(), before);
     lab.lab_.StopBus();
     net.AddUplink("vSwitch0", "pnic0");
@@ -241,7 +254,6 @@ TEST(LinuxSwitch, RefusalsChangeNothingAndWithoutTheBusNothingDoes) {
     EXPECT_TRUE(failed.starts_with("RemoveUplink pnic0: the system bus: ")) << failed;
     EXPECT_EQ(lab.Folder(), before);
     EXPECT_EQ(lab.SeenByPeer(), kMac0);
-    ASSERT_TRUE(shell("rm /etc/network/interfaces"));
     lab.lab_.Configure("10-kiva-eth1.network", "[Match]\nName=eth1\n[Network]\nDHCP=ipv4\n");
     EXPECT_EQ(failureOf(add), "AddUplink pnic1: eth1 has an IP configuration of its own");
     ASSERT_TRUE(shell("ip link del eth1"));

@@ -10,8 +10,10 @@
 #include "linux/network/dns_file.h"
 #include "linux/network/ipv6_switch.h"
 #include "linux/network/leases.h"
-#include "linux/network/switch_editor.h"
+#include "linux/network/nic_use.h"
+#include "linux/network/restore.h"
 #include "linux/network/switches.h"
+#include "linux/network/wait.h"
 #include "linux/network_file.h"
 #include "linux/resolver.h"
 #include "linux/staging_folder.h"
@@ -33,6 +35,7 @@ constexpr const char* kObject = "the network";
 constexpr const char* kCopies = "/var/lib/kiva";
 constexpr const char* kCopy = "network-";
 constexpr std::size_t kKept = 10;
+constexpr std::chrono::seconds kFollowsWithin{2};
 constexpr const char* kResolverFile = "/etc/resolv.conf";
 
 /// A file outside networkd's folder: what it says and what it shall say, without a text for none.
@@ -118,6 +121,17 @@ void clear(const Files& files, SwitchEditor& editor, const std::vector<OtherFile
   editor.ApplyAfresh({});
 }
 
+/// networkd takes a moment to take the addresses away that our files gave, which look like somebody
+/// else's until then.
+void letNetworkdFollow(const Files& files, const OwnFiles& own,
+                       const std::vector<std::string>& nics) {
+  waitFor(kFollowsWithin, [&] {
+    const NicUses uses(files, own, {}, kOperation);
+    return std::all_of(nics.begin(), nics.end(),
+                       [&](const std::string& nic) { return uses.Of(nic).empty(); });
+  });
+}
+
 }  // namespace
 
 void clearNetwork(const Files& files) try {
@@ -128,6 +142,7 @@ void clearNetwork(const Files& files) try {
     paths.push_back(std::string(kNetworkFolder) + "/" + name);
   for (const auto& other : others) paths.push_back(other.path);
   if (paths.empty()) return;
+  const auto nics = nicsForDefault(editor);
   keepCopies(files, paths);
   try {
     clear(files, editor, others);
@@ -135,6 +150,7 @@ void clearNetwork(const Files& files) try {
     for (const auto& other : others) putBack(files, other);
     throw;
   }
+  letNetworkdFollow(files, editor.Own(), nics);
 } catch (const std::system_error& error) {
   throw HostCtlException(kOperation, kObject, error.what());
 }

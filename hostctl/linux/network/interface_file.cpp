@@ -105,9 +105,13 @@ bool isUnderstood(const IniFile& adopted) {
 
 std::optional<IniFile> fileOfOthers(const Files& files, const std::string& interface) {
   const std::filesystem::path path = networkFileOf(files, indexOf(files, interface));
-  const auto text = path.empty() ? std::nullopt : files.Read(path);
-  if (!text) return std::nullopt;
-  return adoptedFile(*text + dropInsOf(files, path.filename()), interface);
+  if (path.empty() || !files.Read(path)) return std::nullopt;
+  return fileOfOthers(files, path, interface);
+}
+
+IniFile fileOfOthers(const Files& files, const std::filesystem::path& path,
+                     const std::string& interface) {
+  return adoptedFile(files.Read(path).value_or("") + dropInsOf(files, path.filename()), interface);
 }
 
 IniFile interfaceFile(const Files& files, const OwnFiles& own, const std::string& operation,

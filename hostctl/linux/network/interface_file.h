@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -20,6 +21,10 @@ IniFile interfaceFile(const Files& files, const OwnFiles& own, const std::string
 
 /// Somebody else's file in force for the interface, with its drop-ins, as adoptedFile makes it.
 std::optional<IniFile> fileOfOthers(const Files& files, const std::string& interface);
+
+/// The same of the file at `path`, whether it is in force or not.
+IniFile fileOfOthers(const Files& files, const std::filesystem::path& path,
+                     const std::string& interface);
 
 /// The text of somebody else's file as one of ours about this interface alone. Addresses and
 /// default gateways that stand in sections of their own, and say no more, go where Kiva keeps them.

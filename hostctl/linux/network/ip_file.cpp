@@ -202,6 +202,12 @@ IpConfig ipConfigIn(const IniFile& file) {
   return config;
 }
 
+bool givesAddresses(const IniFile& file) {
+  const auto config = ipConfigIn(file);
+  return !config.GetIpv4UseNone() || config.GetIpv6UseDhcp() ||
+         !config.GetStaticIpv6Networks().empty();
+}
+
 void setIpConfig(IniFile& file, const std::string& interface, const IpConfig& config,
                  Ipv6Half half) {
   file.Set("Match", "Name", interface);

@@ -21,6 +21,8 @@ enum class Ipv6Half { InForce, Kept };
 
 /// A file that gives no addresses at all is IPv4 none and IPv6 as networkd takes its absence.
 HostCtl::Network::IpConfig ipConfigIn(const IniFile& file);
+/// Whether it gives static addresses or asks for leased ones.
+bool givesAddresses(const IniFile& file);
 
 /// Everything in `config` but the gateways. Those that stand in the file stay where the new
 /// networks still reach them. The IPv6 half stays as it is where `config` has no IPv6 and the file

@@ -40,15 +40,15 @@ void demandRoom(SwitchEditor& editor, const HostSeam::PortGroupName& group,
   if (interface.name.size() > kLongestName)
     editor.Refuse("an interface of a standard switch has a name of " +
                   std::to_string(kLongestName) + " characters at most");
+  editor.DemandOwn(portOf(interface));
 }
 
 }  // namespace
 
 bool isOnDistributedSwitch(const Files& files, const std::string& nic) {
-  const auto bridges = askForOvsBridges(files);
-  if (!bridges) return masterOf(files, nic) == kOvsMaster;
-  const OvsPlace place = findOnOvs(*bridges, nic);
-  return place && place.bridge->controlled;
+  const auto bridges = readOvsBridges(files, kOperation);
+  const OvsPlace place = findOnOvs(bridges, nic);
+  return place ? place.bridge->controlled : masterOf(files, nic) == kOvsMaster;
 }
 
 void moveNicFromOvs(const Files& files, const std::string& name,

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
+#include <syslog.h>
+
 #include <algorithm>
 #include <chrono>
+#include <exception>
 #include <thread>
 
 #include "linux/network/ip_file.h"
-#include "linux/network/switch_editor.h"
+#include "linux/network/restore.h"
 #include "linux/network/switches.h"
 #include "linux/pnics.h"
 
@@ -18,19 +21,30 @@ constexpr const char* kPortGroup = "Management Network";
 constexpr std::chrono::seconds kLinkWithin{10};
 constexpr std::chrono::milliseconds kLook{50};
 
-/// Puts NICs down again that were only brought up to see whether they have a link.
+/// Puts NICs down again that were only brought up to see whether they have a link: all but the one
+/// that is in use in the end.
 class RaisedNics {
  public:
+  RaisedNics() = default;
+  ~RaisedNics() {
+    for (const auto& nic : raised_) Lower(nic);
+  }
+  RaisedNics(const RaisedNics&) = delete;
+  RaisedNics& operator=(const RaisedNics&) = delete;
+
   void Raise(const std::string& nic) {
     setLinkUp(kOperation, nic, true);
     raised_.push_back(nic);
   }
-  void LowerAllBut(const std::string& kept) const {
-    for (const auto& nic : raised_)
-      if (nic != kept) setLinkUp(kOperation, nic, false);
-  }
+  void Keep(const std::string& nic) { std::erase(raised_, nic); }
 
  private:
+  static void Lower(const std::string& nic) try {
+    setLinkUp(kOperation, nic, false);
+  } catch (const std::exception& error) {
+    syslog(LOG_USER | LOG_ERR, "%s", error.what());
+  }
+
   std::vector<std::string> raised_;
 };
 
@@ -59,13 +73,10 @@ std::string firstWithLink(const std::vector<std::string>& nics) {
   }
 }
 
-std::string chooseNic(const std::vector<std::string>& nics) {
-  RaisedNics raised;
+std::string chooseNic(const std::vector<std::string>& nics, RaisedNics& raised) {
   for (const LinkRow& link : linksOf(nics))
     if (!link.up) raised.Raise(link.name);
-  const std::string chosen = firstWithLink(nics);
-  raised.LowerAllBut(chosen);
-  return chosen;
+  return firstWithLink(nics);
 }
 
 FileChange managementFile(const std::string& macAddress) {
@@ -80,6 +91,10 @@ FileChange managementFile(const std::string& macAddress) {
   return {ownFileName(kManagementNic, "network"), file.Text()};
 }
 
+Switches switchesWith(std::vector<SwitchUplink> uplinks) {
+  return {{kSwitch, std::move(uplinks), {{kPortGroup, 0}}, {{kManagementNic, kPortGroup}}}};
+}
+
 SwitchUplink uplinkFor(SwitchEditor& editor, const std::string& nic) {
   if (Switch* of = switchWithUplink(editor.All(), nic))
     for (const auto& uplink : of->uplinks)
@@ -89,16 +104,19 @@ SwitchUplink uplinkFor(SwitchEditor& editor, const std::string& nic) {
 
 }  // namespace
 
+std::vector<std::string> nicsForDefault(const SwitchEditor& editor) {
+  for (const auto& device : devicesOf(switchesWith({}))) editor.DemandOwn(device);
+  return editor.FreeNics();
+}
+
 void autoConfigureNetwork(const Files& files) {
   SwitchEditor editor(files, {kOperation, kSwitch});
-  std::vector<std::string> nics;
-  for (const auto& nic : physicalNics(files)) nics.push_back(nic.kernel);
-  if (nics.empty()) editor.Refuse("this machine has no physical adapter");
-  const SwitchUplink uplink = uplinkFor(editor, chooseNic(nics));
-  editor.All() = {
-      {kSwitch, {uplink}, {{kPortGroup, 0}}, {{kManagementNic, kPortGroup}}},
-  };
+  const auto nics = nicsForDefault(editor);
+  RaisedNics raised;
+  const SwitchUplink uplink = uplinkFor(editor, chooseNic(nics, raised));
+  editor.All() = switchesWith({uplink});
   editor.ApplyAfresh({managementFile(uplink.permanentAddress)});
+  raised.Keep(uplink.nic);
 }
 
 }  // namespace HostLinux

@@ -8,9 +8,8 @@
 
 #include "hostctl/lib/exception.h"
 #include "linux/folder_lock.h"
-#include "linux/network/foreign.h"
 #include "linux/network/networkd_bus.h"
-#include "linux/network/ovsdb.h"
+#include "linux/network/nic_use.h"
 #include "linux/network/switch_files.h"
 #include "linux/network_file.h"
 #include "linux/pnics.h"
@@ -94,22 +93,37 @@ std::string SwitchEditor::NicNamed(const std::string& pnic) {
 }
 
 SwitchUplink SwitchEditor::NewUplink(const std::string& nic) const {
-  refuseForeign(files_, context_.operation, nic);
-  const auto bridges = askForOvsBridges(files_);
-  if (const auto place = bridges ? findOnOvs(*bridges, nic) : OvsPlace())
-    Refuse(nic + " is an uplink of " + place.bridge->name);
-  for (const LinkRow& link : readLinks(context_.operation)) {
-    if (link.name != nic) continue;
-    if (link.master != 0) Refuse(nic + " is a port of something that Kiva did not set up");
-    return {nic, link.permanentAddress.empty() ? link.address : link.permanentAddress, true};
-  }
+  const NicUses uses(files_, own_, before_, context_.operation);
+  if (const auto use = uses.Of(nic); !use.empty()) Refuse(nic + " " + use);
+  for (const LinkRow& link : readLinks(context_.operation))
+    if (link.name == nic)
+      return {nic, link.permanentAddress.empty() ? link.address : link.permanentAddress, true};
   Refuse("there is no interface " + nic);
+}
+
+std::vector<std::string> SwitchEditor::FreeNics() const {
+  const NicUses uses(files_, own_, before_, context_.operation);
+  std::vector<std::string> free;
+  std::string taken;
+  for (const auto& [name, nic] : physicalNics(files_)) {
+    const auto use = uses.Of(nic);
+    if (use.empty()) free.push_back(nic);
+    taken += (taken.empty() ? "" : ", ") + nic + " " + use;
+  }
+  if (free.empty()) Refuse(taken.empty() ? "this machine has no physical adapter" : taken);
+  return free;
+}
+
+void SwitchEditor::DemandOwn(const std::string& device) const {
+  if (devicesOf(before_).count(device) == 0 && files_.Exists("/sys/class/net/" + device))
+    Refuse("there is an interface " + device + " that Kiva did not set up");
 }
 
 void SwitchEditor::DemandAbilities() const {
   if (anyBond(after_) && !anyBond(before_) && !kernelHasBonding(context_.operation))
     Refuse("two uplinks need a bond, and this kernel has no bonding");
   for (const Switch& one : after_) {
+    if (one.HasBond()) DemandOwn(one.BondName());
     const std::string bridge = "/sys/class/net/" + one.name + "/bridge";
     if (one.FiltersVlans() && files_.Exists(bridge) && !files_.Exists(bridge + "/vlan_filtering"))
       Refuse("this kernel's bridges cannot filter VLANs");

@@ -25,8 +25,14 @@ class SwitchEditor {
   /// The kernel's name of a physical adapter ("pnic0"). An uplink that the machine has no more goes
   /// by the kernel's name itself.
   std::string NicNamed(const std::string& pnic);
-  /// An uplink with the adapter's own hardware address. Throws for a NIC that somebody else uses.
+  /// An uplink with the adapter's own hardware address. Throws for a NIC that somebody else has.
   SwitchUplink NewUplink(const std::string& nic) const;
+  /// The physical adapters, by the kernel's names, that nobody else has. Throws where there is
+  /// none, and says who has each.
+  std::vector<std::string> FreeNics() const;
+  /// Throws where there is a device of this name that Kiva did not set up: it would be changed, and
+  /// deleted later.
+  void DemandOwn(const std::string& device) const;
 
   /// Writes the switches' files and `others`, has networkd take them over and waits until the links
   /// are as they say; `alsoSettled` waits for what else there is to wait for. Where the kernel

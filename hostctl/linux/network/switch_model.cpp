@@ -2,7 +2,6 @@
 #include "linux/network/switch_model.h"
 
 #include <algorithm>
-#include <set>
 
 namespace HostLinux {
 
@@ -91,6 +90,17 @@ Switch* switchWithUplink(Switches& switches, const std::string& nic) {
   return findIn(switches, [&](auto& one) {
     return findIn(one.uplinks, [&](const auto& uplink) { return uplink.nic == nic; }) != nullptr;
   });
+}
+
+std::set<std::string> devicesOf(const Switches& switches) {
+  std::set<std::string> devices;
+  for (const Switch& one : switches) {
+    devices.insert(one.name);
+    if (one.HasBond()) devices.insert(one.BondName());
+    for (const auto& interface : one.interfaces)
+      devices.insert({interface.name, portOf(interface)});
+  }
+  return devices;
 }
 
 }  // namespace HostLinux

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -70,5 +71,8 @@ using Switches = std::vector<Switch>;
 Switch* findSwitch(Switches& switches, const std::string& name);
 /// The switch that has `nic` among its uplinks, or null.
 Switch* switchWithUplink(Switches& switches, const std::string& nic);
+
+/// The devices that `switches` consist of, without their uplinks.
+std::set<std::string> devicesOf(const Switches& switches);
 
 }  // namespace HostLinux

@@ -67,17 +67,6 @@ std::string unsettledIn(const Switch& one, const std::vector<LinkRow>& links) {
   return {};
 }
 
-/// The devices that `switches` consist of.
-std::set<std::string> devicesOf(const Switches& switches) {
-  std::set<std::string> devices;
-  for (const Switch& one : switches) {
-    devices.insert(one.name);
-    if (one.HasBond()) devices.insert(one.BondName());
-    for (const auto& interface : one.interfaces) devices.insert(interface.name);
-  }
-  return devices;
-}
-
 /// Gives NICs back as they were before a switch had them.
 void releaseNics(const ChangeContext& context, const Switches& before, Switches after,
                  const std::vector<LinkRow>& links) {

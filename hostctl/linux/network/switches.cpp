@@ -60,9 +60,7 @@ void takeInterface(SwitchEditor& editor, const std::string& nic) {
 
 /// An uplink has none, and what reaches the host by them should not be cut off in passing.
 void demandNoAddresses(SwitchEditor& editor, const std::string& nic) {
-  const auto config = ipConfigIn(editor.Own().Read(ownFileName(nic, "network")));
-  if (!config.GetIpv4UseNone() || config.GetIpv6UseDhcp() ||
-      !config.GetStaticIpv6Networks().empty())
+  if (givesAddresses(editor.Own().Read(ownFileName(nic, "network"))))
     editor.Refuse(nic + " has an IP configuration of its own");
 }
 

@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: MIT
+#include "linux/network/nic_use.h"
+
+#include <fnmatch.h>
+#include <linux/if_addr.h>
+#include <linux/rtnetlink.h>
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <map>
+
+#include "linux/network/foreign.h"
+#include "linux/network/interface_file.h"
+#include "linux/network/ip_file.h"
+#include "linux/network/ovsdb.h"
+#include "linux/network_file.h"
+#include "linux/text.h"
+
+namespace HostLinux {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char* kInterfaces = "/sys/class/net";
+constexpr const char* kNetwork = "Network";
+constexpr std::array kUsingKeys = {"Address", "Bond", "Bridge",  "IPVLAN", "IPVTAP",
+                                   "MACVLAN", "VLAN", "MACVTAP", "VRF"};
+
+/// networkd's words of one key: of any of them, but of none with "!" before them all.
+bool isAmong(std::string_view patterns, const std::string& name) {
+  const bool except = patterns.starts_with("!");
+  if (except) patterns.remove_prefix(1);
+  const auto all = words(patterns);
+  return except != std::any_of(all.begin(), all.end(), [&](std::string_view one) {
+           return fnmatch(std::string(one).c_str(), name.c_str(), 0) == 0;
+         });
+}
+
+/// Whether a file is about this adapter by its name or as one of all adapters; what else a file can
+/// go by networkd alone knows.
+bool isAbout(const IniFile& file, const std::string& nic) {
+  const auto name = file.Get("Match", "Name"), type = file.Get("Match", "Type");
+  std::size_t known = 0;
+  for (const IniSection* section : file.Sections("Match")) known += section->Keys().size();
+  return known > 0 && known == std::size_t{name.has_value()} + std::size_t{type.has_value()} &&
+         (!name || isAmong(*name, nic)) && (!type || isAmong(*type, "ether"));
+}
+
+/// The file of others that is in force, or will be when ours is gone. networkd takes a while to say
+/// so after it was told.
+std::string fileBesideOurs(const Files& files, const std::string& nic) {
+  const fs::path inForce = networkFileOf(files, indexOf(files, nic));
+  const auto isOurs = [](const fs::path& file) {
+    return file.filename().string().starts_with(kOwnNetworkFiles);
+  };
+  if (!inForce.empty() && !isOurs(inForce) && files.Exists(inForce)) return inForce;
+  std::map<std::string, std::string> paths;
+  for (const char* root : {"/etc", "/run", "/usr/local/lib", "/usr/lib", "/lib"}) {
+    const std::string folder = root + std::string("/systemd/network/");
+    for (const auto& name : files.List(folder))
+      if (name.ends_with(".network") && !isOurs(name)) paths.try_emplace(name, folder + name);
+  }
+  for (const auto& [name, path] : paths)
+    if (isAbout(IniFile(files.Read(path).value_or("")), nic)) return path;
+  return {};
+}
+
+bool usesIt(const IniFile& file) {
+  const auto says = [&](const char* key) { return file.Get(kNetwork, key).value_or(""); };
+  const bool asks = meansDhcpv4(says("DHCP")) || meansDhcpv6(says("DHCP"));
+  return asks || meansYes(says("IPv6AcceptRA")) || !file.Sections("Address").empty() ||
+         std::any_of(kUsingKeys.begin(), kUsingKeys.end(),
+                     [&](const char* key) { return !says(key).empty(); });
+}
+
+std::string configuredBy(const Files& files, const std::string& nic) {
+  if (auto manager = foreignManagerOf(files, nic); !manager.empty()) return manager;
+  const std::string path = fileBesideOurs(files, nic);
+  return !path.empty() && usesIt(fileOfOthers(files, path, nic)) ? path : "";
+}
+
+bool isKernelsOwn(const AddressRow& row) {
+  const bool ofAdvertisement = (row.flags & (IFA_F_MANAGETEMPADDR | IFA_F_TEMPORARY)) != 0 &&
+                               (row.flags & IFA_F_NOPREFIXROUTE) == 0;
+  return row.scope >= RT_SCOPE_LINK ||
+         (std::holds_alternative<HostCtl::Network::Ipv6Address>(row.address) && ofAdvertisement);
+}
+
+}  // namespace
+
+NicUses::NicUses(const Files& files, const OwnFiles& own, const Switches& switches,
+                 const std::string& operation)
+    : files_(files),
+      own_(own),
+      ours_(devicesOf(switches)),
+      bridges_(readOvsBridges(files, operation)),
+      tables_(readNetworkTables(operation)) {}
+
+std::string NicUses::UserAbove(const std::string& nic) const {
+  for (const auto& link : files_.List(kInterfaces))
+    if (ours_.count(link) == 0 &&
+        files_.Exists(std::string(kInterfaces) + "/" + link + "/lower_" + nic))
+      return link;
+  return {};
+}
+
+std::string NicUses::AddressOf(const std::string& nic) const {
+  if (givesAddresses(own_.Read(ownFileName(nic, "network")))) return {};
+  for (const AddressRow& row : tables_.addresses)
+    if (row.index == indexOf(files_, nic) && !isKernelsOwn(row))
+      return HostCtl::Network::toString(row.address);
+  return {};
+}
+
+std::string NicUses::Of(const std::string& nic) const {
+  if (const auto manager = configuredBy(files_, nic); !manager.empty())
+    return "is configured by " + manager;
+  if (const auto place = findOnOvs(bridges_, nic)) return "is an uplink of " + place.bridge->name;
+  if (const auto user = UserAbove(nic); !user.empty()) return "is used by " + user;
+  const auto address = AddressOf(nic);
+  return address.empty() ? "" : "has the address " + address;
+}
+
+}  // namespace HostLinux
