@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "sample/network_parts.h"
 
-#include <algorithm>
 #include <nlohmann/json.hpp>
 
 #include "hostctl/lib/exception.h"
@@ -70,16 +69,6 @@ void requireUndistributed(Json& network, const std::string& pnic) {
 void requireFree(Json& network, const std::string& pnic) {
   requireUndistributed(network, pnic);
   refuseUsed(switchWith(network["switches"], pnic), pnic);
-}
-
-void sortUplinks(const Json& network, Json& uplinks) {
-  const Json& pnics = network["pnics"];
-  const auto place = [&](const Json& name) {
-    return std::find_if(pnics.begin(), pnics.end(),
-                        [&](const Json& pnic) { return pnic["name"] == name; });
-  };
-  std::stable_sort(uplinks.begin(), uplinks.end(),
-                   [&](const Json& one, const Json& other) { return place(one) < place(other); });
 }
 
 }  // namespace HostSample

@@ -26,7 +26,4 @@ bool isUndistributed(const Json& network, const std::string& pnic);
 void requireUndistributed(Json& network, const std::string& pnic);
 void requireFree(Json& network, const std::string& pnic);
 
-/// A switch has its uplinks in the order of the host's adapters, whichever came last.
-void sortUplinks(const Json& network, Json& uplinks);
-
 }  // namespace HostSample

@@ -60,6 +60,16 @@ bool isBlocked(const Json& ports, const std::string& nic) {
   });
 }
 
+/// A distributed switch has its adapters in the host's order, whichever came last.
+void sortLike(const Json& pnics, Json& names) {
+  const auto place = [&](const Json& name) {
+    return std::find_if(pnics.begin(), pnics.end(),
+                        [&](const Json& pnic) { return pnic["name"] == name; });
+  };
+  std::stable_sort(names.begin(), names.end(),
+                   [&](const Json& one, const Json& other) { return place(one) < place(other); });
+}
+
 }  // namespace
 
 void moveNic(Store& store, const std::string& nic, const PortGroupName& portGroup) {
@@ -101,7 +111,7 @@ void addDistributedUplink(Store& store, const std::string& switchName, const std
     if (contains(uplinks, pnic)) return;
     requireFree(network, pnic);
     uplinks.push_back(pnic);
-    sortUplinks(network, uplinks);
+    sortLike(network["pnics"], uplinks);
   });
 }
 

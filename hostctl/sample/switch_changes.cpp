@@ -90,7 +90,6 @@ void addUplink(Store& store, const std::string& pnic, const std::string& switchN
     Json& uplinks = switchNamed(network, switchName)["uplinks"];
     requireFree(network, pnic);
     uplinks.push_back(pnic);
-    sortUplinks(network, uplinks);
   });
 }
 
