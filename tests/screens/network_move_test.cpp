@@ -94,10 +94,10 @@ TEST(NetworkMove, IsUndoneWhenAStepFails) {
            set + "VM Network" + machines;
   };
   const std::string noSwitch = ";- Removing standard switch vSwitch3;remove -v vSwitch3";
-  const std::string noPlace =
+  const std::string noGroup =
       ";- Removing port group Management Network0;portgroup remove -p Management Network0 -v "
-      "vSwitch3" +
-      noSwitch;
+      "vSwitch3";
+  const std::string noPlace = noGroup + noSwitch;
   const std::string add1 =
       ";uplink add -u pnic1 -v vSwitch0" + teamed(" pnic1 pnic0", " pnic0 pnic1") + noPlace;
   const std::string add0 = ";uplink add -u pnic0 -v vSwitch0" + back("pnic1") + add1;
@@ -108,6 +108,12 @@ TEST(NetworkMove, IsUndoneWhenAStepFails) {
                     nicFails = "Moving tarn0 failed: no";
   const Json lost0 = Json::parse(R"([{"op": "remove", "path": "/switches/0/uplinks/0"},
       {"op": "remove", "path": "/switches/0/portGroups/0/activeUplinks/1"}])");
+  const Json left = Json::parse(R"([{"op": "add", "path": "/switches/2", "value":
+      {"name": "vSwitch3", "uplinks": [], "portGroups": [
+        {"name": "Management Network0", "vlanId": 0}]}}])");
+  const Json fails = {{"status", 1}}, noWayBack = rehearsed({{kTool + "portgroup set", fails},
+                                                             {kTool + "portgroup remove", fails},
+                                                             {kTool + "remove", fails}});
   const struct {
     Json changes;
     long steps;
@@ -119,6 +125,10 @@ TEST(NetworkMove, IsUndoneWhenAStepFails) {
       {rehearsed({{kTool + "portgroup add", {{"status", 1}, {"stdout", "busy\nx"}}}}), 6,
        groupFails + ": busy", noSwitch},
       {no("portgroup set"), 7, groupFails, noPlace},
+      {noWayBack, 7, groupFails,
+       noGroup + ";! Removing port group Management Network0 failed" + noSwitch +
+           ";! Removing standard switch vSwitch3 failed",
+       "standard", left},
       {no("uplink remove -u pnic1"), 9, "Moving uplink pnic1 failed", noPlace},
       {no("uplink add -u pnic1 -v vSwitch3"), 10, "Moving uplink pnic1 failed",
        ";- Moving uplink pnic1 back" + add1},

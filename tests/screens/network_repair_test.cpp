@@ -102,10 +102,13 @@ TEST(NetworkRepair, MakesASwitchOrTakesItBack) {
              noPnics = patch("replace", "pnics", Json::array()),
              distributed = patch("add", "distributedSwitches", Json::parse(R"(
                  [{"name": "dvs0", "uplinks": ["pnic1"], "ports": []}])"));
-  const std::string upWords = "uplink add -u pnic1 -v new";
+  const std::string upWords = "uplink add -u pnic1 -v new", to = "/bin/" + kTools;
+  const Json no = {{"status", 1}, {"stdout", "halocli: no\n"}};
   const Lines made = told("new") + ran("add -v new"), both = made + ran(upWords),
               back = made + refused(upWords, "There is no physical adapter pnic1.") +
                      "log.info\tRemoving standard switch new" + ran("remove -v new"),
+              half = made + refused(upWords, "no") + "log.info\tRemoving standard switch new" +
+                     refused("remove -v new", "no"),
               same = told("tarn0") + exists("tarn0", "kernel interface"),
               mute =
                   kMuteLine + kMuteLine + told("vSwitch1") + exists("vSwitch1", "standard switch");
@@ -123,6 +126,8 @@ TEST(NetworkRepair, MakesASwitchOrTakesItBack) {
       {enter, {}, inUse, {}, used},
       {enter, {}, inUse, {}, distributed},
       {enter, back, kCheckLog + "There is no physical adapter pnic1.", {}, gone},
+      {enter, half, kCheckLog + "halocli: no",
+       rehearsed({{to + "uplink add", no}, {to + "remove", no}})},
       {{"type:tarn0", "Enter"}, same, kCheckLog + "There is a kernel interface tarn0"},
       {{"type:vSwitch1", "Enter"}, mute, kCheckLog, {}, kMute}};
   for (const Use& use : uses) check(kSwitchForm, use);
