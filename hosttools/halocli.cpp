@@ -21,7 +21,8 @@ ToolAnswer addSwitch(ToolHost& host, const Call& call) {
     throw UsageError("a switch's name has at most " +
                      std::to_string(HostCtl::Network::kLongestSwitchName) +
                      " letters, digits, dots, underscores and hyphens, with neither a dot nor a "
-                     "hyphen in front");
+                     "hyphen in front; it is no number, neither \"all\" nor \"default\", and "
+                     "ends neither in \"-bond\" nor in \"-port\"");
   host.AddStandardSwitch(call["-v"]);
   return {};
 }
@@ -40,7 +41,8 @@ ToolAnswer addPortGroup(ToolHost& host, const Call& call) {
   if (!HostCtl::Network::isPortGroupName(call["-p"]))
     throw UsageError("a port group's name has at most " +
                      std::to_string(HostCtl::Network::kLongestPortGroupName) +
-                     " printable characters, no slash and no blank at either end");
+                     " printable characters, no slash and no blank at either end, and is "
+                     "neither \".\" nor \"..\"");
   host.AddPortGroup(call["-p"], call["-v"]);
   return {};
 }

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ui/progress_area.h"
 
-#include <algorithm>
-
 #include "core/screen.h"
+#include "ui/markup_text.h"
 
 namespace Kiva {
 
@@ -13,7 +12,7 @@ void ProgressArea::Ask(const std::string& question) {
 }
 
 void ProgressArea::Begin(const std::string& step) {
-  if (std::count(steps_.begin(), steps_.end(), '\n') >= Height())
+  while (!steps_.empty() && countLines(steps_ + step, Width()) > Height())
     steps_.erase(0, steps_.find('\n') + 1);
   SetText(steps_ + "{color:black}" + step + "{/color}");
   steps_ += step + "\n";

@@ -100,7 +100,10 @@ TEST_F(HostToolsTest, StandardSwitches) {
       {[] { return AddStandardSwitch("s"); }, "add -v s"},
       {[] { return AddUplinkToStandardSwitch("s", "u"); }, "uplink add -u u -v s"},
       {[] { return RemoveUplinkFromStandardSwitch("s", "u"); }, "uplink remove -u u -v s"},
-      {[] { return AddPortGroupToStandardSwitch("p", "s"); }, "portgroup add -p p -v s"}};
+      {[] { return AddPortGroupToStandardSwitch("p", "s"); }, "portgroup add -p p -v s"},
+      {[] { return RemoveStandardSwitch("s"); }, "remove -v s"},
+      {[] { return RemovePortGroupFromStandardSwitch("p", "s"); }, "portgroup remove -p p -v s"},
+      {[] { return SetVlanOfPortGroup("p", "s", 7); }, "portgroup set -p p -v s -i 7"}};
   for (const auto& [change, words] : cases) {
     platform->Clear();
     platform->scripts["/bin/halocli"] = "exit 0";

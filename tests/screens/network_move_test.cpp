@@ -160,6 +160,13 @@ TEST(NetworkMove, IsUndoneWhenAStepFails) {
   }
 }
 
+TEST(NetworkMove, LeavesAnUplinkThatTheSwitchHasLostWhereItIs) {
+  Demo demo({}, hostOn("distributed"));
+  demo.host.Set("/network/distributedSwitches/1/uplinks", {"pnic2"});
+  demo.Do(kAsk + Lines{"F11", kDone});
+  EXPECT_EQ(demo.host.State()["network"]["switches"][2]["uplinks"], Json({"pnic2"}));
+}
+
 TEST(NetworkMove, LeavesTheOldTeamingsWhicheverAdapterIsPrimary) {
   for (const Json& order : {Json({"pnic0", "pnic1"}), Json({"pnic1", "pnic0"})}) {
     DemoHost host = hostOn("standard", failing("Migrate", "no"));
@@ -173,8 +180,10 @@ TEST(NetworkMove, LeavesTheOldTeamingsWhicheverAdapterIsPrimary) {
 }
 
 TEST(NetworkMove, ShowsItsStepsAndIsAskedForAgainAfterAFailure) {
-  Demo demo(
-      rehearsed({{kTool + "uplink add -u pnic0 -v vSwitch2", {{"status", 1}, {"seconds", 1}}}}));
+  const std::string longest(64, 'n');
+  Demo demo(rehearsed({{kTool + "uplink add -u pnic0 -v vSwitch2", {{"status", 1}, {"seconds", 1}}},
+                       {kTool + "remove", {{"status", 0}, {"seconds", 1}}}}));
+  demo.host.Set("/network/switches/0/portGroups/1/name", longest);
   demo.Do(kAsk);
   demo.Send("\033[23~");
   demo.WaitForPassing("Creating port group Management Network0");
@@ -182,10 +191,11 @@ TEST(NetworkMove, ShowsItsStepsAndIsAskedForAgainAfterAFailure) {
   demo.host.Change(
       Json::parse(R"([{"op": "remove", "path": "/network/switches/0/portGroups/1"}])"));
   demo.Send("\n\n");
+  demo.WaitForPassing("Removing standard switch vSwitch2");
   demo.Do({kFailed, "Enter", "wait:<F11> OK"});
-  EXPECT_TRUE(demo.HasLine("log.err",
-                           "Restoring the teaming of VM Network failed: Port group VM "
-                           "Network: it does not exist"));
+  EXPECT_TRUE(demo.HasLine("log.err", "Restoring the teaming of " + longest +
+                                          " failed: Port group " + longest +
+                                          ": it does not exist"));
   demo.host.Change({{"tools", nullptr}});
   demo.Do({"F11", kDone});
 }

@@ -126,7 +126,7 @@ TEST(NetworkRepair, MakesASwitchOrTakesItBack) {
       {enter, {}, inUse, {}, used},
       {enter, {}, inUse, {}, distributed},
       {enter, back, kCheckLog + "There is no physical adapter pnic1.", {}, gone},
-      {enter, half, kCheckLog + "halocli: no",
+      {enter, half, kCheckLog + "Removing standard switch new failed: halocli: no",
        rehearsed({{to + "uplink add", no}, {to + "remove", no}})},
       {{"type:tarn0", "Enter"}, same, kCheckLog + "There is a kernel interface tarn0"},
       {{"type:vSwitch1", "Enter"}, mute, kCheckLog, {}, kMute}};

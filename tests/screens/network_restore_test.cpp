@@ -107,18 +107,22 @@ TEST(NetworkRestore, AToolMayHangAndTheResultStayUnread) {
   demo.WaitForGone("Network Restore Options");
 }
 
-TEST(NetworkRestore, TheProcessMayEndOverTheResultAndIsAnnouncedOnce) {
+TEST(NetworkRestore, TheProcessMayEndAnywhereAndWhatWasDoneIsAnnouncedOnce) {
+  const Lines asked = {"F11", kWarning}, done = asked + Lines{"Enter", kResult};
+  const std::tuple<Lines, Lines, bool> cases[] = {
+      {asked, {}, false},
+      {done, kAnnounced, false},
+      {done + Lines{"Enter", "wait:<Enter> Restart"}, {}, true}};
   for (const int cause : {SIGTERM, SIGWINCH, kHangUp})
-    for (const bool confirmed : {false, true}) {
-      SCOPED_TRACE(cause);
-      Demo demo(Json{{"machines", Json::array()}});
-      demo.Do(kAsk + Lines{"F11", kResult});
-      if (confirmed) demo.Do({"Enter", "wait:<Enter> Restart"});
-      EXPECT_EQ(demo.HasLine("event", kAnnounced[2].substr(6)), confirmed);
+    for (const auto& [keys, lines, before] : cases) {
+      SCOPED_TRACE(std::to_string(cause) + testing::PrintToString(keys));
+      Demo demo;
+      demo.Do(kAsk + keys);
+      EXPECT_EQ(demo.HasLine("event", kAnnounced[2].substr(6)), before);
       demo.NewLines();
       const Lines resized(cause == SIGWINCH, "log.info\tResized window to 132x43");
       EXPECT_EQ(demo.EndBy(cause), 0);
-      EXPECT_EQ(demo.NewLines(), resized + (confirmed ? Lines{} : kAnnounced));
+      EXPECT_EQ(demo.NewLines(), resized + lines);
     }
 }
 

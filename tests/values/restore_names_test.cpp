@@ -13,7 +13,9 @@ namespace {
 TEST(RestoreNames, MayBeASwitchsOrAPortGroups) {
   const auto of = [](std::size_t length) { return std::string(length, 'a'); };
   const std::vector<std::string> both = {"vSwitch999", "v_1.2-a", of(10)},
-                                 portGroup = {"...", "-a", of(11), of(64), "a b", "{hostname}"},
+                                 portGroup = {"...",     "-a",     "1",          "all",
+                                              "default", "a-bond", "tarn0-port", of(11),
+                                              of(64),    "a b",    "{hostname}"},
                                  none = {"",   ".",  "..",   of(65),  "a/b",
                                          " a", "a ", "a\nb", "a\x7f", "\xc3\xa4"};
   const std::tuple<std::vector<std::string>, bool, bool> cases[] = {

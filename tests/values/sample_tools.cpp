@@ -103,16 +103,18 @@ TEST(SampleTools, AnswerWithoutChangingTheHost) {
        {kCore + "-o up -d /var/..", refuses("tarnbacktrace: not the path of a folder: /var/..")},
        {kOvl + "-m -p vSwitch1 -I tarn0",
         refuses("ovlcfg-vswitch: There is no kernel interface vSwitch1.")}});
-  expectAnswers(host, "/bin/halocli ",
-                {{"", denies("not a whole command: --help shows them")},
-                 {add + "-v " + most,
-                  denies("a switch's name has at most 10 letters, digits, dots, underscores and "
-                         "hyphens, with neither a dot nor a hyphen in front")},
-                 {add + "-v " + most + "x", denies("an argument is longer than 255 characters")},
-                 {add + "-v %a\nb%", denies("an argument has control characters")},
-                 {add + "-v %%", denies("-v needs a value")},
-                 {add + "-v a -v b", denies("-v given twice")},
-                 {add + "-v a b", denies("unknown argument b")}});
+  expectAnswers(
+      host, "/bin/halocli ",
+      {{"", denies("not a whole command: --help shows them")},
+       {add + "-v " + most,
+        denies("a switch's name has at most 10 letters, digits, dots, underscores and "
+               "hyphens, with neither a dot nor a hyphen in front; it is no number, neither "
+               "\"all\" nor \"default\", and ends neither in \"-bond\" nor in \"-port\"")},
+       {add + "-v " + most + "x", denies("an argument is longer than 255 characters")},
+       {add + "-v %a\nb%", denies("an argument has control characters")},
+       {add + "-v %%", denies("-v needs a value")},
+       {add + "-v a -v b", denies("-v given twice")},
+       {add + "-v a b", denies("unknown argument b")}});
   for (const char* number : {"86401", "-1", "99999999999999999999", "6o"})
     EXPECT_EQ(run(host, kSet + "/UserVars/KivaTimeOut -i " + number),
               denies("/UserVars/KivaTimeOut is a whole number from 0 to 86400"));

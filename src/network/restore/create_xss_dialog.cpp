@@ -97,7 +97,9 @@ bool CreateXssDialog::Create(const std::string& name, const std::string& uplink,
   if (!AddStandardSwitch(name, &trouble)) return false;
   if (uplink.empty() || AddUplinkToStandardSwitch(name, uplink, &trouble)) return true;
   logInfo("Removing standard switch %s", name.c_str());
-  RemoveStandardSwitch(name);
+  std::string left;
+  if (!RemoveStandardSwitch(name, &left))
+    trouble += "\nRemoving standard switch " + name + " failed: " + left;
   return false;
 }
 

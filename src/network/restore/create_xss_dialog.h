@@ -21,7 +21,7 @@ class CreateXssDialog : public FieldDialog {
   bool Takes(int key) const override;
   void ShowDetails() override;
   bool Accept() override;
-  /// False leaves no switch behind.
+  /// False leaves no switch behind, or says in `trouble` that it does.
   bool Create(const std::string& name, const std::string& uplink, std::string& trouble);
 
   InputItem& name_;

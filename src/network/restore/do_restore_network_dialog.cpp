@@ -26,7 +26,8 @@ bool machinesMayRun() try {
 
 }  // namespace
 
-DoRestoreNetworkDialog::DoRestoreNetworkDialog(Frame& owner) : Dialog(owner, 60, 12, 6) {
+DoRestoreNetworkDialog::DoRestoreNetworkDialog(Frame& owner, bool& begun)
+    : Dialog(owner, 60, 12, 6), begun_(begun) {
   Window& content = *Content();
   progress_ = &content.Make<TextArea>(Rect{0, 0, content.Width(), content.Height()}, kParentColor);
 }
@@ -38,8 +39,10 @@ int DoRestoreNetworkDialog::Foreground() {
   bool machinesAreOff = true;
   if (machinesMayRun()) {
     if (!Confirm()) return 0;
+    begun_ = true;
     machinesAreOff = PowerOffMachines();
   }
+  begun_ = true;
   Restore(machinesAreOff);
   SetFooter(kDoneFooter);
   discardTypeAhead();

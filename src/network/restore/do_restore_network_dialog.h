@@ -11,10 +11,10 @@ namespace Kiva {
 /// Gives the host the network of a fresh host, and shows how far it is: powers off the virtual
 /// machines where any run and the operator agrees (0 when not, with nothing changed), then clears
 /// and builds the network. Machines that could not be powered off keep theirs. Nothing is rolled
-/// back. Ends with Enter (1), also after a failure.
+/// back. Ends with Enter (1), also after a failure. `begun` turns true with the first change.
 class DoRestoreNetworkDialog : public Dialog {
  public:
-  explicit DoRestoreNetworkDialog(Frame& owner);
+  DoRestoreNetworkDialog(Frame& owner, bool& begun);
   int Foreground() override;
 
  private:
@@ -27,6 +27,7 @@ class DoRestoreNetworkDialog : public Dialog {
   void AppendLine(TextId text);
 
   TarnCtl::Network::NetworkInfoImpl network_;
+  bool& begun_;
   TextArea* progress_ = nullptr;
 };
 

@@ -97,8 +97,8 @@ void MigrateTarnnicDialog::ShowDetails() {
 bool MigrateTarnnicDialog::Accept() {
   const auto* nic = nic_.Current();
   const PortGroupChoice* target = portGroup_.Current();
-  if (!nic || !target)
-    return Refuse(portGroup_, TextId::kInvalidArgument, TextId::kChooseTarnNicToMigrate);
+  if (!nic) return Refuse(nic_, TextId::kInvalidArgument, TextId::kChooseTarnNicToMigrate);
+  if (!target) return Refuse(portGroup_, TextId::kInvalidArgument, TextId::kChooseTarnNicToMigrate);
   return isOn(connectionOf(**nic), *target) || Migrate(**nic, *target);
 }
 

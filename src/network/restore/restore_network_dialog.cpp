@@ -17,10 +17,10 @@ constexpr const char* kFooter =
     "{color:black}<F11>{/color} {color:dark-grey}Yes, Reset{/color}"
     "{align:right}{color:black}<Esc>{/color} {color:dark-grey}Cancel{/color}{/align}";
 
-bool announcementIsDue = false;
+bool begun = false;
 
 void announceRestored() {
-  if (!std::exchange(announcementIsDue, false)) return;
+  if (!std::exchange(begun, false)) return;
   announceOperation("evb.user.kiva.factory.network.restored", "Restoring factory network settings");
 }
 
@@ -42,12 +42,12 @@ int RestoreNetworkDialog::Foreground() {
 }
 
 // Whoever walks away from the result has restored the network all the same, even where the process
-// ends over it.
+// ends over it. Whoever declines at the last question has the attempt noted.
 void RestoreNetworkDialog::Restore() try {
   [[maybe_unused]] static const int registered = std::atexit(announceRestored);
-  announcementIsDue = true;
-  DoRestoreNetworkDialog dialog(*this);
+  DoRestoreNetworkDialog dialog(*this, begun);
   runWindow(dialog);
+  begun = true;
   announceRestored();
 } catch (const KivaTimeout&) {
   announceRestored();

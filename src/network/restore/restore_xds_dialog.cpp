@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "network/restore/restore_xds_dialog.h"
 
+#include "core/key_wait.h"
 #include "core/keys.h"
 #include "core/log.h"
 #include "hostctl/lib/exception.h"
@@ -38,7 +39,9 @@ RestorexDSDialog::RestorexDSDialog(Frame& owner)
       select_(Rows().Append(std::make_unique<CheckItem>(Text(TextId::kSelectXdsUplinks)))) {}
 
 int RestorexDSDialog::Foreground() {
-  return Find(*Owner()) ? FieldDialog::Foreground() : 0;
+  if (!Find(*Owner())) return 0;
+  discardTypeAhead();
+  return FieldDialog::Foreground();
 }
 
 bool RestorexDSDialog::Find(Frame& over) try {

@@ -41,6 +41,16 @@ void addSwitch(const VirtualSwitch& one, Before& before) {
   }
 }
 
+// A port may go on naming an uplink that its switch has lost, which is somebody else's by now.
+std::vector<std::string> uplinksOf(const DistributedAttachment& from) {
+  const auto present = from.on->GetUplinks();
+  auto uplinks = from.port.uplinks.value_or(present);
+  std::erase_if(uplinks, [&](const std::string& pnic) {
+    return std::find(present.begin(), present.end(), pnic) == present.end();
+  });
+  return uplinks;
+}
+
 // A distributed switch out of reach must not keep the interface of another one where it is.
 void addDistributedNames(Before& before) try {
   for (const auto& one : TarnCtl::Network::DistributedSwitchInfoImpl().GetDistributedSwitches())
@@ -67,7 +77,7 @@ Before readBefore(const TarnNic& nic) {
     const DistributedAttachment from = distributedAttachmentOf(nic);
     before.on.kind = SafeMode::SwitchKind::Distributed;
     before.vlanId = from.port.vlanId;
-    before.uplinks = from.port.uplinks.value_or(from.on->GetUplinks());
+    before.uplinks = uplinksOf(from);
   } else {
     throw HostCtlException(before.nic + " is on no standard or distributed switch");
   }
