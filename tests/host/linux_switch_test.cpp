@@ -236,7 +236,9 @@ TEST(LinuxSwitch, RefusalsChangeNothingAndWithoutTheBusNothingDoes) {
         {"ip addr add 10.9.0.7/24 dev eth1", "ip addr flush dev eth1", "has the address 10.9.0.7"},
         {"ip link add br9 type bridge; ip link set eth1 master br9", "ip link del br9",
          "is used by br9"},
-        {std::string("printf '[Match]\\nName=eth1\\n[Network]\\nBridge=br9\\n' >") + others,
+        {std::string("printf '[Match]\\nName=eth1\\nMACAddress=00-16-3E-00-00-01\\n[Network]\\n"
+                     "Bridge=br9\\n' >") +
+             others,
          std::string("rm ") + others, std::string("is configured by ") + others}};
     for (const auto& [script, undo, cause] : used) {
       ASSERT_TRUE(shell(script));
