@@ -4,7 +4,6 @@
 #include "harness/hosts/network_lab.h"
 #include "linux/driver.h"
 #include "linux/network/link_control.h"
-#include "linux/network/networkd_bus.h"
 #include "linux/network/switches.h"
 #include "linux/tools/linux_tool_host.h"
 
@@ -20,8 +19,6 @@ class RestoredLab {
  public:
   explicit RestoredLab(const NetworkLab& lab) : lab_(lab) {
     lab_.StartNetworkd();
-    const auto reload = [] { reloadNetworkd("wait for", "networkd"); };
-    waitUntil([&] { return failureOf(reload).empty(); });
     lab_.Serve("dhcp4");
     autoConfigureNetwork(files_);
   }
@@ -128,7 +125,13 @@ TEST(LinuxSwitch, SwitchesTakeUplinksFromEachOther) {
     EXPECT_TRUE(shell("ip -br link show eth0 up | grep -q ."));
     lab.network_.WriteActiveUplinks({"vSwitch1", "Storage"}, {});
     EXPECT_EQ(lab.Link("eth0"), "- 06:16:3e:00:00:00") << "idle";
-    tools.ChangeUplink(Remove, "pnic0", "vSwitch1");
+    const auto remove = [&] { tools.ChangeUplink(Remove, "pnic0", "vSwitch1"); };
+    own.Configure("50-others.network", "[Match]\nName=eth0\n[Network]\nDHCP=ipv4\n");
+    EXPECT_EQ(failureOf(remove),
+              "ChangeUplink pnic0: could not come back: eth0 is configured by "
+              "/etc/systemd/network/50-others.network");
+    ASSERT_TRUE(shell("rm /etc/systemd/network/50-others.network"));
+    remove();
     EXPECT_EQ(lab.Link("eth0"), "- " + kMac0);
     tools.RestoreNetwork();
     EXPECT_EQ(lab.Uplinks(), "vSwitch0: pnic0 (Management Network)\n");
@@ -233,16 +236,19 @@ TEST(LinuxSwitch, RefusalsChangeNothingAndWithoutTheBusNothingDoes) {
     ASSERT_TRUE(shell("rm /etc/network/interfaces"));
     const char* others = "/etc/systemd/network/50-others.network";
     const std::tuple<std::string, std::string, std::string> used[] = {
-        {"ip addr add 10.9.0.7/24 dev eth1", "ip addr flush dev eth1", "has the address 10.9.0.7"},
+        {"ip addr add 10.9.0.7/24 dev eth1", "ip addr flush dev eth1",
+         "eth1 has the address 10.9.0.7"},
         {"ip link add br9 type bridge; ip link set eth1 master br9", "ip link del br9",
-         "is used by br9"},
+         "eth1 is used by br9"},
+        {"ip link add vSwitch0-bond type bridge", "ip link del vSwitch0-bond",
+         "there is an interface vSwitch0-bond that Kiva did not set up"},
         {std::string("printf '[Match]\\nName=eth1\\nMACAddress=00-16-3E-00-00-01\\n[Network]\\n"
                      "Bridge=br9\\n' >") +
              others,
-         std::string("rm ") + others, std::string("is configured by ") + others}};
+         std::string("rm ") + others, std::string("eth1 is configured by ") + others}};
     for (const auto& [script, undo, cause] : used) {
       ASSERT_TRUE(shell(script));
-      EXPECT_EQ(failureOf(add), "AddUplink pnic1: eth1 " + cause);
+      EXPECT_EQ(failureOf(add), "AddUplink pnic1: " + cause);
       ASSERT_TRUE(shell(undo));
     }
     EXPECT_EQ(lab.Folder(), before);

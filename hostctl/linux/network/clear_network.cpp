@@ -70,6 +70,15 @@ std::vector<OtherFile> otherFiles(const Files& files, const OwnFiles& own) {
   return others;
 }
 
+/// A folder that is not there yet: there may be several of one second.
+std::string newCopy(const std::string& folder) {
+  const std::string ofThisSecond = folder + "/" + kCopy + timeText();
+  std::string copy = ofThisSecond;
+  for (int number = 2; fs::exists(copy); ++number)
+    copy = ofThisSecond + "-" + std::to_string(number);
+  return copy;
+}
+
 /// The times in their names put the oldest first.
 void removeOldest(const Files& files) {
   auto copies = files.List(kCopies);
@@ -83,7 +92,7 @@ void keepCopies(const Files& files, const std::vector<std::string>& paths) {
   const std::string folder = files.Path(kCopies);
   fs::create_directories(folder);
   const StagingFolder staging(folder);
-  const std::string made = staging.Path() + "/copy", kept = folder + "/" + kCopy + timeText();
+  const std::string made = staging.Path() + "/copy", kept = newCopy(folder);
   fs::create_directory(made);
   fs::permissions(made, fs::perms::owner_all);
   for (const auto& path : paths)

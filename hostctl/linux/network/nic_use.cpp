@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
-#include <map>
 
 #include "linux/network/foreign.h"
 #include "linux/network/interface_file.h"
@@ -83,14 +82,10 @@ std::string fileBesideOurs(const Files& files, const LinkRow& nic) {
     return file.filename().string().starts_with(kOwnNetworkFiles);
   };
   if (!inForce.empty() && !isOurs(inForce) && files.Exists(inForce)) return inForce;
-  std::map<std::string, std::string> paths;
-  for (const char* root : {"/etc", "/run", "/usr/local/lib", "/usr/lib", "/lib"}) {
-    const std::string folder = root + std::string("/systemd/network/");
-    for (const auto& name : files.List(folder))
-      if (name.ends_with(".network") && !isOurs(name)) paths.try_emplace(name, folder + name);
-  }
-  for (const auto& [name, path] : paths)
-    if (isAbout(IniFile(files.Read(path).value_or("")), nic)) return path;
+  for (const auto& [name, path] : filesForNetworkd(files))
+    if (name.ends_with(".network") && !isOurs(name) &&
+        isAbout(IniFile(files.Read(path).value_or("")), nic))
+      return path;
   return {};
 }
 

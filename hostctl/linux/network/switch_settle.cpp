@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <chrono>
 #include <set>
-#include <thread>
 
 #include "hostctl/lib/exception.h"
 #include "linux/network/foreign.h"
@@ -18,9 +17,7 @@ using HostCtl::Lib::HostCtlException;
 
 namespace {
 
-constexpr std::chrono::seconds kSettledWithin{10};
 constexpr std::chrono::milliseconds kLeftUndoneAfter{500};
-constexpr std::chrono::milliseconds kLook{20};
 
 const LinkRow* linkNamed(const std::vector<LinkRow>& links, const std::string& name) {
   const auto found = std::find_if(links.begin(), links.end(),
@@ -84,7 +81,7 @@ void releaseNics(const ChangeContext& context, const Switches& before, Switches 
 /// without ports, because their files go on meaning the old one.
 void letNetworkdForget(const Files& files, int index) {
   const std::string state = "/run/systemd/netif/links/" + std::to_string(index);
-  waitFor(kSettledWithin, [&] { return !files.Exists(state); });
+  waitFor(kInForceWithin, [&] { return !files.Exists(state); });
 }
 
 void deleteDevices(const Files& files, const ChangeContext& context, const Switches& before,
@@ -110,20 +107,20 @@ void haveLookedAtAgain(const ChangeContext& context, const std::vector<LinkRow>&
 }
 
 void waitForLinks(const ChangeContext& context, const Switches& switches) {
-  const auto start = std::chrono::steady_clock::now();
+  const auto lateFrom = std::chrono::steady_clock::now() + kLeftUndoneAfter;
   std::set<std::string> lookedAtAgain;
-  for (;;) {
+  std::string missing;
+  const bool settled = waitFor(kInForceWithin, [&] {
     const auto links = readLinks(context.operation);
-    const std::string missing = unsettledLink(switches, links);
-    if (missing.empty()) return;
-    const auto waited = std::chrono::steady_clock::now() - start;
-    if (waited > kLeftUndoneAfter && lookedAtAgain.insert(missing).second)
+    missing = unsettledLink(switches, links);
+    const bool late = std::chrono::steady_clock::now() > lateFrom;
+    if (!missing.empty() && late && lookedAtAgain.insert(missing).second)
       haveLookedAtAgain(context, links, missing);
-    if (waited > kSettledWithin)
-      throw HostCtlException(context.operation, context.object,
-                             "systemd-networkd did not set up " + missing + " within 10 seconds");
-    std::this_thread::sleep_for(kLook);
-  }
+    return missing.empty();
+  });
+  if (!settled)
+    throw HostCtlException(context.operation, context.object,
+                           "systemd-networkd did not set up " + missing + " within 10 seconds");
 }
 
 // The order keeps what should not pass from passing, but for the moment in which nothing does.
