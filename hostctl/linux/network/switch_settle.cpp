@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "linux/network/switch_settle.h"
 
+#include <syslog.h>
+
 #include <algorithm>
 #include <chrono>
 #include <set>
@@ -64,36 +66,52 @@ std::string unsettledIn(const Switch& one, const std::vector<LinkRow>& links) {
   return {};
 }
 
-/// Gives NICs back as they were before a switch had them.
-void releaseNics(const ChangeContext& context, const Switches& before, Switches after,
-                 const std::vector<LinkRow>& links) {
+std::vector<SwitchUplink> uplinksGivenBack(const Switches& before, Switches after) {
+  std::vector<SwitchUplink> uplinks;
   for (const Switch& one : before)
-    for (const auto& uplink : one.uplinks) {
-      const LinkRow* link = linkNamed(links, uplink.nic);
-      if (!link || switchWithUplink(after, uplink.nic)) continue;
-      if (link->master != 0) releaseLink(context.operation, uplink.nic);
-      if (!uplink.permanentAddress.empty())
-        setLinkAddress(context.operation, uplink.nic, uplink.permanentAddress);
-    }
+    for (const auto& uplink : one.uplinks)
+      if (!switchWithUplink(after, uplink.nic)) uplinks.push_back(uplink);
+  return uplinks;
+}
+
+/// Gives NICs back as they were before a switch had them. An address that is right is not set:
+/// some drivers have to put the link down for it.
+void releaseNics(const ChangeContext& context, const std::vector<SwitchUplink>& uplinks) {
+  const auto ports = readLinks(context.operation);
+  for (const auto& uplink : uplinks)
+    if (const LinkRow* link = linkNamed(ports, uplink.nic); link && link->master != 0)
+      releaseLink(context.operation, uplink.nic);
+  const auto links = readLinks(context.operation);
+  for (const auto& uplink : uplinks) {
+    const LinkRow* link = linkNamed(links, uplink.nic);
+    const auto own = MacAddress::FromString(uplink.permanentAddress);
+    if (link && own && link->address != own->ToString())
+      setLinkAddress(context.operation, uplink.nic, uplink.permanentAddress);
+  }
 }
 
 /// A device of the same name that is made before networkd has heard of the end of the old one stays
 /// without ports, because their files go on meaning the old one.
-void letNetworkdForget(const Files& files, int index) {
-  const std::string state = "/run/systemd/netif/links/" + std::to_string(index);
-  waitFor(kInForceWithin, [&] { return !files.Exists(state); });
+void letNetworkdForget(const Files& files, const std::vector<int>& indices) {
+  const auto isForgotten = [&](int index) {
+    return !files.Exists("/run/systemd/netif/links/" + std::to_string(index));
+  };
+  const auto areForgotten = [&] {
+    return std::all_of(indices.begin(), indices.end(), isForgotten);
+  };
+  if (!waitFor(kInForceWithin, areForgotten))
+    syslog(LOG_USER | LOG_WARNING, "systemd-networkd did not forget deleted links in 10 seconds");
 }
 
 void deleteDevices(const Files& files, const ChangeContext& context, const Switches& before,
                    const Switches& after) {
-  const auto kept = devicesOf(after);
-  std::vector<int> deleted;
-  for (const auto& device : devicesOf(before)) {
-    if (kept.count(device) != 0) continue;
-    deleted.push_back(indexOf(files, device));
-    deleteLink(context.operation, device);
-  }
-  for (const int index : deleted) letNetworkdForget(files, index);
+  auto gone = devicesOf(before);
+  for (const auto& device : devicesOf(after)) gone.erase(device);
+  // All are looked up first: one end of a pair takes the other one along.
+  std::vector<int> indices;
+  for (const auto& device : gone) indices.push_back(indexOf(files, device));
+  for (const auto& device : gone) deleteLink(context.operation, device);
+  letNetworkdForget(files, indices);
 }
 
 /// networkd compares a file with what it last heard of the link: what was changed while it did so,
@@ -156,7 +174,7 @@ std::string unsettledLink(const Switches& switches, const std::vector<LinkRow>& 
 void settleSwitches(const Files& files, const ChangeContext& context, const Switches& before,
                     const Switches& after) {
   deleteDevices(files, context, before, after);
-  releaseNics(context, before, after, readLinks(context.operation));
+  releaseNics(context, uplinksGivenBack(before, after));
   waitForLinks(context, after);
   settleVlans(context, before, after);
 }
