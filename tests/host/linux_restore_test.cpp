@@ -90,10 +90,10 @@ TEST_F(LinuxRestore, ClearsWhatKivaWroteAndKeepsACopy) {
     EXPECT_EQ(ended("ls /var/lib/kiva | wc -l").output, "1\n") << "nothing was left to clear";
     net.AutoConfigure();
     EXPECT_TRUE(leased());
-    // Somebody's ten clearings in this second and the next ones.
+    // Somebody's ten clearings in this second and the next ones, and ten by a clock set back since.
     ASSERT_TRUE(
         shell("cd /var/lib/kiva; for i in 0 1 2 3 4 5 6 7 8 9; do "
-              "mkdir -p network-$(date -u -d \"+$i sec\" +%FT%TZ)/x; done"));
+              "mkdir -p network-$(date -u -d \"+$i sec\" +%FT%TZ)/x network-9999-0$i/x; done"));
     net.ClearConfiguration();
     EXPECT_EQ(ended("ls /var/lib/kiva | wc -l; ls /var/lib/kiva | grep -c Z-2").output, "10\n1\n");
   });
@@ -149,6 +149,12 @@ TEST_F(LinuxRestore, WhatOthersHaveStaysTheirs) {
     net.ClearConfiguration();
     net.AutoConfigure();
     EXPECT_TRUE(shell("ip link show eth1 | grep -q 'master vSwitch0'")) << "the other one";
+    net.ClearConfiguration();
+    net.WriteIpConfig("eth0", ipConfig("10.9.0.30/24"));
+    ASSERT_TRUE(shell("ip addr add 10.9.0.7/24 dev eth1"));
+    net.ClearConfiguration();
+    EXPECT_TRUE(waitUntil([] { return shell("ip -4 addr show eth0 | grep -q 10.9.0.5"); }))
+        << "what is not Kiva's is in force again where no switch is lost by it";
   });
 }
 
