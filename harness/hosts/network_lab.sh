@@ -73,14 +73,15 @@ start_bus() {
   until [ -S /run/dbus/system_bus_socket ]; do sleep 0.01; done
 }
 
-wait_for_name() {
-  question="org.freedesktop.DBus / org.freedesktop.DBus NameHasOwner s $1"
+eventually() {
   for _ in $(seq 500); do
-    [ "$(busctl call $question)" != "b true" ] || return 0
+    ! "$@" 2>/dev/null || return 0
     sleep 0.02
   done
   return 1
 }
+
+has_name() { [ "$(busctl call org.freedesktop.DBus / org.freedesktop.DBus NameHasOwner s "$1")" = "b true" ]; }
 
 machine() {
   mount -t tmpfs -o mode=755 tmpfs /run
@@ -108,12 +109,13 @@ networkd() {
   mkdir -p /run/systemd/netif/links /run/systemd/netif/leases /run/systemd/netif/lldp
   chown -R systemd-network: /run/systemd/netif
   run networkd.pid /lib/systemd/systemd-networkd
-  wait_for_name org.freedesktop.network1
+  eventually has_name org.freedesktop.network1
+  eventually networkctl reload
 }
 
 hostnamed() {
   run hostnamed.pid /lib/systemd/systemd-hostnamed
-  wait_for_name org.freedesktop.hostname1
+  eventually has_name org.freedesktop.hostname1
 }
 
 # As it starts with a machine: its database stays.

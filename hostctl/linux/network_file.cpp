@@ -2,6 +2,7 @@
 #include "linux/network_file.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <initializer_list>
 
 #include "linux/network/ini_file.h"
@@ -17,6 +18,15 @@ bool isOneOf(std::string_view value, std::initializer_list<const char*> words) {
 }
 
 }  // namespace
+
+std::map<std::string, std::string> filesForNetworkd(const Files& files, const std::string& below) {
+  std::map<std::string, std::string> paths;
+  for (const char* root : {"/etc", "/run", "/usr/local/lib", "/usr/lib", "/lib"}) {
+    const std::filesystem::path folder = std::filesystem::path(root) / "systemd/network" / below;
+    for (const auto& name : files.List(folder)) paths.try_emplace(name, folder / name);
+  }
+  return paths;
+}
 
 bool meansYes(std::string_view value) {
   return isOneOf(value, {"yes", "true", "on", "1", "y", "t"});

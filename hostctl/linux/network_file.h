@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -12,6 +13,11 @@ namespace HostLinux {
 /// writes there. Without them the host's network is as it was delivered.
 inline constexpr const char* kNetworkFolder = "/etc/systemd/network";
 inline constexpr std::string_view kOwnNetworkFiles = "10-kiva-";
+
+/// The files that networkd reads, by their names, with their paths: of those that have the same
+/// name the one that counts. `below` is a folder in networkd's ("50-all.network.d", for drop-ins).
+std::map<std::string, std::string> filesForNetworkd(const Files& files,
+                                                    const std::string& below = {});
 
 // What networkd takes for a yes, and for a DHCP= that means one family; old spellings included.
 bool meansYes(std::string_view value);

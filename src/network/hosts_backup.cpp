@@ -71,9 +71,9 @@ class LockedHosts {
 
   /// True when no backup of ours is left: the file is whole.
   bool Repair() const {
-    std::error_code ignored;
-    for (const std::string& file : {mark_, fs::weakly_canonical(hosts_, ignored).string()})
-      unlink(besideOf(file).c_str());
+    std::error_code unknown;
+    for (const std::string& file : {mark_, fs::weakly_canonical(hosts_, unknown).string()})
+      if (!file.empty()) unlink(besideOf(file).c_str());
     if (IsBackupOurs()) {
       logInfo("Putting /etc/hosts back from /etc/hosts.backup");
       return Restore();

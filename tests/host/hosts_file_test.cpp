@@ -50,8 +50,7 @@ class HostsFileTest : public testing::Test {
   std::string Hosts() const { return Harness::contentOf(etc + "/hosts"); }
   /// All that the folder holds, who may do what with it, and what the file says.
   std::string State() const {
-    return HostLinux::ended("cd " + etc + "; ls -ln --time-style=+ . ../run").output +
-           (std::filesystem::is_regular_file(etc + "/hosts") ? Hosts() : "");
+    return HostLinux::ended("cd " + etc + "; ls -Aln --time-style=+ . ../run; cat hosts").output;
   }
   void KillEverywhere(bool wholeAtAnyTime);
 
@@ -96,9 +95,12 @@ TEST_F(HostsFileTest, IsWorthMoreThanATest) {
       {"echo mine >hosts.backup", "backup /etc/hosts: File exists"},
       {"rm hosts.backup; mkdir hosts.backup", "backup /etc/hosts: File exists"},
       {"rmdir *.backup; ln -sf nowhere hosts", "backup /etc/hosts: No such file or directory"},
+      {"ln -sfn hosts hosts; touch .kiva-new",
+       "backup /etc/hosts: Too many levels of symbolic links"},
       {"mount --bind . .; rm hosts; touch hosts; mount -o remount,ro,bind .",
        "backup /etc/hosts: Read-only file system"}};
   inNamespaces([&] {
+    std::filesystem::current_path(etc);
     for (const auto& [script, failure] : cases) {
       InEtc(script);
       const std::string before = State();

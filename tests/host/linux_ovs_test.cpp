@@ -3,7 +3,6 @@
 
 #include "harness/hosts/network_lab.h"
 #include "linux/driver.h"
-#include "linux/network/networkd_bus.h"
 #include "linux/network/switches.h"
 
 using namespace HostLinux;
@@ -20,26 +19,26 @@ constexpr const char* kState =
     "{ cat /sys/class/net/mgmt0/address; ip -br addr show mgmt0 | sed 's/^[^ ]* *[^ ]* *//; "
     "s/fe80:[^ ]* *//';"
     "ip route show dev mgmt0; ip route show table 77; ip -6 route show fd00:77::/64;"
-    "} 2>/dev/null | sed 's/ proto static//';"
-    "ovs-vsctl -f csv --columns=name,tag,protected,trunks,external_ids list port | sort";
+    "} 2>/dev/null | sed 's/ proto static//;s/ nhid 7//';"
+    "ovs-vsctl -f csv --columns=name,tag,protected,trunks,external_ids list port | sort;"
+    "ovs-vsctl --bare --if-exists get interface mgmt0 mac";
 
 // A machine whose management interface is an internal one of Open vSwitch.
 class OvsLab {
  public:
   explicit OvsLab(const std::string& file = {}) {
     lab_.StartNetworkd();
-    waitUntil([&] { return failureOf([] { reloadNetworkd("wait for", "networkd"); }).empty(); });
     lab_.PullCable(1);
     lab_.StartOpenVswitch();
     if (file.empty()) {
       Demand(R"(ip addr add 10.9.0.5/24 dev mgmt0; ip addr add 10.9.0.6/24 dev mgmt0
         ip -6 addr add fd00:9::5/64 dev mgmt0 nodad
-        ip route add default via 10.9.0.1; ip route add 10.77.0.0/16 via 10.9.0.1
-        ip route add 10.78.0.0/16 via 10.9.0.1 src 10.9.0.6 table 77
-        ip -6 route add fd00:77::/64 via fd00:9::1 metric 7)");
+        ip route add default via 10.9.0.1; ip nexthop add id 7 via 10.9.0.1 dev mgmt0
+        ip route add 10.77.0.0/16 nhid 7; ip -6 route add fd00:77::/64 via fd00:9::1 metric 7
+        ip route add 10.78.0.0/16 via 10.9.0.1 src 10.9.0.6 table 77)");
     } else {
       lab_.Configure("20-mgmt.network", file);
-      reloadNetworkd("test", "networkd");
+      Demand("networkctl reload");
     }
   }
 
@@ -49,6 +48,12 @@ class OvsLab {
   std::string State() { return ended(kState).output; }
   bool Reaches() {
     return waitUntil([&] { return lab_.Peer("ping -c 1 -W 1 10.9.0.5").status == 0; });
+  }
+  void MakeStandardSwitch() {
+    network_.RemoveDistributedUplink("dvs0", "pnic0");
+    addStandardSwitch(files_, "vSwitch0");
+    addPortGroup(files_, kGroup, "vSwitch0");
+    network_.AddUplink("vSwitch0", "pnic0");
   }
   void Move(const HostLocalPort& port) { network_.MoveNicToPort("mgmt0", port); }
   /// "host-local-0 mgmt0 20 blocked pnic0; " of each port but the switch's own.
@@ -127,10 +132,7 @@ TEST_F(LinuxOvs, NetworkdGivesTheAddressesBackWhereItDid) {
     lab.lab_.StartAfresh();
     EXPECT_TRUE(waitUntil([&] { return withoutPorts(lab.State()) == before; })) << lab.State();
     EXPECT_EQ(lab.Ports(), "host-local-0 mgmt0 20");
-    lab.network_.RemoveDistributedUplink("dvs0", "pnic0");
-    addStandardSwitch(lab.files_, "vSwitch0");
-    addPortGroup(lab.files_, kGroup, "vSwitch0");
-    lab.network_.AddUplink("vSwitch0", "pnic0");
+    lab.MakeStandardSwitch();
     lab.network_.MoveNic("mgmt0", {"vSwitch0", kGroup});
     EXPECT_EQ(lab.Ports(), "");
     EXPECT_TRUE(lab.Reaches());
@@ -145,11 +147,9 @@ TEST_F(LinuxOvs, NetworkdGivesTheAddressesBackWhereItDid) {
 TEST_F(LinuxOvs, WhatOnlyTheKernelKnowsMovesToo) {
   inNamespaces([] {
     OvsLab lab;
+    lab.Demand("ovs-vsctl clear interface mgmt0 mac");
     const std::string before = lab.State();
-    lab.network_.RemoveDistributedUplink("dvs0", "pnic0");
-    addStandardSwitch(lab.files_, "vSwitch0");
-    addPortGroup(lab.files_, kGroup, "vSwitch0");
-    lab.network_.AddUplink("vSwitch0", "pnic0");
+    lab.MakeStandardSwitch();
     const std::string files = ended("cd /etc/systemd/network && grep -r . | sort").output;
     const std::string halfway = lab.State();
     const std::string inTheWay = "/etc/systemd/network/10-kiva-mgmt0-port.network";
@@ -183,14 +183,23 @@ TEST_F(LinuxOvs, UplinksComeBackAsTheyWere) {
         "ovs-vsctl -f csv --columns=name,trunks,bond_mode,external_ids list port b;"
         "ovs-vsctl -f csv --columns=name,external_ids list interface eth0 eth1 | sort";
     const std::string before = ended(records).output;
-    for (const char* pnic : {"pnic1", "pnic0"}) lab.network_.RemoveDistributedUplink("dvs0", pnic);
-    EXPECT_TRUE(uplinks().empty());
-    lab.lab_.HangOpenVswitch(true);
-    const auto add = [&] { lab.network_.AddDistributedUplink("dvs0", "pnic0"); };
-    EXPECT_TRUE(failureOf(add).starts_with("AddDistributedUplink pnic0: Open vSwitch: "));
+    const auto add = [&](const char* pnic) { lab.network_.AddDistributedUplink("dvs0", pnic); };
+    const auto remove = [&](const char* pnic) {
+      lab.network_.RemoveDistributedUplink("dvs0", pnic);
+    };
+    const auto isTooSlow = [&](const char* operation, const auto& change) {
+      lab.lab_.HangOpenVswitch(true);
+      EXPECT_PRED_FORMAT2(testing::IsSubstring, operation, failureOf([&] { change("pnic0"); }));
+      lab.lab_.HangOpenVswitch(false);
+    };
+    isTooSlow("RemoveDistributedUplink pnic0: Open vSwitch: ", remove);
+    EXPECT_EQ(ended(records).output, before);
+    for (const char* pnic : {"pnic1", "pnic0"}) remove(pnic);
+    lab.Demand("ip link set eth0 down");
+    isTooSlow("AddDistributedUplink pnic0: Open vSwitch: ", add);
     EXPECT_TRUE(uplinks().empty()) << "what was only too slow is taken back";
-    lab.lab_.HangOpenVswitch(false);
-    for (const char* pnic : {"pnic0", "pnic1"}) lab.network_.AddDistributedUplink("dvs0", pnic);
+    EXPECT_EQ(ended("ip -br link show eth0 up").output, "");
+    for (const char* pnic : {"pnic0", "pnic1"}) add(pnic);
     EXPECT_EQ(ended(records).output, before);
     EXPECT_EQ(uplinks(), (std::vector<std::string>{"pnic0", "pnic1"}));
     EXPECT_EQ(ended("ovs-vsctl --bare get bridge dvs0 external_ids").output, "{}\n");
@@ -200,9 +209,12 @@ TEST_F(LinuxOvs, UplinksComeBackAsTheyWere) {
 TEST_F(LinuxOvs, RefusalsAndFailuresChangeNothing) {
   inNamespaces([] {
     OvsLab lab;
+    lab.Demand("ovs-vsctl add-port dvs0 tarn0 -- set interface tarn0 type=internal");
     const std::string before = lab.State();
-    const auto moved = [&](const HostLocalPort& port, const std::string& cause) {
-      EXPECT_EQ(failureOf([&] { lab.Move(port); }), "MoveToHostLocalPort mgmt0: " + cause);
+    const auto moved = [&](const HostLocalPort& port, const char* cause,
+                           const char* nic = "mgmt0") {
+      EXPECT_EQ(failureOf([&] { lab.network_.MoveNicToPort(nic, port); }),
+                std::string("MoveToHostLocalPort ") + nic + ": " + cause);
     };
     moved({"host-local-0", 0, true, {}}, "0 is no VLAN of a port: 1 to 4094");
     moved({"host-local-0", 4095, true, {}}, "4095 is no VLAN of a port: 1 to 4094");
@@ -216,20 +228,16 @@ TEST_F(LinuxOvs, RefusalsAndFailuresChangeNothing) {
         shell("mkdir -p /etc/network; echo iface mgmt0 inet dhcp >/etc/network/interfaces"));
     moved({"host-local-0", 1, true, {}}, "is configured by ifupdown (/etc/network/interfaces)");
     ASSERT_TRUE(shell("rm /etc/network/interfaces"));
-    for (const auto& [nic, cause] :
-         {std::pair("dvs0", "is the switch's own interface, which has no other port"),
-          std::pair("eth0", "is no interface that Open vSwitch made"),
-          std::pair("lo", "is on no distributed switch")})
-      EXPECT_EQ(failureOf([&] {
-                  lab.network_.MoveNicToPort(nic, {"host-local-0", 1, true, {}});
-                }),
-                std::string("MoveToHostLocalPort ") + nic + ": " + cause);
-    EXPECT_EQ(failureOf([&] {
-                lab.network_.MoveNic("mgmt0", {"vSwitch0", "x"});
-              }),
+    moved({"p", 1, true, {}}, "is the switch's own interface, which has no other port", "dvs0");
+    moved({"p", 1, true, {}}, "is no interface that Open vSwitch made", "eth0");
+    moved({"p", 1, true, {}}, "is on no distributed switch", "lo");
+    const HostSeam::PortGroupName nowhere{"vSwitch0", "x"};
+    EXPECT_EQ(failureOf([&] { lab.network_.MoveNic("mgmt0", nowhere); }),
               "Migrate mgmt0: there is no standard switch vSwitch0");
     EXPECT_EQ(failureOf([&] { lab.network_.AddDistributedUplink("dvs1", "pnic0"); }),
               "AddDistributedUplink pnic0: there is no distributed switch dvs1");
+    EXPECT_EQ(failureOf([&] { lab.network_.AutoConfigure(); }),
+              "AutoConfigNetwork vSwitch0: there is an interface tarn0 that Kiva did not set up");
     addStandardSwitch(lab.files_, "vSwitch0");
     const auto add = [&] { lab.network_.AddUplink("vSwitch0", "pnic1"); };
     EXPECT_EQ(failureOf(add), "AddUplink pnic1: eth1 is an uplink of dvs0");
@@ -254,16 +262,17 @@ TEST_F(LinuxOvs, FailuresOnTheWayAreUndone) {
     ASSERT_TRUE(lab.Reaches());
     const std::string state = lab.State();
     const auto move = [&] { lab.Move({"host-local-0", 20, true, {"pnic0"}}); };
-    ASSERT_TRUE(shell(before("ovs-ofctl", "case $* in *mod-port*) echo no; exit 1 ;; esac")));
-    EXPECT_EQ(failureOf(move), "MoveToHostLocalPort mgmt0: Open vSwitch: no");
-    EXPECT_EQ(lab.State(), state);
-    EXPECT_TRUE(lab.Reaches());
-    ASSERT_TRUE(shell("mv /usr/bin/ovs-ofctl.real /usr/bin/ovs-ofctl"));
     ASSERT_TRUE(shell(before("ovs-vsctl", "kill -STOP $(cat /run/lab/ovs)")));
     EXPECT_TRUE(failureOf(move).starts_with("MoveToHostLocalPort mgmt0: Open vSwitch: "));
     ASSERT_TRUE(shell("mv /usr/bin/ovs-vsctl.real /usr/bin/ovs-vsctl"));
     lab.lab_.HangOpenVswitch(false);
     EXPECT_EQ(lab.State(), state) << "though Open vSwitch was only slow";
+    EXPECT_TRUE(lab.Reaches());
+    lab.Demand("ovs-vsctl clear interface mgmt0 mac; " +
+               before("ovs-ofctl", "case $* in *mod-port*) echo no; exit 1 ;; esac"));
+    const std::string plain = lab.State();
+    EXPECT_EQ(failureOf(move), "MoveToHostLocalPort mgmt0: Open vSwitch: no");
+    EXPECT_EQ(lab.State(), plain);
     EXPECT_TRUE(lab.Reaches());
   });
 }

@@ -4,7 +4,6 @@
 #include "harness/hosts/network_lab.h"
 #include "linux/driver.h"
 #include "linux/network/link_control.h"
-#include "linux/network/networkd_bus.h"
 #include "linux/network/switches.h"
 #include "linux/tools/linux_tool_host.h"
 
@@ -20,8 +19,6 @@ class RestoredLab {
  public:
   explicit RestoredLab(const NetworkLab& lab) : lab_(lab) {
     lab_.StartNetworkd();
-    const auto reload = [] { reloadNetworkd("wait for", "networkd"); };
-    waitUntil([&] { return failureOf(reload).empty(); });
     lab_.Serve("dhcp4");
     autoConfigureNetwork(files_);
   }
@@ -128,7 +125,13 @@ TEST(LinuxSwitch, SwitchesTakeUplinksFromEachOther) {
     EXPECT_TRUE(shell("ip -br link show eth0 up | grep -q ."));
     lab.network_.WriteActiveUplinks({"vSwitch1", "Storage"}, {});
     EXPECT_EQ(lab.Link("eth0"), "- 06:16:3e:00:00:00") << "idle";
-    tools.ChangeUplink(Remove, "pnic0", "vSwitch1");
+    const auto remove = [&] { tools.ChangeUplink(Remove, "pnic0", "vSwitch1"); };
+    own.Configure("50-others.network", "[Match]\nName=eth0\n[Network]\nDHCP=ipv4\n");
+    EXPECT_EQ(failureOf(remove),
+              "ChangeUplink pnic0: could not come back: eth0 is configured by "
+              "/etc/systemd/network/50-others.network");
+    ASSERT_TRUE(shell("rm /etc/systemd/network/50-others.network"));
+    remove();
     EXPECT_EQ(lab.Link("eth0"), "- " + kMac0);
     tools.RestoreNetwork();
     EXPECT_EQ(lab.Uplinks(), "vSwitch0: pnic0 (Management Network)\n");
@@ -147,11 +150,10 @@ TEST(LinuxSwitch, AnInterfaceMovesWithAllItHas) {
     addPortGroup(lab.files_, "Second", "vSwitch1");
     net.AddUplink("vSwitch1", "pnic1");
     const std::string before = lab.Folder();
-    const HostSeam::PortGroupName first{"vSwitch0", kGroup}, second{"vSwitch1", "Second"};
+    const HostSeam::PortGroupName first{"vSwitch0", kGroup}, second{"vSwitch1", "Second"},
+        none{"vSwitch1", kGroup}, fourth{"vSwitch1", "Fourth"};
     const std::tuple<std::function<void()>, const char*> refused[] = {
-        {[&] {
-           net.MoveNic("tarn0", {"vSwitch1", kGroup});
-         },
+        {[&] { net.MoveNic("tarn0", none); },
          "Migrate tarn0: there is no such port group on vSwitch1"},
         {[&] { net.MoveNic("eth1", second); }, "Migrate eth1: is on no standard switch"},
         {[&] { removePortGroup(lab.files_, kGroup, "vSwitch0"); },
@@ -181,13 +183,10 @@ TEST(LinuxSwitch, AnInterfaceMovesWithAllItHas) {
     net.MoveNic("tarn0", {"vSwitch1", "Third"});
     removePortGroup(lab.files_, "Second", "vSwitch1");
     expectMoved("on the same switch");
-    const std::string last = lab.Folder();
     addPortGroup(lab.files_, "Fourth", "vSwitch1");
     lab.lab_.StopBus();
-    EXPECT_TRUE(failureOf([&] {
-                  net.MoveNic("tarn0", {"vSwitch1", "Fourth"});
-                }).starts_with("Migrate tarn0: the system bus: "));
-    EXPECT_NE(last.find("PortGroup=Third"), last.npos);
+    const auto why = failureOf([&] { net.MoveNic("tarn0", fourth); });
+    EXPECT_TRUE(why.starts_with("Migrate tarn0: the system bus: ")) << why;
     EXPECT_EQ(ended("grep -h PortGroup= /etc/systemd/network/10-kiva-tarn0-port.network").output,
               "PortGroup=Third\n");
   });
@@ -227,20 +226,23 @@ TEST(LinuxSwitch, RefusalsChangeNothingAndWithoutTheBusNothingDoes) {
         {[&] { addPortGroup(lab.files_, kGroup, "vSwitch0"); },
          "AddPortGroup Management Network: there is such a port group already", true}};
     for (const auto& [change, text, here] : cases) EXPECT_EQ(here ? failureOf(change) : text, text);
-    ASSERT_TRUE(shell("mkdir -p /etc/network; echo iface eth1 inet dhcp >/etc/network/interfaces"));
-    EXPECT_EQ(failureOf(add),
-              "AddUplink pnic1: eth1 is configured by ifupdown (/etc/network/interfaces)");
-    ASSERT_TRUE(shell("rm /etc/network/interfaces"));
     const char* others = "/etc/systemd/network/50-others.network";
     const std::tuple<std::string, std::string, std::string> used[] = {
-        {"ip addr add 10.9.0.7/24 dev eth1", "ip addr flush dev eth1", "has the address 10.9.0.7"},
+        {"mkdir -p /etc/network; echo iface eth1 inet dhcp >/etc/network/interfaces",
+         "rm /etc/network/interfaces", "eth1 is configured by ifupdown (/etc/network/interfaces)"},
+        {"ip addr add 10.9.0.7/24 dev eth1", "ip addr flush dev eth1",
+         "eth1 has the address 10.9.0.7"},
         {"ip link add br9 type bridge; ip link set eth1 master br9", "ip link del br9",
-         "is used by br9"},
-        {std::string("printf '[Match]\\nName=eth1\\n[Network]\\nBridge=br9\\n' >") + others,
-         std::string("rm ") + others, std::string("is configured by ") + others}};
+         "eth1 is used by br9"},
+        {"ip link add vSwitch0-bond type bridge", "ip link del vSwitch0-bond",
+         "there is an interface vSwitch0-bond that Kiva did not set up"},
+        {std::string("printf '[Match]\\nName=eth1\\nMACAddress=00-16-3E-00-00-01\\n[Network]\\n"
+                     "Bridge=br9\\n' >") +
+             others,
+         std::string("rm ") + others, std::string("eth1 is configured by ") + others}};
     for (const auto& [script, undo, cause] : used) {
       ASSERT_TRUE(shell(script));
-      EXPECT_EQ(failureOf(add), "AddUplink pnic1: eth1 " + cause);
+      EXPECT_EQ(failureOf(add), "AddUplink pnic1: " + cause);
       ASSERT_TRUE(shell(undo));
     }
     EXPECT_EQ(lab.Folder(), before);

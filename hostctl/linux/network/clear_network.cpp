@@ -35,7 +35,6 @@ constexpr const char* kObject = "the network";
 constexpr const char* kCopies = "/var/lib/kiva";
 constexpr const char* kCopy = "network-";
 constexpr std::size_t kKept = 10;
-constexpr std::chrono::seconds kFollowsWithin{2};
 constexpr const char* kResolverFile = "/etc/resolv.conf";
 
 /// A file outside networkd's folder: what it says and what it shall say, without a text for none.
@@ -70,11 +69,22 @@ std::vector<OtherFile> otherFiles(const Files& files, const OwnFiles& own) {
   return others;
 }
 
-/// The times in their names put the oldest first.
-void removeOldest(const Files& files) {
+/// A folder that is not there yet: there may be several of one second.
+std::string newCopy(const std::string& folder) {
+  const std::string ofThisSecond = folder + "/" + kCopy + timeText();
+  std::string copy = ofThisSecond;
+  for (int number = 2; fs::exists(copy); ++number)
+    copy = ofThisSecond + "-" + std::to_string(number);
+  return copy;
+}
+
+/// The times in their names put the oldest first, but for the one just made, `latest`, where the
+/// clock was set back.
+void removeOldest(const Files& files, const std::string& latest) {
   auto copies = files.List(kCopies);
-  std::erase_if(copies, [](const std::string& name) { return !name.starts_with(kCopy); });
-  for (std::size_t i = 0; i + kKept < copies.size(); ++i)
+  std::erase_if(
+      copies, [&](const std::string& name) { return name == latest || !name.starts_with(kCopy); });
+  for (std::size_t i = 0; i + kKept <= copies.size(); ++i)
     fs::remove_all(files.Path(kCopies) + "/" + copies[i]);
 }
 
@@ -83,14 +93,14 @@ void keepCopies(const Files& files, const std::vector<std::string>& paths) {
   const std::string folder = files.Path(kCopies);
   fs::create_directories(folder);
   const StagingFolder staging(folder);
-  const std::string made = staging.Path() + "/copy", kept = folder + "/" + kCopy + timeText();
+  const std::string made = staging.Path() + "/copy", kept = newCopy(folder);
   fs::create_directory(made);
   fs::permissions(made, fs::perms::owner_all);
   for (const auto& path : paths)
     replaceFile(made + "/" + fs::path(path).filename().string(), readFile(files.Path(path)), 0600);
   fs::rename(made, kept);
   syncFolder(folder);
-  removeOldest(files);
+  removeOldest(files, fs::path(kept).filename());
   syslog(LOG_USER | LOG_INFO, "The network's configuration is kept in %s", kept.c_str());
 }
 
@@ -121,15 +131,38 @@ void clear(const Files& files, SwitchEditor& editor, const std::vector<OtherFile
   editor.ApplyAfresh({});
 }
 
+/// The adapters that the default network can have afterwards. No switch is taken away that the
+/// default one could not replace. Where there is none, others may have every adapter: without our
+/// files the network is as it was delivered, and who has what is told when the default one is made.
+std::vector<std::string> nicsToFollow(SwitchEditor& editor) try {
+  return nicsForDefault(editor);
+} catch (const HostCtlException&) {
+  if (!editor.All().empty()) throw;
+  return {};
+}
+
+/// Who has one of them still, or why nobody knows; empty when all are free.
+std::string useOfAny(const Files& files, const OwnFiles& own,
+                     const std::vector<std::string>& nics) try {
+  const NicUses uses(files, own, {}, kOperation);
+  for (const auto& nic : nics)
+    if (const auto use = uses.Of(nic); !use.empty()) return nic + " " + use;
+  return {};
+} catch (const HostCtlException& error) {
+  return error.what();
+}
+
 /// networkd takes a moment to take the addresses away that our files gave, which look like somebody
-/// else's until then.
+/// else's until then. All is cleared by now, so nothing fails here any more.
 void letNetworkdFollow(const Files& files, const OwnFiles& own,
                        const std::vector<std::string>& nics) {
-  waitFor(kFollowsWithin, [&] {
-    const NicUses uses(files, own, {}, kOperation);
-    return std::all_of(nics.begin(), nics.end(),
-                       [&](const std::string& nic) { return uses.Of(nic).empty(); });
-  });
+  std::string use;
+  const auto areFree = [&] {
+    use = useOfAny(files, own, nics);
+    return use.empty();
+  };
+  if (!waitFor(kInForceWithin, areFree))
+    syslog(LOG_USER | LOG_WARNING, "After the network was cleared: %s", use.c_str());
 }
 
 }  // namespace
@@ -142,7 +175,7 @@ void clearNetwork(const Files& files) try {
     paths.push_back(std::string(kNetworkFolder) + "/" + name);
   for (const auto& other : others) paths.push_back(other.path);
   if (paths.empty()) return;
-  const auto nics = nicsForDefault(editor);
+  const auto nics = nicsToFollow(editor);
   keepCopies(files, paths);
   try {
     clear(files, editor, others);

@@ -8,10 +8,10 @@
 #include <nlohmann/json.hpp>
 
 #include "hostctl/lib/exception.h"
-#include "linux/network/link_control.h"
 #include "linux/network/ovs_uplinks.h"
 #include "linux/network/ovsdb.h"
 #include "linux/network/own_files.h"
+#include "linux/network/raised_links.h"
 #include "linux/network/switch_files.h"
 #include "linux/pnics.h"
 
@@ -120,10 +120,12 @@ class UplinkEdit {
     const OvsPlace place = findOnOvs(bridges_, nic_);
     if (place.bridge == &bridge_) return;
     DemandFree(place);
-    setLinkUp(context_.operation, nic_, true);
+    RaisedLinks raised(context_.operation);
+    raised.Raise(nic_);
     CommitOr(Addition(bridge_), [&](const OvsBridge&, const OvsPlace& now) {
       return now ? Removal(now) : OvsChange();
     });
+    raised.Keep(nic_);
   }
 
   void Remove() {

@@ -77,11 +77,29 @@ void waitForRoute(const Files& files, const std::string& operation, const std::s
               });
 }
 
+/// The gateway comes with the addresses of the configuration, which are taken away for a moment.
+template <class Address>
+void waitForGateway(const Files& files, const std::string& operation, const std::string& interface,
+                    const IpConfig& before, const Address& gateway) {
+  if (hasFamily(before, gateway))
+    waitForRoute(files, operation, interface, gateway, gatewayOf(before, gateway));
+  waitForStaticAddresses(files, operation, interface, before);
+}
+
 HostSeam::KernelNic managementNic(const Files& files, const std::string& operation,
                                   const std::string& gateway) {
   auto nic = readManagementNic(files, operation);
   if (!nic) throw HostCtlException(operation, gateway, "there is no management interface");
   return *nic;
+}
+
+template <class Address>
+void demandReached(const std::string& operation, const HostSeam::KernelNic& nic,
+                   const IpConfig& config, const Address& gateway) {
+  const bool reached = gateway.IsEmpty() || reaches(config, nic.name, gateway) ||
+                       reaches(nic.running, nic.name, gateway);
+  if (!reached)
+    throw HostCtlException(operation, textOf(gateway), "is in no network of " + nic.name);
 }
 
 template <class Address>
@@ -97,16 +115,9 @@ void write(const Files& files, const std::string& operation, const Address& gate
   const IpConfig before = ipConfigIn(file);
   if (gateway.IsEmpty() && gatewayOf(before, gateway).IsEmpty()) return;
   refuseForeign(files, operation, nic.name);
-  const bool reached =
-      reaches(before, nic.name, gateway) || reaches(nic.running, nic.name, gateway);
-  if (!gateway.IsEmpty() && !reached)
-    throw HostCtlException(operation, textOf(gateway), "is in no network of " + nic.name);
+  demandReached(operation, nic, before, gateway);
   setGateway(file, gateway);
-  const auto check = [&] {
-    if (hasFamily(before, gateway))
-      waitForRoute(files, operation, nic.name, gateway, gatewayOf(before, gateway));
-    waitForStaticAddresses(files, operation, nic.name, before);
-  };
+  const auto check = [&] { waitForGateway(files, operation, nic.name, before, gateway); };
   if (own.Change(operation, nic.name, {{name, file.Text()}},
                  reloadAndCheck(files, operation, nic.name, check)))
     return;

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <initializer_list>
-#include <map>
 
 #include "linux/network/foreign.h"
 #include "linux/network/ip_file.h"
@@ -54,15 +53,10 @@ void fold(IniFile& file, const char* section, const char* key,
 
 /// The drop-ins of a file, the last word last. Ours only hold a lease back.
 std::string dropInsOf(const Files& files, const std::string& file) {
-  std::map<std::string, std::string> paths;
-  for (const char* folder : {"/etc", "/run", "/usr/lib", "/lib"}) {
-    const std::string dropIns = folder + ("/systemd/network/" + file + ".d/");
-    for (const auto& name : files.List(dropIns))
-      if (name.ends_with(".conf") && !name.starts_with(kOwnDropIns))
-        paths.try_emplace(name, dropIns + name);
-  }
   std::string text;
-  for (const auto& [name, path] : paths) text += "\n" + files.Read(path).value_or("");
+  for (const auto& [name, path] : filesForNetworkd(files, file + ".d"))
+    if (name.ends_with(".conf") && !name.starts_with(kOwnDropIns))
+      text += "\n" + files.Read(path).value_or("");
   return text;
 }
 

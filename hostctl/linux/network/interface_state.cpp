@@ -118,6 +118,18 @@ bool isRouteToKeep(KernelMessage& message, int index) {
   return leadsThere;
 }
 
+/// A numbered next hop goes with its link, and its number means nobody then. The kernel says beside
+/// the number what it stands for, and takes only one of both. Where the link has stayed, so has
+/// the route.
+void removeNextHopNumber(KernelMessage& route) {
+  const nlattr* number = attributeOf(route, RTA_NH_ID);
+  if (!number) return;
+  const auto at = route.begin() + (reinterpret_cast<const char*>(number) - route.data());
+  route.erase(at, at + MNL_ALIGN(number->nla_len));
+  messageIn(route)->nlmsg_len = static_cast<std::uint32_t>(route.size());
+  messageIn(route)->nlmsg_flags |= NLM_F_EXCL;
+}
+
 void ask(KernelMessage& message) {
   messageIn(message)->nlmsg_flags = NLM_F_REQUEST | NLM_F_ACK | NLM_F_CREATE;
 }
@@ -128,6 +140,7 @@ KernelMessage forLink(KernelMessage message, int before, int now) {
     headerOf<ifaddrmsg>(message)->ifa_index = static_cast<unsigned>(now);
     return message;
   }
+  removeNextHopNumber(message);
   headerOf<rtmsg>(message)->rtm_flags &= ~kStateOfLinks;
   forEachLink(message, [&](int& link, unsigned char& flags) {
     link = link == before ? now : link;

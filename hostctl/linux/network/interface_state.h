@@ -15,7 +15,8 @@ using KernelMessage = std::vector<char>;
 
 /// What the kernel has about an interface whose device is about to go and to come again: whether it
 /// is up, its addresses and its routes. Temporary addresses, and routes that the kernel makes or a
-/// router advertises, come by themselves.
+/// router advertises, come by themselves. A route by the number of a next hop becomes one by what
+/// that stands for, which the kernel says unless it was told not to (nexthop_compat_mode).
 class InterfaceState {
  public:
   /// Throws HostCtlException of `operation`. `files` outlives it.

@@ -23,6 +23,10 @@ namespace {
 constexpr const char* kProbe = "kiva-probe";
 constexpr int kLastVlan = 4094;
 
+void demandDone(int error, const std::string& operation, const std::string& link) {
+  if (error != 0) throw HostCtlException(operation, link, std::strerror(error));
+}
+
 /// One request about a link, and whether the kernel did it.
 class LinkRequest {
  public:
@@ -40,9 +44,8 @@ class LinkRequest {
   /// 0, or the number of the error.
   int Send(const std::string& operation) const { return requestChange(operation, header_); }
 
-  void Demand(const std::string& operation, const std::string& link) {
-    if (const int error = Send(operation); error != 0)
-      throw HostCtlException(operation, link, std::strerror(error));
+  void Demand(const std::string& operation, const std::string& link) const {
+    demandDone(Send(operation), operation, link);
   }
 
  private:
@@ -123,7 +126,13 @@ void setLinkAddress(const std::string& operation, const std::string& link,
   if (!parsed) throw HostCtlException(operation, link, address + " is no hardware address");
   LinkRequest request(RTM_NEWLINK, 0, linkNamed(operation, link));
   mnl_attr_put(request.Message(), IFLA_ADDRESS, ETH_ALEN, parsed->GetBytes().data());
-  request.Demand(operation, link);
+  int error = request.Send(operation);
+  if (error == EBUSY) {
+    setLinkUp(operation, link, false);
+    error = request.Send(operation);
+    setLinkUp(operation, link, true);
+  }
+  demandDone(error, operation, link);
 }
 
 void deleteLink(const std::string& operation, const std::string& link) {

@@ -13,6 +13,7 @@ namespace HostLinux {
 void setLinkUp(const std::string& operation, const std::string& link, bool up);
 /// Takes the link out of its bridge or bond.
 void releaseLink(const std::string& operation, const std::string& link);
+/// A driver that refuses to while the link is up has it down for a moment.
 void setLinkAddress(const std::string& operation, const std::string& link,
                     const std::string& address);
 /// Nothing where there is no such link.

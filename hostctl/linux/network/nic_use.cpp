@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
-#include <map>
 
 #include "linux/network/foreign.h"
 #include "linux/network/interface_file.h"
@@ -24,6 +23,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char* kInterfaces = "/sys/class/net";
+constexpr const char* kMatch = "Match";
 constexpr const char* kNetwork = "Network";
 constexpr std::array kUsingKeys = {"Address", "Bond", "Bridge",  "IPVLAN", "IPVTAP",
                                    "MACVLAN", "VLAN", "MACVTAP", "VRF"};
@@ -38,32 +38,54 @@ bool isAmong(std::string_view patterns, const std::string& name) {
          });
 }
 
-/// Whether a file is about this adapter by its name or as one of all adapters; what else a file can
-/// go by networkd alone knows.
-bool isAbout(const IniFile& file, const std::string& nic) {
-  const auto name = file.Get("Match", "Name"), type = file.Get("Match", "Type");
-  std::size_t known = 0;
-  for (const IniSection* section : file.Sections("Match")) known += section->Keys().size();
-  return known > 0 && known == std::size_t{name.has_value()} + std::size_t{type.has_value()} &&
-         (!name || isAmong(*name, nic)) && (!type || isAmong(*type, "ether"));
+/// networkd takes colons, hyphens and dots between an address's digits.
+std::string digitsOf(std::string_view address) {
+  std::string digits(address);
+  std::erase_if(digits, [](char c) { return c == ':' || c == '-' || c == '.'; });
+  return digits;
+}
+
+bool hasOneOf(const LinkRow& nic, std::string_view addresses) {
+  const auto all = words(addresses);
+  return std::any_of(all.begin(), all.end(), [&](std::string_view one) {
+    const auto digits = digitsOf(one);
+    return equalIgnoringCase(digits, digitsOf(nic.address)) ||
+           equalIgnoringCase(digits, digitsOf(nic.permanentAddress));
+  });
+}
+
+/// Both keys mean either address: an uplink of ours gets its own back, and then counts by it.
+bool fits(std::string_view key, const std::string& value, const LinkRow& nic) {
+  if (key == "Name") return isAmong(value, nic.name);
+  if (key == "Type") return isAmong(value, "ether");
+  return (key == "MACAddress" || key == "PermanentMACAddress") && hasOneOf(nic, value);
+}
+
+/// Whether a file is about this adapter by its name, its hardware address or as one of all
+/// adapters; what else a file can go by networkd alone knows.
+bool isAbout(const IniFile& file, const LinkRow& nic) {
+  std::set<std::string> keys;
+  for (const IniSection* section : file.Sections(kMatch))
+    for (auto& key : section->Keys()) keys.insert(std::move(key));
+  return !keys.empty() && std::all_of(keys.begin(), keys.end(), [&](const std::string& key) {
+    const auto values = file.GetAll(kMatch, key);
+    return std::any_of(values.begin(), values.end(),
+                       [&](const std::string& value) { return fits(key, value, nic); });
+  });
 }
 
 /// The file of others that is in force, or will be when ours is gone. networkd takes a while to say
 /// so after it was told.
-std::string fileBesideOurs(const Files& files, const std::string& nic) {
-  const fs::path inForce = networkFileOf(files, indexOf(files, nic));
+std::string fileBesideOurs(const Files& files, const LinkRow& nic) {
+  const fs::path inForce = networkFileOf(files, nic.index);
   const auto isOurs = [](const fs::path& file) {
     return file.filename().string().starts_with(kOwnNetworkFiles);
   };
   if (!inForce.empty() && !isOurs(inForce) && files.Exists(inForce)) return inForce;
-  std::map<std::string, std::string> paths;
-  for (const char* root : {"/etc", "/run", "/usr/local/lib", "/usr/lib", "/lib"}) {
-    const std::string folder = root + std::string("/systemd/network/");
-    for (const auto& name : files.List(folder))
-      if (name.ends_with(".network") && !isOurs(name)) paths.try_emplace(name, folder + name);
-  }
-  for (const auto& [name, path] : paths)
-    if (isAbout(IniFile(files.Read(path).value_or("")), nic)) return path;
+  for (const auto& [name, path] : filesForNetworkd(files))
+    if (name.ends_with(".network") && !isOurs(name) &&
+        isAbout(IniFile(files.Read(path).value_or("")), nic))
+      return path;
   return {};
 }
 
@@ -75,10 +97,10 @@ bool usesIt(const IniFile& file) {
                      [&](const char* key) { return !says(key).empty(); });
 }
 
-std::string configuredBy(const Files& files, const std::string& nic) {
-  if (auto manager = foreignManagerOf(files, nic); !manager.empty()) return manager;
+std::string configuredBy(const Files& files, const LinkRow& nic) {
+  if (auto manager = foreignManagerOf(files, nic.name); !manager.empty()) return manager;
   const std::string path = fileBesideOurs(files, nic);
-  return !path.empty() && usesIt(fileOfOthers(files, path, nic)) ? path : "";
+  return !path.empty() && usesIt(fileOfOthers(files, path, nic.name)) ? path : "";
 }
 
 bool isKernelsOwn(const AddressRow& row) {
@@ -115,8 +137,11 @@ std::string NicUses::AddressOf(const std::string& nic) const {
 }
 
 std::string NicUses::Of(const std::string& nic) const {
-  if (const auto manager = configuredBy(files_, nic); !manager.empty())
-    return "is configured by " + manager;
+  const auto& links = tables_.links;
+  const auto link =
+      std::find_if(links.begin(), links.end(), [&](const LinkRow& one) { return one.name == nic; });
+  const auto manager = configuredBy(files_, link == links.end() ? LinkRow{0, nic} : *link);
+  if (!manager.empty()) return "is configured by " + manager;
   if (const auto place = findOnOvs(bridges_, nic)) return "is an uplink of " + place.bridge->name;
   if (const auto user = UserAbove(nic); !user.empty()) return "is used by " + user;
   const auto address = AddressOf(nic);

@@ -62,20 +62,22 @@ void OvsChange::AddPort(const OvsBridge& bridge, const std::string& name, const 
   Add({"add", "Bridge", bridge.id, "ports", "@port"});
 }
 
+void OvsChange::Create(const std::string& interface, const Settings& settings) {
+  Settings words{"--id=@interface", "create", "Interface", "name=" + ovsValue(interface)};
+  words.insert(words.end(), settings.begin(), settings.end());
+  Add(std::move(words));
+}
+
 void OvsChange::AddPortWithNew(const OvsBridge& bridge, const std::string& name,
                                const Settings& settings, const std::string& interface,
                                const Settings& interfaceSettings) {
-  Settings words{"--id=@interface", "create", "Interface", "name=" + ovsValue(interface)};
-  words.insert(words.end(), interfaceSettings.begin(), interfaceSettings.end());
-  Add(std::move(words));
+  Create(interface, interfaceSettings);
   AddPort(bridge, name, settings, {"@interface", interface, {}, {}});
 }
 
 void OvsChange::AddInterface(const OvsPort& port, const std::string& interface,
                              const Settings& settings) {
-  Settings words{"--id=@interface", "create", "Interface", "name=" + ovsValue(interface)};
-  words.insert(words.end(), settings.begin(), settings.end());
-  Add(std::move(words));
+  Create(interface, settings);
   Add({"add", "Port", port.id, "interfaces", "@interface"});
 }
 
@@ -97,14 +99,20 @@ void OvsChange::RemoveExternalId(const char* table, const std::string& id, const
   Add({"remove", table, id, "external_ids", key});
 }
 
+void OvsChange::Clear(const char* table, const std::string& id, const std::string& column) {
+  Add({"clear", table, id, column});
+}
+
 void OvsChange::Commit(const ChangeContext& context) const {
   if (!words_.empty()) run(context, kDatabaseTool, words_);
 }
 
-void OvsChange::CommitAnyway(const ChangeContext& context) const noexcept try {
+bool OvsChange::CommitAnyway(const ChangeContext& context) const noexcept try {
   Commit(context);
+  return true;
 } catch (const std::exception& error) {
   syslog(LOG_USER | LOG_ERR, "Open vSwitch's ports could not be put back: %s", error.what());
+  return false;
 }
 
 std::set<std::string> blockedInterfacesIn(const std::string& portDescriptions) {

@@ -27,16 +27,18 @@ class OvsChange {
   void RemovePort(const OvsBridge& bridge, const OvsPort& port);
   void RemoveInterface(const OvsPort& port, const OvsInterface& interface);
   void Set(const char* table, const std::string& id, const Settings& settings);
+  void Clear(const char* table, const std::string& id, const std::string& column);
   void RemoveExternalId(const char* table, const std::string& id, const std::string& key);
 
   /// Returns when Open vSwitch works by it. Throws HostCtlException; when that was only too slow
   /// the change stays in the database.
   void Commit(const ChangeContext& context) const;
-  /// For a way back: a failure is logged.
-  void CommitAnyway(const ChangeContext& context) const noexcept;
+  /// For a way back: a failure is logged, and false.
+  bool CommitAnyway(const ChangeContext& context) const noexcept;
 
  private:
   void Add(Settings words);
+  void Create(const std::string& interface, const Settings& settings);
 
   Settings words_;
 };

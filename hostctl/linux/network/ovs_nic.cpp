@@ -3,6 +3,8 @@
 
 #include <syslog.h>
 
+#include <algorithm>
+
 #include "hostctl/lib/exception.h"
 #include "linux/network/ovsdb.h"
 
@@ -11,6 +13,10 @@ namespace HostLinux {
 using HostCtl::Lib::HostCtlException;
 
 namespace {
+
+bool isAddressSetting(const std::string& setting) {
+  return setting.starts_with("mac=");
+}
 
 OvsPlace demandPlace(const OvsBridges& bridges, const ChangeContext& context,
                      const std::string& nic) {
@@ -42,6 +48,18 @@ std::string OvsNic::AddressSetting() const {
   return "mac=" + ovsValue(state_.Link().address);
 }
 
+// A device that is made anew takes its address from the record; it keeps that afterwards.
+void OvsNic::PutBackAddressSetting() const {
+  const auto& settings = Interface().settings;
+  const auto said = std::find_if(settings.begin(), settings.end(), isAddressSetting);
+  OvsChange change;
+  if (said == settings.end())
+    change.Clear("Interface", Name(), "mac");
+  else
+    change.Set("Interface", Name(), {*said});
+  change.Commit(context_);
+}
+
 void OvsNic::ReadBlocking() {
   blocked_ = blockedInterfaces(context_, Bridge().name).count(Name()) != 0;
 }
@@ -55,13 +73,14 @@ void OvsNic::PutBack(OvsChange besides) const noexcept try {
     besides.AddPort(Bridge(), Port().name, Port().settings, *now.interface);
   } else {
     auto settings = Interface().settings;
-    std::erase_if(settings, [](const std::string& one) { return one.starts_with("mac="); });
+    std::erase_if(settings, isAddressSetting);
     settings.push_back(AddressSetting());
     besides.AddPortWithNew(Bridge(), Port().name, Port().settings, Name(), settings);
   }
-  besides.CommitAnyway(context_);
+  const bool back = besides.CommitAnyway(context_);
   state_.PutBack();
   if (blocked_) setBlocking(context_, Bridge().name, Name(), Blocking::On);
+  if (back) PutBackAddressSetting();
 } catch (const std::exception& error) {
   syslog(LOG_USER | LOG_ERR, "%s could not be put back: %s", Name().c_str(), error.what());
 }

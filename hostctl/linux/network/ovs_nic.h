@@ -33,13 +33,16 @@ class OvsNic {
 
   /// Gives the new device what the old one had.
   void PutBackState() const { state_.PutBack(); }
-  /// The interface is on its old port again, wherever it is by now, with its addresses; `besides`
-  /// goes with that. Failures are logged.
+  /// The interface is on its old port again, wherever it is by now, with its addresses and
+  /// its record as it was; `besides` goes with that. Failures are logged. Where Open vSwitch is too
+  /// slow the record keeps the hardware address, for the device may yet be made anew.
   void PutBack(OvsChange besides) const noexcept;
 
   [[noreturn]] void Refuse(const std::string& cause) const;
 
  private:
+  void PutBackAddressSetting() const;
+
   const Files& files_;
   ChangeContext context_;
   OvsBridges bridges_;

@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include <syslog.h>
-
 #include <algorithm>
 #include <chrono>
-#include <exception>
-#include <thread>
 
 #include "linux/network/ip_file.h"
+#include "linux/network/raised_links.h"
 #include "linux/network/restore.h"
 #include "linux/network/switches.h"
+#include "linux/network/wait.h"
 #include "linux/pnics.h"
 
 namespace HostLinux {
@@ -19,34 +17,6 @@ constexpr const char* kOperation = "AutoConfigNetwork";
 constexpr const char* kSwitch = "vSwitch0";
 constexpr const char* kPortGroup = "Management Network";
 constexpr std::chrono::seconds kLinkWithin{10};
-constexpr std::chrono::milliseconds kLook{50};
-
-/// Puts NICs down again that were only brought up to see whether they have a link: all but the one
-/// that is in use in the end.
-class RaisedNics {
- public:
-  RaisedNics() = default;
-  ~RaisedNics() {
-    for (const auto& nic : raised_) Lower(nic);
-  }
-  RaisedNics(const RaisedNics&) = delete;
-  RaisedNics& operator=(const RaisedNics&) = delete;
-
-  void Raise(const std::string& nic) {
-    setLinkUp(kOperation, nic, true);
-    raised_.push_back(nic);
-  }
-  void Keep(const std::string& nic) { std::erase(raised_, nic); }
-
- private:
-  static void Lower(const std::string& nic) try {
-    setLinkUp(kOperation, nic, false);
-  } catch (const std::exception& error) {
-    syslog(LOG_USER | LOG_ERR, "%s", error.what());
-  }
-
-  std::vector<std::string> raised_;
-};
 
 std::vector<LinkRow> linksOf(const std::vector<std::string>& nics) {
   const auto links = readLinks(kOperation);
@@ -61,21 +31,22 @@ std::vector<LinkRow> linksOf(const std::vector<std::string>& nics) {
 std::string firstWithLink(const std::vector<std::string>& nics) {
   constexpr std::chrono::seconds kForTheFirst{4};
   const auto start = std::chrono::steady_clock::now();
-  for (;;) {
+  std::string found = nics.front();
+  waitFor(kLinkWithin, [&] {
     const auto links = linksOf(nics);
-    const auto waited = std::chrono::steady_clock::now() - start;
     const auto with =
         std::find_if(links.begin(), links.end(), [](const LinkRow& link) { return link.carrier; });
-    const bool enough = with == links.begin() || waited > kForTheFirst;
-    if (with != links.end() && enough) return with->name;
-    if (waited > kLinkWithin) return nics.front();
-    std::this_thread::sleep_for(kLook);
-  }
+    if (with == links.end()) return false;
+    if (with != links.begin() && std::chrono::steady_clock::now() - start < kForTheFirst)
+      return false;
+    found = with->name;
+    return true;
+  });
+  return found;
 }
 
-std::string chooseNic(const std::vector<std::string>& nics, RaisedNics& raised) {
-  for (const LinkRow& link : linksOf(nics))
-    if (!link.up) raised.Raise(link.name);
+std::string chooseNic(const std::vector<std::string>& nics, RaisedLinks& raised) {
+  for (const auto& nic : nics) raised.Raise(nic);
   return firstWithLink(nics);
 }
 
@@ -112,7 +83,7 @@ std::vector<std::string> nicsForDefault(const SwitchEditor& editor) {
 void autoConfigureNetwork(const Files& files) {
   SwitchEditor editor(files, {kOperation, kSwitch});
   const auto nics = nicsForDefault(editor);
-  RaisedNics raised;
+  RaisedLinks raised(kOperation);
   const SwitchUplink uplink = uplinkFor(editor, chooseNic(nics, raised));
   editor.All() = switchesWith({uplink});
   editor.ApplyAfresh({managementFile(uplink.permanentAddress)});

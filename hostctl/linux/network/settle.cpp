@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "linux/network/settle.h"
 
+#include <syslog.h>
+
 #include <algorithm>
 #include <filesystem>
 #include <utility>
@@ -50,8 +52,12 @@ class SecondAttempts {
   void Make() {
     const bool givenUp = stateOf(files_, interface_, "ADMIN_STATE") == "failed";
     if (!givenUp || Clock::now() < notBefore_) return;
-    reconfigureLink(operation_, interface_, indexOf(files_, interface_));
     notBefore_ = Clock::now() + kBetweenAttempts;
+    try {
+      reconfigureLink(operation_, interface_, indexOf(files_, interface_));
+    } catch (const HostCtlException& error) {
+      syslog(LOG_USER | LOG_ERR, "%s", error.what());
+    }
   }
 
  private:
@@ -73,9 +79,10 @@ void waitInForce(const Files& files, const std::string& operation, const std::st
                                    [&](const LinkRow& one) { return one.name == interface; });
     if (link == tables.links.end())
       throw HostCtlException(operation, interface, "there is no such interface");
-    attempts.Make();
     const bool unplugged = !link->carrier && Clock::now() - start > kCarrierWithin;
-    return unplugged || isInForce(tables, *link);
+    if (unplugged || isInForce(tables, *link)) return true;
+    attempts.Make();
+    return false;
   };
   if (!waitFor(kInForceWithin, isSo))
     throw HostCtlException(operation, interface,

@@ -16,9 +16,9 @@ using IsInForce = std::function<bool(const NetworkTables&, const LinkRow&)>;
 
 /// Waits until `isInForce`, for ten seconds at most; then HostCtlException of `operation` says that
 /// `what` did not come. An interface that networkd gave up is configured anew meanwhile, because it
-/// does not try again by itself, not even at a reload. On a link that has no carrier after three
-/// seconds nothing comes into force before its cable is plugged in; nobody waits for that. `files`
-/// outlives the call.
+/// does not try again by itself, not even at a reload; where that fails it is logged. On a link
+/// that has no carrier after three seconds nothing comes into force before its cable is plugged in;
+/// nobody waits for that. `files` outlives the call.
 void waitInForce(const Files& files, const std::string& operation, const std::string& interface,
                  const std::string& what, const IsInForce& isInForce);
 

@@ -120,14 +120,14 @@ void SwitchEditor::DemandOwn(const std::string& device) const {
 }
 
 void SwitchEditor::DemandAbilities() const {
-  if (anyBond(after_) && !anyBond(before_) && !kernelHasBonding(context_.operation))
-    Refuse("two uplinks need a bond, and this kernel has no bonding");
   for (const Switch& one : after_) {
     if (one.HasBond()) DemandOwn(one.BondName());
     const std::string bridge = "/sys/class/net/" + one.name + "/bridge";
     if (one.FiltersVlans() && files_.Exists(bridge) && !files_.Exists(bridge + "/vlan_filtering"))
       Refuse("this kernel's bridges cannot filter VLANs");
   }
+  if (anyBond(after_) && !anyBond(before_) && !kernelHasBonding(context_.operation))
+    Refuse("two uplinks need a bond, and this kernel has no bonding");
 }
 
 void SwitchEditor::Carry(std::vector<FileChange> changes,

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "linux/network/switch_settle.h"
 
+#include <syslog.h>
+
 #include <algorithm>
 #include <chrono>
 #include <set>
-#include <thread>
 
 #include "hostctl/lib/exception.h"
 #include "linux/network/foreign.h"
@@ -18,9 +19,7 @@ using HostCtl::Lib::HostCtlException;
 
 namespace {
 
-constexpr std::chrono::seconds kSettledWithin{10};
 constexpr std::chrono::milliseconds kLeftUndoneAfter{500};
-constexpr std::chrono::milliseconds kLook{20};
 
 const LinkRow* linkNamed(const std::vector<LinkRow>& links, const std::string& name) {
   const auto found = std::find_if(links.begin(), links.end(),
@@ -67,36 +66,52 @@ std::string unsettledIn(const Switch& one, const std::vector<LinkRow>& links) {
   return {};
 }
 
-/// Gives NICs back as they were before a switch had them.
-void releaseNics(const ChangeContext& context, const Switches& before, Switches after,
-                 const std::vector<LinkRow>& links) {
+std::vector<SwitchUplink> uplinksGivenBack(const Switches& before, Switches after) {
+  std::vector<SwitchUplink> uplinks;
   for (const Switch& one : before)
-    for (const auto& uplink : one.uplinks) {
-      const LinkRow* link = linkNamed(links, uplink.nic);
-      if (!link || switchWithUplink(after, uplink.nic)) continue;
-      if (link->master != 0) releaseLink(context.operation, uplink.nic);
-      if (!uplink.permanentAddress.empty())
-        setLinkAddress(context.operation, uplink.nic, uplink.permanentAddress);
-    }
+    for (const auto& uplink : one.uplinks)
+      if (!switchWithUplink(after, uplink.nic)) uplinks.push_back(uplink);
+  return uplinks;
+}
+
+/// Gives NICs back as they were before a switch had them. An address that is right is not set:
+/// some drivers have to put the link down for it.
+void releaseNics(const ChangeContext& context, const std::vector<SwitchUplink>& uplinks) {
+  const auto ports = readLinks(context.operation);
+  for (const auto& uplink : uplinks)
+    if (const LinkRow* link = linkNamed(ports, uplink.nic); link && link->master != 0)
+      releaseLink(context.operation, uplink.nic);
+  const auto links = readLinks(context.operation);
+  for (const auto& uplink : uplinks) {
+    const LinkRow* link = linkNamed(links, uplink.nic);
+    const auto own = MacAddress::FromString(uplink.permanentAddress);
+    if (link && own && link->address != own->ToString())
+      setLinkAddress(context.operation, uplink.nic, uplink.permanentAddress);
+  }
 }
 
 /// A device of the same name that is made before networkd has heard of the end of the old one stays
 /// without ports, because their files go on meaning the old one.
-void letNetworkdForget(const Files& files, int index) {
-  const std::string state = "/run/systemd/netif/links/" + std::to_string(index);
-  waitFor(kSettledWithin, [&] { return !files.Exists(state); });
+void letNetworkdForget(const Files& files, const std::vector<int>& indices) {
+  const auto isForgotten = [&](int index) {
+    return !files.Exists("/run/systemd/netif/links/" + std::to_string(index));
+  };
+  const auto areForgotten = [&] {
+    return std::all_of(indices.begin(), indices.end(), isForgotten);
+  };
+  if (!waitFor(kInForceWithin, areForgotten))
+    syslog(LOG_USER | LOG_WARNING, "systemd-networkd did not forget deleted links in 10 seconds");
 }
 
 void deleteDevices(const Files& files, const ChangeContext& context, const Switches& before,
                    const Switches& after) {
-  const auto kept = devicesOf(after);
-  std::vector<int> deleted;
-  for (const auto& device : devicesOf(before)) {
-    if (kept.count(device) != 0) continue;
-    deleted.push_back(indexOf(files, device));
-    deleteLink(context.operation, device);
-  }
-  for (const int index : deleted) letNetworkdForget(files, index);
+  auto gone = devicesOf(before);
+  for (const auto& device : devicesOf(after)) gone.erase(device);
+  // All are looked up first: one end of a pair takes the other one along.
+  std::vector<int> indices;
+  for (const auto& device : gone) indices.push_back(indexOf(files, device));
+  for (const auto& device : gone) deleteLink(context.operation, device);
+  letNetworkdForget(files, indices);
 }
 
 /// networkd compares a file with what it last heard of the link: what was changed while it did so,
@@ -110,20 +125,20 @@ void haveLookedAtAgain(const ChangeContext& context, const std::vector<LinkRow>&
 }
 
 void waitForLinks(const ChangeContext& context, const Switches& switches) {
-  const auto start = std::chrono::steady_clock::now();
+  const auto lateFrom = std::chrono::steady_clock::now() + kLeftUndoneAfter;
   std::set<std::string> lookedAtAgain;
-  for (;;) {
+  std::string missing;
+  const bool settled = waitFor(kInForceWithin, [&] {
     const auto links = readLinks(context.operation);
-    const std::string missing = unsettledLink(switches, links);
-    if (missing.empty()) return;
-    const auto waited = std::chrono::steady_clock::now() - start;
-    if (waited > kLeftUndoneAfter && lookedAtAgain.insert(missing).second)
+    missing = unsettledLink(switches, links);
+    const bool late = std::chrono::steady_clock::now() > lateFrom;
+    if (!missing.empty() && late && lookedAtAgain.insert(missing).second)
       haveLookedAtAgain(context, links, missing);
-    if (waited > kSettledWithin)
-      throw HostCtlException(context.operation, context.object,
-                             "systemd-networkd did not set up " + missing + " within 10 seconds");
-    std::this_thread::sleep_for(kLook);
-  }
+    return missing.empty();
+  });
+  if (!settled)
+    throw HostCtlException(context.operation, context.object,
+                           "systemd-networkd did not set up " + missing + " within 10 seconds");
 }
 
 // The order keeps what should not pass from passing, but for the moment in which nothing does.
@@ -159,7 +174,7 @@ std::string unsettledLink(const Switches& switches, const std::vector<LinkRow>& 
 void settleSwitches(const Files& files, const ChangeContext& context, const Switches& before,
                     const Switches& after) {
   deleteDevices(files, context, before, after);
-  releaseNics(context, before, after, readLinks(context.operation));
+  releaseNics(context, uplinksGivenBack(before, after));
   waitForLinks(context, after);
   settleVlans(context, before, after);
 }

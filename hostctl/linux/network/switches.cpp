@@ -4,16 +4,16 @@
 #include <syslog.h>
 
 #include <algorithm>
-#include <chrono>
-#include <thread>
 
 #include "hostctl/lib/exception.h"
 #include "linux/network/ip_file.h"
 #include "linux/network/ip_settings.h"
 #include "linux/network/mac_address.h"
 #include "linux/network/move_from_ovs.h"
+#include "linux/network/nic_use.h"
 #include "linux/network/switch_editor.h"
 #include "linux/network/switch_files.h"
+#include "linux/network/wait.h"
 #include "linux/pnics.h"
 #include "linux/text.h"
 
@@ -24,9 +24,6 @@ using HostSeam::PortGroupName;
 using HostSeam::SwitchRecord;
 
 namespace {
-
-constexpr std::chrono::seconds kAddressWithin{10};
-constexpr std::chrono::milliseconds kLook{20};
 
 auto findUplink(Switch& of, const std::string& nic) {
   return std::find_if(of.uplinks.begin(), of.uplinks.end(),
@@ -66,17 +63,15 @@ void demandNoAddresses(SwitchEditor& editor, const std::string& nic) {
 
 void waitForAddress(const ChangeContext& context, const std::string& nic,
                     const std::string& address) {
-  const auto end = std::chrono::steady_clock::now() + kAddressWithin;
   const auto has = [&](const LinkRow& link) { return link.name == nic && link.address == address; };
-  for (;;) {
+  const bool set = waitFor(kInForceWithin, [&] {
     const auto links = readLinks(context.operation);
-    if (std::any_of(links.begin(), links.end(), has)) return;
-    if (std::chrono::steady_clock::now() > end)
-      throw HostCtl::Lib::HostCtlException(
-          context.operation, nic,
-          "systemd-networkd did not set the address " + address + " within 10 seconds");
-    std::this_thread::sleep_for(kLook);
-  }
+    return std::any_of(links.begin(), links.end(), has);
+  });
+  if (!set)
+    throw HostCtl::Lib::HostCtlException(
+        context.operation, nic,
+        "systemd-networkd did not set the address " + address + " within 10 seconds");
 }
 
 }  // namespace
@@ -128,6 +123,14 @@ void addUplink(const Files& files, const std::string& switchName, const std::str
   const auto active = static_cast<std::ptrdiff_t>(target.ActiveUplinks().size());
   target.uplinks.insert(target.uplinks.begin() + active, std::move(added));
   editor.Apply();
+}
+
+std::string otherUseOf(const Files& files, const std::string& pnic) {
+  const OwnFiles own(files);
+  const std::string nic = kernelNamed(physicalNics(files), pnic);
+  if (nic.empty()) return {};
+  const auto use = NicUses(files, own, readSwitchFiles(own), "find out who uses").Of(nic);
+  return use.empty() ? "" : nic + " " + use;
 }
 
 void removeUplink(const Files& files, const std::string& switchName, const std::string& pnic) {

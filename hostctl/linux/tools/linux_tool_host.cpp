@@ -23,7 +23,8 @@ using HostCtl::Lib::HostCtlException;
 
 namespace {
 
-/// The console moves adapters between switches; at a shell an operator does so in two steps.
+/// The console moves adapters between switches; at a shell an operator does so in two steps, of
+/// which the first must leave the second possible, and the way back.
 void demandUplinkState(const Files& files, UplinkChange change, const std::string& pnic,
                        const std::string& switchName) {
   bool has = false;
@@ -33,8 +34,10 @@ void demandUplinkState(const Files& files, UplinkChange change, const std::strin
       throw HostCtlException("ChangeUplink", pnic, "is an uplink of " + one.name + " already");
     has = has || (hasIt && one.name == switchName);
   }
-  if (!has && change == UplinkChange::Remove)
-    throw HostCtlException("ChangeUplink", pnic, "is no uplink of " + switchName);
+  if (change == UplinkChange::Add) return;
+  if (!has) throw HostCtlException("ChangeUplink", pnic, "is no uplink of " + switchName);
+  if (const auto use = otherUseOf(files, pnic); !use.empty())
+    throw HostCtlException("ChangeUplink", pnic, "could not come back: " + use);
 }
 
 }  // namespace
