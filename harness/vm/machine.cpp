@@ -24,6 +24,8 @@ using Milliseconds = Machine::Milliseconds;
 
 /// Other work on this host may slow an emulated machine down a lot.
 constexpr Milliseconds kDeadline{120000};
+/// Unpacking the kernel alone takes a minute where a snapshot was loaded before.
+constexpr Milliseconds kStartDeadline{300000};
 constexpr Milliseconds kStartLimit{20000};
 constexpr Milliseconds kBetweenLooks{50};
 constexpr Milliseconds kKeyHeld{20};
@@ -135,8 +137,8 @@ Machine::Machine(const MachineParts& parts)
 }
 
 void Machine::ReadUntil(LineSocket& socket, const std::function<bool(const std::string&)>& isWanted,
-                        const std::string& what) {
-  const auto end = Clock::now() + kDeadline;
+                        const std::string& what, Milliseconds limit) {
+  const auto end = Clock::now() + limit;
   while (Clock::now() < end) {
     const auto line = socket.ReadLine(duration_cast<Milliseconds>(end - Clock::now()));
     if (!line) break;
@@ -157,7 +159,7 @@ std::string Machine::AnswerOfMonitor() {
     NoteEvent(line);
     return answer.contains("return") || answer.contains("error");
   };
-  ReadUntil(monitor_, isAnswer, "an answer of the monitor");
+  ReadUntil(monitor_, isAnswer, "an answer of the monitor", kDeadline);
   if (answer.contains("error")) throw std::runtime_error("QEMU: " + answer["error"].dump());
   return answer["return"].is_string() ? answer["return"].get<std::string>() : "";
 }
@@ -231,7 +233,7 @@ Screen Machine::WaitForGone(const std::string& text) {
 
 void Machine::WaitForShell() {
   const auto isReady = [](const std::string& line) { return line == "ready"; };
-  ReadUntil(shell_, isReady, "the machine's shell");
+  ReadUntil(shell_, isReady, "the machine's shell", kStartDeadline);
 }
 
 std::string Machine::WaitForPowerOff() {
@@ -239,7 +241,7 @@ std::string Machine::WaitForPowerOff() {
     NoteEvent(line);
     return !shutdownReason_.empty();
   };
-  ReadUntil(monitor_, isOff, "the machine to be off");
+  ReadUntil(monitor_, isOff, "the machine to be off", kDeadline);
   const auto end = Clock::now() + kStartLimit;
   while (!child_.Ended() && Clock::now() < end) std::this_thread::sleep_for(Milliseconds(10));
   return child_.Ended() == 0 ? shutdownReason_ : "QEMU did not end by itself";
@@ -257,7 +259,7 @@ ShellAnswer Machine::Shell(const std::string& script) {
     answer.output += line + "\n";
     return false;
   };
-  ReadUntil(shell_, isEnd, "the end of " + script);
+  ReadUntil(shell_, isEnd, "the end of " + script, kDeadline);
   answer.output.erase(answer.output.find_last_not_of('\n') + 1);
   return answer;
 }

@@ -72,9 +72,10 @@ class Machine {
   int SshPort();
 
  private:
-  /// Reads lines until `isWanted` holds for one; throws WaitFailed for `what`.
+  /// Reads lines until `isWanted` holds for one; throws WaitFailed for `what`, when `limit` is
+  /// over.
   void ReadUntil(LineSocket& socket, const std::function<bool(const std::string&)>& isWanted,
-                 const std::string& what);
+                 const std::string& what, Milliseconds limit);
   std::string AnswerOfMonitor();
   void NoteEvent(const std::string& line);
   int DisplayRegister(int number);
