@@ -40,6 +40,9 @@ class LinuxIp : public testing::Test {
     });
   }
   static bool HasLeasedIpv6() { return HasIpv6("fd00:9::5[0-9]/128"); }
+  static std::string Gateway6() {
+    return LinuxDriver().ReadRouting().ipv6Gateway.GetScopedAddress();
+  }
   static HostSeam::NetworkWriter& Network() {
     static LinuxDriver driver;
     return driver.Network();

@@ -36,14 +36,11 @@ TEST_F(LinuxIp, DhcpToStaticToNoneAndBack) {
 
 TEST_F(LinuxIp, Ipv6ByEveryWay) {
   InLab("ra dhcp6", [](const NetworkLab&) {
-    const auto gatewayNow = [] {
-      return LinuxDriver().ReadRouting().ipv6Gateway.GetScopedAddress();
-    };
     const auto settled = [&](const char* config, bool byDhcp, bool byRouter, const char* gateway) {
       Write(config);
       return waitUntil([&] {
         return HasLeasedIpv6() == byDhcp && HasIpv6("fd00:9::216:3eff:fe00:0/64") == byRouter &&
-               gatewayNow().starts_with(gateway) && gatewayNow().ends_with(byDhcp ? "%eth0" : "");
+               Gateway6().starts_with(gateway) && Gateway6().ends_with(byDhcp ? "%eth0" : "");
       });
     };
     EXPECT_TRUE(settled("none dhcp6 ra", true, true, "fe80::"));
@@ -52,11 +49,11 @@ TEST_F(LinuxIp, Ipv6ByEveryWay) {
     EXPECT_TRUE(settled("none fd00:9::7/64", false, false, "::"));
     EXPECT_TRUE(HasIpv6("fd00:9::7/64"));
     SetGateway("fd00:9::1");
-    EXPECT_EQ(gatewayNow(), "fd00:9::1");
+    EXPECT_EQ(Gateway6(), "fd00:9::1");
     EXPECT_EQ(failureOf([&] { SetGateway("fe80::9%eth1"); }),
               "SetIpv6TarnDefaultGateway fe80::9%eth1: is in no network of eth0");
     SetGateway("fe80::9%eth0");
-    EXPECT_EQ(gatewayNow(), "fe80::9%eth0");
+    EXPECT_EQ(Gateway6(), "fe80::9%eth0");
     EXPECT_TRUE(settled("none ra fd00:9::7/64", false, true, "fe80::9%eth0"))
         << "an operator's gateway is the only one";
   });
@@ -186,14 +183,12 @@ TEST_F(LinuxIp, RefusedWithEverythingAsItWas) {
         [&] { Network().ReleaseLease(kNic); },
         [&] { Network().SetNicUp(kNic, false); },
         [&] {
-          Network().WriteDns({{}, {}, {{*HostCtl::Network::parseIpAddress("10.9.0.1")}}, {}});
+          Network().WriteDns({{}, {}, {}, {{"a.lan"}}});
         }};
-    for (const auto& change : changes) {
-      const std::string why = failureOf(change);
-      EXPECT_NE(why.find(" eth0: is configured by ifupdown (/etc/network/interfaces.d/a)"),
-                std::string::npos)
-          << why;
-    }
+    for (const auto& change : changes)
+      EXPECT_PRED_FORMAT2(testing::IsSubstring,
+                          " eth0: is configured by ifupdown (/etc/network/interfaces.d/a)",
+                          failureOf(change));
     EXPECT_EQ(failureOf([] { Write("10.9.0.7/24 off"); }), "") << "nothing differs";
     ASSERT_TRUE(shell("mv " + std::string(kFile) + " /run/ours"));
     EXPECT_EQ(failureOf([] { Network().WriteIpConfig(kNic, Nic().configured); }), "");

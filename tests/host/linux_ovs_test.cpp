@@ -34,8 +34,8 @@ class OvsLab {
       Demand(R"(ip addr add 10.9.0.5/24 dev mgmt0; ip addr add 10.9.0.6/24 dev mgmt0
         ip -6 addr add fd00:9::5/64 dev mgmt0 nodad
         ip route add default via 10.9.0.1; ip nexthop add id 7 via 10.9.0.1 dev mgmt0
-        ip route add 10.77.0.0/16 nhid 7; ip route add 10.78.0.0/16 via 10.9.0.1 src 10.9.0.6 table 77
-        ip -6 route add fd00:77::/64 via fd00:9::1 metric 7)");
+        ip route add 10.77.0.0/16 nhid 7; ip -6 route add fd00:77::/64 via fd00:9::1 metric 7
+        ip route add 10.78.0.0/16 via 10.9.0.1 src 10.9.0.6 table 77)");
     } else {
       lab_.Configure("20-mgmt.network", file);
       Demand("networkctl reload");
@@ -183,22 +183,23 @@ TEST_F(LinuxOvs, UplinksComeBackAsTheyWere) {
         "ovs-vsctl -f csv --columns=name,trunks,bond_mode,external_ids list port b;"
         "ovs-vsctl -f csv --columns=name,external_ids list interface eth0 eth1 | sort";
     const std::string before = ended(records).output;
-    lab.lab_.HangOpenVswitch(true);
-    EXPECT_TRUE(failureOf([&] {
-                  lab.network_.RemoveDistributedUplink("dvs0", "pnic0");
-                }).starts_with("RemoveDistributedUplink pnic0: Open vSwitch: "));
-    lab.lab_.HangOpenVswitch(false);
+    const auto add = [&](const char* pnic) { lab.network_.AddDistributedUplink("dvs0", pnic); };
+    const auto remove = [&](const char* pnic) {
+      lab.network_.RemoveDistributedUplink("dvs0", pnic);
+    };
+    const auto isTooSlow = [&](const char* operation, const auto& change) {
+      lab.lab_.HangOpenVswitch(true);
+      EXPECT_PRED_FORMAT2(testing::IsSubstring, operation, failureOf([&] { change("pnic0"); }));
+      lab.lab_.HangOpenVswitch(false);
+    };
+    isTooSlow("RemoveDistributedUplink pnic0: Open vSwitch: ", remove);
     EXPECT_EQ(ended(records).output, before);
-    for (const char* pnic : {"pnic1", "pnic0"}) lab.network_.RemoveDistributedUplink("dvs0", pnic);
-    EXPECT_TRUE(uplinks().empty());
+    for (const char* pnic : {"pnic1", "pnic0"}) remove(pnic);
     lab.Demand("ip link set eth0 down");
-    lab.lab_.HangOpenVswitch(true);
-    const auto add = [&] { lab.network_.AddDistributedUplink("dvs0", "pnic0"); };
-    EXPECT_TRUE(failureOf(add).starts_with("AddDistributedUplink pnic0: Open vSwitch: "));
+    isTooSlow("AddDistributedUplink pnic0: Open vSwitch: ", add);
     EXPECT_TRUE(uplinks().empty()) << "what was only too slow is taken back";
     EXPECT_EQ(ended("ip -br link show eth0 up").output, "");
-    lab.lab_.HangOpenVswitch(false);
-    for (const char* pnic : {"pnic0", "pnic1"}) lab.network_.AddDistributedUplink("dvs0", pnic);
+    for (const char* pnic : {"pnic0", "pnic1"}) add(pnic);
     EXPECT_EQ(ended(records).output, before);
     EXPECT_EQ(uplinks(), (std::vector<std::string>{"pnic0", "pnic1"}));
     EXPECT_EQ(ended("ovs-vsctl --bare get bridge dvs0 external_ids").output, "{}\n");
@@ -210,8 +211,10 @@ TEST_F(LinuxOvs, RefusalsAndFailuresChangeNothing) {
     OvsLab lab;
     lab.Demand("ovs-vsctl add-port dvs0 tarn0 -- set interface tarn0 type=internal");
     const std::string before = lab.State();
-    const auto moved = [&](const HostLocalPort& port, const std::string& cause) {
-      EXPECT_EQ(failureOf([&] { lab.Move(port); }), "MoveToHostLocalPort mgmt0: " + cause);
+    const auto moved = [&](const HostLocalPort& port, const char* cause,
+                           const char* nic = "mgmt0") {
+      EXPECT_EQ(failureOf([&] { lab.network_.MoveNicToPort(nic, port); }),
+                std::string("MoveToHostLocalPort ") + nic + ": " + cause);
     };
     moved({"host-local-0", 0, true, {}}, "0 is no VLAN of a port: 1 to 4094");
     moved({"host-local-0", 4095, true, {}}, "4095 is no VLAN of a port: 1 to 4094");
@@ -225,17 +228,11 @@ TEST_F(LinuxOvs, RefusalsAndFailuresChangeNothing) {
         shell("mkdir -p /etc/network; echo iface mgmt0 inet dhcp >/etc/network/interfaces"));
     moved({"host-local-0", 1, true, {}}, "is configured by ifupdown (/etc/network/interfaces)");
     ASSERT_TRUE(shell("rm /etc/network/interfaces"));
-    for (const auto& [nic, cause] :
-         {std::pair("dvs0", "is the switch's own interface, which has no other port"),
-          std::pair("eth0", "is no interface that Open vSwitch made"),
-          std::pair("lo", "is on no distributed switch")})
-      EXPECT_EQ(failureOf([&] {
-                  lab.network_.MoveNicToPort(nic, {"host-local-0", 1, true, {}});
-                }),
-                std::string("MoveToHostLocalPort ") + nic + ": " + cause);
-    EXPECT_EQ(failureOf([&] {
-                lab.network_.MoveNic("mgmt0", {"vSwitch0", "x"});
-              }),
+    moved({"p", 1, true, {}}, "is the switch's own interface, which has no other port", "dvs0");
+    moved({"p", 1, true, {}}, "is no interface that Open vSwitch made", "eth0");
+    moved({"p", 1, true, {}}, "is on no distributed switch", "lo");
+    const HostSeam::PortGroupName nowhere{"vSwitch0", "x"};
+    EXPECT_EQ(failureOf([&] { lab.network_.MoveNic("mgmt0", nowhere); }),
               "Migrate mgmt0: there is no standard switch vSwitch0");
     EXPECT_EQ(failureOf([&] { lab.network_.AddDistributedUplink("dvs1", "pnic0"); }),
               "AddDistributedUplink pnic0: there is no distributed switch dvs1");

@@ -4,7 +4,6 @@
 
 #include "harness/hosts/lab_console.h"
 #include "linux/driver.h"
-#include "linux/network/ipv6_switch.h"
 
 using namespace HostLinux;
 
@@ -17,17 +16,12 @@ class LinuxRestore : public testing::Test {
   }
 };
 
-void followNameServers() {
-  ASSERT_TRUE(shell(KIVA_BINARY_DIR "/kiva-name-servers >/run/lab/names.log 2>&1 &"));
-}
-
 TEST_F(LinuxRestore, FromNothingToALease) {
-  inNamespaces([] {
-    const NetworkLab lab;
+  inLab([](const NetworkLab& lab) {
     ASSERT_TRUE(shell("echo nameserver 10.9.0.77 >/etc/resolv.conf"));
     lab.StartNetworkd();
     lab.Serve("dhcp4");
-    followNameServers();
+    ASSERT_TRUE(shell(KIVA_BINARY_DIR "/kiva-name-servers >/run/lab/names.log 2>&1 &"));
     LabConsole console(lab);
     ASSERT_TRUE(shell("halocli network restore"));
     const auto showsLease = [&] {
@@ -58,8 +52,7 @@ std::string network() {
 }
 
 TEST_F(LinuxRestore, ClearsWhatKivaWroteAndKeepsACopy) {
-  inNamespaces([] {
-    const NetworkLab lab;
+  inLab([](const NetworkLab& lab) {
     lab.Configure("90-others.network", "[Match]\nName=eth9\n");
     const std::string empty = network();
     ASSERT_TRUE(shell("echo nameserver 10.9.0.77 >/etc/resolv.conf"));
@@ -79,9 +72,8 @@ TEST_F(LinuxRestore, ClearsWhatKivaWroteAndKeepsACopy) {
     EXPECT_TRUE(failureOf([&] { net.ClearConfiguration(); }).starts_with("ClearNetworkConfig "));
     EXPECT_EQ(network(), before) << "without a copy";
     ASSERT_TRUE(
-        shell("rm /var/lib/kiva; mkdir /run/lab/kept; cp /etc/systemd/network/10-* "
-              "/etc/resolv.conf " +
-              std::string(kIpv6SwitchFile) + " /run/lab/kept"));
+        shell("rm /var/lib/kiva; mkdir /run/lab/kept; cd /etc;"
+              "cp systemd/network/10-* resolv.conf sysctl.d/zz-kiva-ipv6.conf /run/lab/kept"));
     ASSERT_TRUE(shell("kill $(cat /run/lab/networkd.pid); sleep 0.2"));
     EXPECT_TRUE(failureOf([&] { net.ClearConfiguration(); }).starts_with("ClearNetworkConfig "));
     EXPECT_EQ(network(), before) << "without networkd";
@@ -108,8 +100,7 @@ TEST_F(LinuxRestore, ClearsWhatKivaWroteAndKeepsACopy) {
 }
 
 TEST_F(LinuxRestore, WhatOthersHaveStaysTheirs) {
-  inNamespaces([] {
-    const NetworkLab lab;
+  inLab([](const NetworkLab& lab) {
     lab.StartNetworkd();
     lab.Serve("dhcp4");
     LinuxDriver driver;
@@ -129,9 +120,8 @@ TEST_F(LinuxRestore, WhatOthersHaveStaysTheirs) {
          "ip link set eth1 master br9",
          "ip link del br9; ip addr flush dev eth0; ip link set eth0 down",
          "eth0 has the address 10.9.0.7, eth1 is used by br9"}};
-    ASSERT_TRUE(shell("rm -r /var/lib/kiva"));
     net.ClearConfiguration();
-    ASSERT_TRUE(shell("rm -r /var/lib/kiva; ip link set eth0 down; ip link set eth1 down"));
+    ASSERT_TRUE(shell("ip link set eth0 down; ip link set eth1 down"));
     for (const auto& [script, undo, cause] : cases) {
       ASSERT_TRUE(shell(script));
       const std::string before = network();
@@ -163,8 +153,7 @@ TEST_F(LinuxRestore, WhatOthersHaveStaysTheirs) {
 }
 
 TEST_F(LinuxRestore, TheFirstAdapterWithLinkIsTakenElseTheFirst) {
-  inNamespaces([] {
-    const NetworkLab lab;
+  inLab([](const NetworkLab& lab) {
     lab.StartNetworkd();
     for (const auto& [cable, taken] : {std::pair(0, "eth1"), std::pair(1, "eth0")}) {
       lab.PullCable(cable);
