@@ -84,18 +84,6 @@ void letNetworkdForget(const Files& files, int index) {
   waitFor(kInForceWithin, [&] { return !files.Exists(state); });
 }
 
-void deleteDevices(const Files& files, const ChangeContext& context, const Switches& before,
-                   const Switches& after) {
-  const auto kept = devicesOf(after);
-  std::vector<int> deleted;
-  for (const auto& device : devicesOf(before)) {
-    if (kept.count(device) != 0) continue;
-    deleted.push_back(indexOf(files, device));
-    deleteLink(context.operation, device);
-  }
-  for (const int index : deleted) letNetworkdForget(files, index);
-}
-
 /// networkd compares a file with what it last heard of the link: what was changed while it did so,
 /// and a link that somebody put down, stay as they are until it looks again.
 void haveLookedAtAgain(const ChangeContext& context, const std::vector<LinkRow>& links,
@@ -153,9 +141,19 @@ std::string unsettledLink(const Switches& switches, const std::vector<LinkRow>& 
   return {};
 }
 
+void deleteDevices(const Files& files, const ChangeContext& context,
+                   const std::set<std::string>& devices) {
+  std::vector<int> deleted;
+  for (const auto& device : devices) {
+    deleted.push_back(indexOf(files, device));
+    deleteLink(context.operation, device);
+  }
+  for (const int index : deleted) letNetworkdForget(files, index);
+}
+
 void settleSwitches(const Files& files, const ChangeContext& context, const Switches& before,
                     const Switches& after) {
-  deleteDevices(files, context, before, after);
+  deleteDevices(files, context, lostDevices(before, after));
   releaseNics(context, before, after, readLinks(context.operation));
   waitForLinks(context, after);
   settleVlans(context, before, after);
