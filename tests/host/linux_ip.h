@@ -15,6 +15,13 @@ namespace HostLinux {
 constexpr const char* kNic = "eth0";
 constexpr const char* kFile = "/etc/systemd/network/10-kiva-eth0.network";
 
+/// Without a name where there is none.
+inline HostSeam::KernelNic nicOf(LinuxDriver& driver, const std::string& name) {
+  for (auto& nic : driver.ReadKernelNics())
+    if (nic.name == name) return nic;
+  return {};
+}
+
 /// A machine whose eth0 networkd configures by a file of ours.
 class LinuxIp : public testing::Test {
  protected:
@@ -27,9 +34,8 @@ class LinuxIp : public testing::Test {
   }
 
   static HostSeam::KernelNic Nic() {
-    for (auto& nic : LinuxDriver().ReadKernelNics())
-      if (nic.name == kNic) return nic;
-    return {};
+    LinuxDriver driver;
+    return nicOf(driver, kNic);
   }
   static std::string Ipv4() { return ipv4Text(Nic().running); }
   static bool HasIpv6(const std::string& wanted) {

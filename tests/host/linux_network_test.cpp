@@ -1,12 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <gtest/gtest.h>
-
-#include <chrono>
-#include <regex>
 #include <set>
 
-#include "harness/hosts/network_lab.h"
-#include "linux/driver.h"
+#include "tests/host/linux_ip.h"
 
 using namespace HostLinux;
 
@@ -15,20 +10,13 @@ namespace {
 using HostCtl::Network::ConnecteeType;
 using HostSeam::KernelNic;
 
-KernelNic nic(LinuxDriver& driver, const std::string& name) {
-  for (auto& one : driver.ReadKernelNics())
-    if (one.name == name) return one;
-  return {};
-}
-
 // "fd00::1=static fe80::1=other", in the kernel's order turned to the alphabet's.
 std::string ipv6(const KernelNic& from) {
   const char* kNames[] = {"other", "static", "dhcp", "autoconf"};
   std::set<std::string> found;
   for (const auto& network : from.running.GetIpv6Networks())
     if (!network.address.IsLinkLocal())
-      found.insert(network.address.GetStringAddress() + "/" + std::to_string(network.prefix) + "=" +
-                   kNames[static_cast<int>(network.type)]);
+      found.insert(network.ToString() + "=" + kNames[static_cast<int>(network.type)]);
   std::string text;
   for (const auto& one : found) text += one + " ";
   return text;
@@ -54,8 +42,8 @@ TEST(LinuxNetlink, TablesOfARealKernel) {
       ip route add default via 10.2.0.9 metric 10 table 77
       ip -6 route add default nexthop via fd00::1 dev tarn0 nexthop via fd00::2 dev tarn0)"));
     LinuxDriver driver;
-    EXPECT_EQ(nic(driver, "lo").name, "");
-    const KernelNic ours = nic(driver, "tarn0"), peer = nic(driver, "peer0");
+    EXPECT_EQ(nicOf(driver, "lo").name, "");
+    const KernelNic ours = nicOf(driver, "tarn0"), peer = nicOf(driver, "peer0");
     EXPECT_TRUE(ours.setUpByKiva);
     EXPECT_FALSE(ours.carriesDefaultRoute);
     EXPECT_TRUE(peer.carriesDefaultRoute);
@@ -66,7 +54,7 @@ TEST(LinuxNetlink, TablesOfARealKernel) {
     EXPECT_EQ(driver.ReadRouting().ipv4Gateway.GetStringAddress(), "10.2.0.1");
     EXPECT_EQ(driver.ReadRouting().ipv6Gateway.GetStringAddress(), "fd00::1");
     ASSERT_TRUE(shell("ip route flush default"));
-    EXPECT_TRUE(nic(driver, "tarn0").carriesDefaultRoute) << "there is no other";
+    EXPECT_TRUE(nicOf(driver, "tarn0").carriesDefaultRoute) << "there is no other";
     ASSERT_TRUE(
         shell("for i in $(seq 1 100); do echo link add a$i type veth peer name b$i; done |"
               " ip -batch -"));
@@ -80,7 +68,7 @@ TEST(LinuxNetworkd, SaysWhoGaveAnAddress) {
     lab.Configure("eth0.network",
                   "[Match]\nName=eth0\n[Network]\nDHCP=yes\nAddress=fd00:9::7/64\n");
     lab.StartNetworkd();
-    const auto leased = [](LinuxDriver&& fresh) { return ipv4Text(nic(fresh, "eth0").running); };
+    const auto leased = [](LinuxDriver&& fresh) { return ipv4Text(nicOf(fresh, "eth0").running); };
     ASSERT_TRUE(waitUntil([&] { return leased(LinuxDriver()) == "0.0.0.0 0.0.0.0 0.0.0.0 dhcp"; }));
     lab.Serve("dhcp4 dhcp6 ra", "infinite");
     ASSERT_TRUE(waitUntil(
@@ -92,7 +80,7 @@ TEST(LinuxNetworkd, SaysWhoGaveAnAddress) {
         "fd00:9::5[0-9]/128=dhcp fd00:9::7/64=static ");
     std::string seen;
     EXPECT_TRUE(waitUntil([&] {
-      seen = ipv4Text(nic(driver, "eth0").running) + ", " + ipv6(nic(driver, "eth0"));
+      seen = ipv4Text(nicOf(driver, "eth0").running) + ", " + ipv6(nicOf(driver, "eth0"));
       return std::regex_match(seen, wanted);
     })) << seen;
     EXPECT_TRUE(moduleIsLoaded());

@@ -125,11 +125,11 @@ void addUplink(const Files& files, const std::string& switchName, const std::str
   editor.Apply();
 }
 
-std::string otherUseOf(const Files& files, const std::string& pnic) {
+std::string otherUseOf(const Files& files, const std::string& operation, const std::string& pnic) {
   const OwnFiles own(files);
   const std::string nic = kernelNamed(physicalNics(files), pnic);
   if (nic.empty()) return {};
-  const auto use = NicUses(files, own, readSwitchFiles(own), "find out who uses").Of(nic);
+  const auto use = NicUses(files, own, readSwitchFiles(own), operation).Of(nic);
   return use.empty() ? "" : nic + " " + use;
 }
 

@@ -26,7 +26,7 @@ std::vector<HostCtl::Network::PnicRecord> readPnics(const Files& files,
 void addUplink(const Files& files, const std::string& switchName, const std::string& pnic);
 /// Who else would have an uplink that its switch gives back ("eth0 is configured by FILE"), so that
 /// no switch would get it again; empty for nobody.
-std::string otherUseOf(const Files& files, const std::string& pnic);
+std::string otherUseOf(const Files& files, const std::string& operation, const std::string& pnic);
 void removeUplink(const Files& files, const std::string& switchName, const std::string& pnic);
 /// Makes `pnics` the active uplinks of the whole switch, in this order; its others stay idle.
 void writeActiveUplinks(const Files& files, const HostSeam::PortGroupName& group,

@@ -24,6 +24,8 @@ using HostCtl::Lib::HostCtlException;
 
 namespace {
 
+constexpr const char* kChangeUplink = "ChangeUplink";
+
 /// The console moves adapters between switches; at a shell an operator does so in two steps, of
 /// which the first must leave the second possible, and the way back.
 void demandUplinkState(const Files& files, UplinkChange change, const std::string& pnic,
@@ -32,13 +34,13 @@ void demandUplinkState(const Files& files, UplinkChange change, const std::strin
   for (const SwitchRecord& one : readSwitches(files)) {
     const bool hasIt = std::count(one.uplinks.begin(), one.uplinks.end(), pnic) != 0;
     if (hasIt && change == UplinkChange::Add)
-      throw HostCtlException("ChangeUplink", pnic, "is an uplink of " + one.name + " already");
+      throw HostCtlException(kChangeUplink, pnic, "is an uplink of " + one.name + " already");
     has = has || (hasIt && one.name == switchName);
   }
   if (change == UplinkChange::Add) return;
-  if (!has) throw HostCtlException("ChangeUplink", pnic, "is no uplink of " + switchName);
-  if (const auto use = otherUseOf(files, pnic); !use.empty())
-    throw HostCtlException("ChangeUplink", pnic, "could not come back: " + use);
+  if (!has) throw HostCtlException(kChangeUplink, pnic, "is no uplink of " + switchName);
+  if (const auto use = otherUseOf(files, kChangeUplink, pnic); !use.empty())
+    throw HostCtlException(kChangeUplink, pnic, "could not come back: " + use);
 }
 
 }  // namespace
