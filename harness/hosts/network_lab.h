@@ -56,6 +56,8 @@ class NetworkLab {
   void AnswerPings(bool answer) const { Verb(answer ? "echoes on" : "echoes off"); }
   /// The peer's end of the cable of NIC 0 or 1.
   void PullCable(int nic) const { Verb("cable " + std::to_string(nic) + " down"); }
+  /// A third NIC, eth2, which cannot be brought up.
+  void PlugInBroken() const { Verb("plug_in_broken"); }
   void PlugIn(int nic) const { Verb("cable " + std::to_string(nic) + " up"); }
   /// What a script says that runs on the peer's network, such as "ip neigh".
   Ended Peer(const std::string& script) const;

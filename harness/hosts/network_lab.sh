@@ -51,6 +51,13 @@ plug_in() {
   give_device "eth$1"
 }
 
+# A third adapter, eth2, that cannot be brought up: the kernel allows its address once on a device.
+plug_in_broken() {
+  ip link add low2 address 00:16:3e:00:00:02 type veth peer name high2
+  ip link add eth2 link low2 address 00:16:3e:00:00:02 type macvlan
+  give_device eth2
+}
+
 make_peer() {
   unshare -n sleep infinity >/dev/null 2>&1 &
   echo $! >/run/lab/peer

@@ -2,16 +2,17 @@
 #include "linux/adapter_numbers.h"
 
 #include <fcntl.h>
-#include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
 #include <map>
 #include <mutex>
+#include <system_error>
 
 #include "hostctl/lib/descriptor.h"
-#include "linux/network/wait.h"
+#include "linux/folder_lock.h"
 #include "linux/text.h"
 
 namespace HostLinux {
@@ -22,61 +23,79 @@ namespace {
 
 using Names = std::vector<std::string>;
 constexpr const char* kFile = "/run/kiva-adapters";
+constexpr const char* kLock = "/run/kiva-adapters.lock";
 constexpr std::chrono::seconds kTurnWithin{1};
 
 bool contains(const Names& names, const std::string& name) {
   return std::find(names.begin(), names.end(), name) != names.end();
 }
 
-/// The names that were added.
-Names add(Names& names, const Names& more) {
-  Names added;
+void add(Names& names, const Names& more) {
   for (const auto& name : more)
-    if (!contains(names, name)) {
-      names.push_back(name);
-      added.push_back(name);
-    }
-  return added;
+    if (!contains(names, name)) names.push_back(name);
 }
 
-Names namesIn(const Files& files) {
+Names namesIn(std::string_view text) {
   Names names;
-  const std::string text = files.Read(kFile).value_or("");
   for (const auto line : lines(text))
     if (!line.empty()) names.emplace_back(line);
   return names;
 }
 
-/// Open and ours alone; not where this program may not write it, or its turn does not come.
-Descriptor openForNumbers(const Files& files) {
-  constexpr mode_t kReadable = 0644;
-  Descriptor file(open(files.Path(kFile).c_str(),
-                       O_WRONLY | O_APPEND | O_CREAT | O_NOFOLLOW | O_CLOEXEC, kReadable));
-  if (file && !waitFor(kTurnWithin, [&] { return flock(file.Get(), LOCK_EX | LOCK_NB) == 0; }))
-    file.Close();
-  return file;
+/// Nothing where this program may not have it, or its turn does not come.
+Descriptor lockNumbers(const Files& files) try {
+  return lockFile(files.Path(kLock), kTurnWithin);
+} catch (const std::system_error&) {
+  return {};
 }
 
-void agree(const Files& files, Names& seen, const Names& present) {
-  const Descriptor file = openForNumbers(files);
-  add(seen, namesIn(files));
-  std::string text;
-  for (const auto& name : add(seen, present)) text += name + "\n";
-  // What cannot be written is numbered for this program all the same.
-  if (file && !text.empty() && write(file.Get(), text.data(), text.size()) < 0) return;
+/// All of it or nothing: half a name would be another adapter's.
+bool append(const Files& files, const std::string& text) {
+  constexpr mode_t kReadable = 0644;
+  const Descriptor file(open(files.Path(kFile).c_str(),
+                             O_WRONLY | O_APPEND | O_CREAT | O_NOFOLLOW | O_CLOEXEC, kReadable));
+  struct stat before {};
+  if (!file || fstat(file.Get(), &before) != 0) return false;
+  const auto written = write(file.Get(), text.data(), text.size());
+  if (written == static_cast<ssize_t>(text.size())) return true;
+  [[maybe_unused]] const int cut = ftruncate(file.Get(), before.st_size);
+  return false;
 }
+
+/// Puts those in the file first and those that only this program has numbered behind them; false
+/// where the others could not be told of these.
+bool agree(const Files& files, Names& seen, const Names& present) {
+  const Descriptor alone = lockNumbers(files);
+  const std::string file = files.Read(kFile).value_or("");
+  Names all;
+  add(all, namesIn(file));
+  const std::size_t known = all.size();
+  add(all, seen);
+  add(all, present);
+  std::string text = file.empty() || file.ends_with('\n') ? "" : "\n";
+  for (std::size_t i = known; i < all.size(); ++i) text += all[i] + "\n";
+  const bool agreed = known == all.size() || (alone && append(files, text));
+  seen = std::move(all);
+  return agreed;
+}
+
+struct Numbers {
+  Names seen;
+  bool agreed = true;
+};
 
 }  // namespace
 
 std::vector<std::string> numberedAdapters(const Files& files,
                                           const std::vector<std::string>& present) {
   static std::mutex mutex;
-  static std::map<std::string, Names> ofMachines;
+  static std::map<std::string, Numbers> ofMachines;
   const std::lock_guard alone(mutex);
-  Names& seen = ofMachines[files.Path("/")];
-  const bool allKnown = std::all_of(present.begin(), present.end(),
-                                    [&](const auto& name) { return contains(seen, name); });
-  if (!allKnown) agree(files, seen, present);
+  auto& [seen, agreed] = ofMachines[files.Path("/")];
+  const bool allKnown =
+      std::all_of(present.begin(), present.end(),
+                  [&, &seen = seen](const auto& name) { return contains(seen, name); });
+  if (!allKnown || !agreed) agreed = agree(files, seen, present);
   return seen;
 }
 

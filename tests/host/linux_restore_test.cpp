@@ -36,6 +36,20 @@ TEST_F(LinuxRestore, FromNothingToALease) {
     EXPECT_FALSE(Files().Exists("/var/lib/kiva")) << "nothing was there to be kept";
     lab.StartAfresh();
     EXPECT_TRUE(waitUntil([&] { return lab.Peer("ping -c 1 -W 1 10.9.0.50").status == 0; }));
+    for (const auto& [signal, status] : {std::pair("TERM", 143), std::pair("KILL", 137)}) {
+      const std::string kill = std::string("kill -") + signal + " $!; ";
+      EXPECT_EQ(ended("networkd=$(cat /run/lab/networkd.pid); kill -STOP $networkd; "
+                      "halocli network restore & while test -e /etc/systemd/network/10-kiva-eth0*;"
+                      "do sleep 0.01; done; " +
+                      kill + "kill -CONT $networkd; wait $!")
+                    .status,
+                status);
+      EXPECT_TRUE(shell("test -e /sys/class/net/vSwitch0/brif/eth0"));
+      EXPECT_EQ(Files().Exists("/etc/systemd/network/10-kiva-eth0.network"), status == 143)
+          << "a stop waits until the network is restored";
+    }
+    EXPECT_TRUE(shell("halocli network restore")) << "also after a kill half way";
+    EXPECT_TRUE(waitUntil([] { return shell("ip addr show tarn0 | grep -q 10.9.0.5"); }));
   });
 }
 
@@ -161,12 +175,16 @@ TEST_F(LinuxRestore, WhatOthersHaveStaysTheirs) {
 TEST_F(LinuxRestore, TheFirstAdapterWithLinkIsTakenElseTheFirst) {
   inLab([](const NetworkLab& lab) {
     lab.StartNetworkd();
+    lab.PlugInBroken();
     for (const auto& [cable, taken] : {std::pair(0, "eth1"), std::pair(1, "eth0")}) {
       lab.PullCable(cable);
       LinuxDriver().Network().AutoConfigure();
       EXPECT_EQ(ended("ls /sys/class/net/vSwitch0/brif | grep eth").output,
                 taken + std::string("\n"));
     }
+    ASSERT_TRUE(shell("ip link del eth0; ip link del eth1"));
+    EXPECT_EQ(failureOf([] { LinuxDriver().Network().AutoConfigure(); }),
+              "AutoConfigNetwork vSwitch0: no adapter can be brought up");
   });
 }
 

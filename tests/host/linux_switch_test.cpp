@@ -118,7 +118,16 @@ TEST(LinuxSwitch, SwitchesTakeUplinksFromEachOther) {
               "ChangeUplink pnic0: is no uplink of vSwitch1");
     lab.network_.AddUplink("vSwitch1", "pnic0");
     EXPECT_EQ(lab.Uplinks(), "vSwitch0: (Management Network)\nvSwitch1: pnic0 (Storage)\n");
-    EXPECT_EQ(lab.Link("eth0"), "vSwitch1 06:16:3e:00:00:00");
+    // A change that was killed before networkd was told.
+    for (const auto again :
+         {&LinuxToolHost::RemoveStandardSwitch, &LinuxToolHost::AddStandardSwitch}) {
+      ASSERT_TRUE(
+          shell("cd /etc/systemd/network; for end in netdev network; do sed s/vSwitch1/vSwitch2/ "
+                "10-kiva-vSwitch1.$end >10-kiva-vSwitch2.$end; done; ip link set eth0 nomaster"));
+      (tools.*again)("vSwitch2");
+      EXPECT_EQ(lab.Link("eth0"), "vSwitch1 06:16:3e:00:00:00");
+    }
+    EXPECT_NE(lab.Link("vSwitch2"), "");
     ASSERT_TRUE(shell("ip link set eth0 down address " + kMac0));
     tools.AddPortGroup("Backup", "vSwitch1");
     EXPECT_EQ(lab.Link("eth0"), "vSwitch1 06:16:3e:00:00:00") << "whatever somebody did to it";

@@ -7,6 +7,7 @@
 #include "harness/hosts/machine.h"
 #include "harness/temporary_folder.h"
 #include "hostctl/lib/exception.h"
+#include "linux/folder_lock.h"
 #include "linux/network/ini_file.h"
 #include "linux/network/own_files.h"
 
@@ -110,17 +111,22 @@ TEST_F(LinuxOwnFiles, TakenOverOnceAndOnlyWhenDifferent) {
 
 TEST_F(LinuxOwnFiles, OneChangesTheNetworkAtATime) {
   const auto mask = umask(077);
-  auto sole = own_.Lock();
+  EXPECT_TRUE(Change({{"10-kiva-a.network", "1"}}));
+  umask(0);
+  const auto others = lockFolder(files_.Path("/etc/systemd/network"));
+  std::optional sole(own_.Lock());
   umask(mask);
+  EXPECT_EQ(ended("stat -c %a " + files_.Path("/run/kiva-network.lock")).output, "600\n")
+      << "for nobody else to keep locked";
   for (const char* folder : {"/etc", "/etc/systemd", "/etc/systemd/network"})
     EXPECT_EQ(std::filesystem::status(files_.Path(folder)).permissions(),
               static_cast<std::filesystem::perms>(0755))
         << folder;
   EXPECT_EQ(failureOf([&] { own_.Lock(std::chrono::milliseconds(1)); }),
             "change the network: another change of it is under way");
-  auto next = std::async(std::launch::async, [&] { return OwnFiles(files_).Lock(); });
+  auto next = std::async(std::launch::async, [&] { OwnFiles(files_).Lock(); });
   EXPECT_EQ(next.wait_for(std::chrono::milliseconds(100)), std::future_status::timeout);
-  sole.Close();
+  sole.reset();
   EXPECT_EQ(next.wait_for(std::chrono::seconds(5)), std::future_status::ready);
 }
 

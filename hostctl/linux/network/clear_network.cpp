@@ -7,6 +7,7 @@
 
 #include "hostctl/lib/exception.h"
 #include "hostctl/lib/whole_file.h"
+#include "linux/folder_lock.h"
 #include "linux/network/dns_file.h"
 #include "linux/network/ipv6_switch.h"
 #include "linux/network/leases.h"
@@ -91,11 +92,10 @@ void removeOldest(const Files& files, const std::string& latest) {
 /// A folder of its own, which nobody sees before all is in it.
 void keepCopies(const Files& files, const std::vector<std::string>& paths) {
   const std::string folder = files.Path(kCopies);
-  fs::create_directories(folder);
+  makeOwnersFolder(folder);
   const StagingFolder staging(folder);
   const std::string made = staging.Path() + "/copy", kept = newCopy(folder);
-  fs::create_directory(made);
-  fs::permissions(made, fs::perms::owner_all);
+  makeOwnersFolder(made);
   for (const auto& path : paths)
     replaceFile(made + "/" + fs::path(path).filename().string(), readFile(files.Path(path)), 0600);
   fs::rename(made, kept);

@@ -182,7 +182,7 @@ class UplinkEdit {
   const Files& files_;
   const ChangeContext context_;
   const OwnFiles own_;
-  const HostCtl::Lib::Descriptor lock_;
+  const NetworkLock lock_;
   const OvsBridges bridges_;
   const OvsBridge& bridge_;
   const std::string nic_;

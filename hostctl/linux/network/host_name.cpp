@@ -1,21 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "linux/network/host_name.h"
 
-#include <fcntl.h>
-#include <sys/file.h>
 #include <syslog.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
 #include <filesystem>
 #include <system_error>
 #include <vector>
 
-#include "hostctl/lib/descriptor.h"
 #include "hostctl/lib/whole_file.h"
 #include "hostctl/network/hosts_file.h"
-#include "linux/network/wait.h"
+#include "linux/folder_lock.h"
 #include "linux/text.h"
 
 namespace HostLinux {
@@ -26,6 +22,7 @@ namespace {
 
 constexpr const char* kHostsFile = "/etc/hosts";
 constexpr std::string_view kOwnEntry = "127.0.1.1";
+/// A test of the name resolution has the file for as long as its servers take.
 constexpr std::chrono::seconds kTurnWithin{10};
 
 std::string renamed(std::string_view entry, std::string_view from, std::string_view to) {
@@ -45,16 +42,6 @@ std::string renamed(std::string_view entry, std::string_view from, std::string_v
 
 bool holds(const std::vector<std::string_view>& names, std::string_view name) {
   return std::find(names.begin(), names.end(), name) != names.end();
-}
-
-/// A test of the name resolution has the file for as long as its servers take.
-HostCtl::Lib::Descriptor lockHostsFile(const Files& files) {
-  const std::string path = files.Path(HostCtl::Network::kHostsFileLock);
-  HostCtl::Lib::Descriptor lock(
-      open(path.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR));
-  if (!lock || !waitFor(kTurnWithin, [&] { return flock(lock.Get(), LOCK_EX | LOCK_NB) == 0; }))
-    throw std::system_error(errno, std::generic_category(), path);
-  return lock;
 }
 
 }  // namespace
@@ -92,7 +79,7 @@ std::string withRenamedHost(std::string_view hosts, std::string_view from, std::
 void renameInHosts(const Files& files, const std::string& from, const std::string& to) try {
   const std::string path = files.Path(kHostsFile);
   if (!std::filesystem::exists(path)) return;
-  const auto sole = lockHostsFile(files);
+  const auto sole = lockFile(files.Path(HostCtl::Network::kHostsFileLock), kTurnWithin);
   const std::string old = HostCtl::Lib::readFile(path);
   const std::string hosts = withRenamedHost(old, from, to);
   if (hosts != old)

@@ -24,6 +24,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
+constexpr const char* kLock = "/run/kiva-network.lock";
 constexpr std::size_t kLongestInterface = 15;
 
 std::string pathOf(const std::string& name) {
@@ -93,10 +94,10 @@ bool OwnFiles::Exists(const std::string& name) const {
   return files_.Exists(pathOf(name));
 }
 
-HostCtl::Lib::Descriptor OwnFiles::Lock(std::chrono::milliseconds turnWithin) const try {
-  const std::string folder = files_.Path(kNetworkFolder);
-  makeReadableFolder(folder);
-  return lockFolder(folder, turnWithin);
+NetworkLock OwnFiles::Lock(std::chrono::milliseconds turnWithin) const try {
+  const std::string path = files_.Path(kLock);
+  makeReadableFolder(fs::path(path).parent_path());
+  return NetworkLock(lockFile(path, turnWithin));
 } catch (const std::system_error& error) {
   const bool busy = error.code() == std::errc::operation_would_block;
   throw HostCtlException("change", "the network",
@@ -127,10 +128,11 @@ void OwnFiles::PutBack(const std::vector<FileChange>& old, const TakeOver* takeO
 }
 
 bool OwnFiles::Change(const std::string& operation, const std::string& object,
-                      std::vector<FileChange> changes, const TakeOver& takeOver) const {
+                      std::vector<FileChange> changes, const TakeOver& takeOver,
+                      Equal equal) const {
   for (const auto& change : changes) DemandReadable(operation, object, change.name);
   std::erase_if(changes, [&](const FileChange& one) { return Text(one.name) == one.text; });
-  if (changes.empty()) return false;
+  if (changes.empty() && equal == Equal::InForce) return false;
   changes = inWritingOrder(std::move(changes));
   std::vector<FileChange> old;
   const TakeOver* again = nullptr;
@@ -141,7 +143,7 @@ bool OwnFiles::Change(const std::string& operation, const std::string& object,
       Write(change);
       old.push_back(std::move(before));
     }
-    again = &takeOver;
+    if (!old.empty()) again = &takeOver;
     takeOver();
   } catch (const std::system_error& error) {
     PutBack(old, again);

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "hostctl/lib/descriptor.h"
 #include "linux/files.h"
 #include "linux/network/ini_file.h"
+#include "linux/network/network_lock.h"
 
 namespace HostLinux {
 
@@ -55,15 +55,19 @@ class OwnFiles {
   /// Keeps others from changing the network: whoever reads files to write them anew holds this from
   /// before the reading. Waits for a change under way, and longer than one takes that is put back.
   /// Throws HostCtlException.
-  HostCtl::Lib::Descriptor Lock(
-      std::chrono::milliseconds turnWithin = std::chrono::seconds(40)) const;
+  NetworkLock Lock(std::chrono::milliseconds turnWithin = std::chrono::seconds(40)) const;
+
+  /// Whether files that say already what they shall say are in force.
+  enum class Equal { InForce, Unheard };
 
   /// Writes those of `changes` that differ from what is there and has them taken over; false when
-  /// none differs, and then nothing was touched. What is there and cannot be read is not
-  /// overwritten. When writing or the take-over fails, the old files are put back, taken over where
-  /// the new ones were, and HostCtlException of `operation` and `object` says why.
+  /// none differs, and then nothing was touched, unless networkd never heard of the files, because
+  /// whoever wrote them was killed. What is there and cannot be read is not overwritten. When
+  /// writing or the take-over fails, the old files are put back, taken over where the new ones
+  /// were, and HostCtlException of `operation` and `object` says why.
   bool Change(const std::string& operation, const std::string& object,
-              std::vector<FileChange> changes, const TakeOver& takeOver) const;
+              std::vector<FileChange> changes, const TakeOver& takeOver,
+              Equal equal = Equal::InForce) const;
   /// The same with networkd's own reload.
   bool Change(const std::string& operation, const std::string& object,
               std::vector<FileChange> changes) const;

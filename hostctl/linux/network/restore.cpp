@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
+#include <syslog.h>
+
 #include <algorithm>
 #include <chrono>
 
+#include "hostctl/lib/exception.h"
 #include "linux/network/ip_file.h"
 #include "linux/network/raised_links.h"
 #include "linux/network/restore.h"
@@ -45,8 +48,19 @@ std::string firstWithLink(const std::vector<std::string>& nics) {
   return found;
 }
 
-std::string chooseNic(const std::vector<std::string>& nics, RaisedLinks& raised) {
-  for (const auto& nic : nics) raised.Raise(nic);
+/// Whether it can have a link at all: one without its firmware cannot, or one that has just gone.
+bool isRaised(const std::string& nic, RaisedLinks& raised) try {
+  raised.Raise(nic);
+  return true;
+} catch (const HostCtl::Lib::HostCtlException& error) {
+  syslog(LOG_USER | LOG_ERR, "%s is passed over: %s", nic.c_str(), error.what());
+  return false;
+}
+
+std::string chooseNic(const SwitchEditor& editor, RaisedLinks& raised) {
+  auto nics = nicsForDefault(editor);
+  std::erase_if(nics, [&](const std::string& nic) { return !isRaised(nic, raised); });
+  if (nics.empty()) editor.Refuse("no adapter can be brought up");
   return firstWithLink(nics);
 }
 
@@ -82,9 +96,8 @@ std::vector<std::string> nicsForDefault(const SwitchEditor& editor) {
 
 void autoConfigureNetwork(const Files& files) {
   SwitchEditor editor(files, {kOperation, kSwitch});
-  const auto nics = nicsForDefault(editor);
   RaisedLinks raised(kOperation);
-  const SwitchUplink uplink = uplinkFor(editor, chooseNic(nics, raised));
+  const SwitchUplink uplink = uplinkFor(editor, chooseNic(editor, raised));
   editor.All() = switchesWith({uplink});
   editor.ApplyAfresh({managementFile(uplink.permanentAddress)});
   raised.Keep(uplink.nic);

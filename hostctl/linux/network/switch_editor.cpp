@@ -7,12 +7,13 @@
 #include <algorithm>
 
 #include "hostctl/lib/exception.h"
-#include "linux/folder_lock.h"
+#include "linux/network/foreign.h"
 #include "linux/network/networkd_bus.h"
 #include "linux/network/nic_use.h"
 #include "linux/network/switch_files.h"
 #include "linux/network_file.h"
 #include "linux/pnics.h"
+#include "linux/text.h"
 
 namespace HostLinux {
 
@@ -75,7 +76,32 @@ SwitchEditor::SwitchEditor(const Files& files, ChangeContext context)
       context_(std::move(context)),
       lock_(own_.Lock()),
       before_(readSwitchFiles(own_)),
-      after_(before_) {}
+      after_(before_) {
+  DeleteLeftDevices();
+}
+
+void SwitchEditor::DeleteLeftDevices() const {
+  const std::string note = lock_.Note();
+  const auto indexes = words(note);
+  if (indexes.empty()) return;
+  std::set<std::string> left;
+  for (const LinkRow& link : readLinks(context_.operation))
+    if (std::count(indexes.begin(), indexes.end(), std::to_string(link.index)) != 0)
+      left.insert(link.name);
+  for (const auto& known : devicesOf(before_)) left.erase(known);
+  for (const auto& device : left)
+    syslog(LOG_USER | LOG_INFO, "%s is deleted: a change was killed that had begun to",
+           device.c_str());
+  deleteDevices(files_, context_, left);
+}
+
+/// By their indexes: another device may have such a name later.
+void SwitchEditor::NoteLostDevices(const Switches& from, const Switches& to) const {
+  std::string note;
+  for (const auto& device : lostDevices(from, to))
+    note += std::to_string(indexOf(files_, device)) + " ";
+  lock_.SetNote(note);
+}
 
 void SwitchEditor::Refuse(const std::string& cause) const {
   throw HostCtlException(context_.operation, context_.object, cause);
@@ -135,15 +161,21 @@ void SwitchEditor::Carry(std::vector<FileChange> changes,
   DemandAbilities();
   bool told = false;
   SilentPorts silent(context_);
-  own_.Change(context_.operation, context_.object, std::move(changes), [&] {
+  const auto takeOver = [&] {
     const bool back = std::exchange(told, true);
     const Switches &from = back ? after_ : before_, &to = back ? before_ : after_;
+    if (back) NoteLostDevices(from, to);
     silent.Silence(from, to);
     reloadNetworkd(context_.operation, context_.object);
     settleSwitches(files_, context_, from, to);
     silent.Raise();
     if (!back && alsoSettled) alsoSettled();
-  });
+  };
+  NoteLostDevices(before_, after_);
+  const bool settled = unsettledLink(after_, readLinks(context_.operation)).empty();
+  using enum OwnFiles::Equal;
+  own_.Change(context_.operation, context_.object, std::move(changes), takeOver,
+              settled ? InForce : Unheard);
   before_ = after_;
 }
 

@@ -3,7 +3,6 @@
 
 #include <functional>
 
-#include "hostctl/lib/descriptor.h"
 #include "linux/files.h"
 #include "linux/network/own_files.h"
 #include "linux/network/switch_settle.h"
@@ -16,7 +15,11 @@ namespace HostLinux {
 /// of the context.
 class SwitchEditor {
  public:
+  /// Deletes first what devices a change left that was killed when it had begun to delete them.
   SwitchEditor(const Files& files, ChangeContext context);
+  ~SwitchEditor() { lock_.SetNote({}); }
+  SwitchEditor(const SwitchEditor&) = delete;
+  SwitchEditor& operator=(const SwitchEditor&) = delete;
 
   const ChangeContext& Context() const { return context_; }
   const OwnFiles& Own() const { return own_; }
@@ -37,6 +40,7 @@ class SwitchEditor {
   /// Writes the switches' files and `others`, has networkd take them over and waits until the links
   /// are as they say; `alsoSettled` waits for what else there is to wait for. Where the kernel
   /// lacks what the switches need, nothing is written; when anything fails the host is as it was.
+  /// Where files and links are so already, nothing is touched.
   void Apply(std::vector<FileChange> others = {}, const std::function<void()>& alsoSettled = {});
   /// The same, with all that stood in our files forgotten, whatever it was about.
   void ApplyAfresh(std::vector<FileChange> files);
@@ -45,13 +49,15 @@ class SwitchEditor {
   [[noreturn]] void Refuse(const std::string& cause) const;
 
  private:
+  void DeleteLeftDevices() const;
+  void NoteLostDevices(const Switches& from, const Switches& to) const;
   void DemandAbilities() const;
   void Carry(std::vector<FileChange> changes, const std::function<void()>& alsoSettled);
 
   const Files& files_;
   OwnFiles own_;
   ChangeContext context_;
-  HostCtl::Lib::Descriptor lock_;
+  NetworkLock lock_;
   Switches before_;
   Switches after_;
 };

@@ -103,4 +103,10 @@ std::set<std::string> devicesOf(const Switches& switches) {
   return devices;
 }
 
+std::set<std::string> lostDevices(const Switches& before, const Switches& after) {
+  auto lost = devicesOf(before);
+  for (const auto& kept : devicesOf(after)) lost.erase(kept);
+  return lost;
+}
+
 }  // namespace HostLinux

@@ -74,5 +74,7 @@ Switch* switchWithUplink(Switches& switches, const std::string& nic);
 
 /// The devices that `switches` consist of, without their uplinks.
 std::set<std::string> devicesOf(const Switches& switches);
+/// Those of `before` that `after` has no more.
+std::set<std::string> lostDevices(const Switches& before, const Switches& after);
 
 }  // namespace HostLinux

@@ -103,17 +103,6 @@ void letNetworkdForget(const Files& files, const std::vector<int>& indices) {
     syslog(LOG_USER | LOG_WARNING, "systemd-networkd did not forget deleted links in 10 seconds");
 }
 
-void deleteDevices(const Files& files, const ChangeContext& context, const Switches& before,
-                   const Switches& after) {
-  auto gone = devicesOf(before);
-  for (const auto& device : devicesOf(after)) gone.erase(device);
-  // All are looked up first: one end of a pair takes the other one along.
-  std::vector<int> indices;
-  for (const auto& device : gone) indices.push_back(indexOf(files, device));
-  for (const auto& device : gone) deleteLink(context.operation, device);
-  letNetworkdForget(files, indices);
-}
-
 /// networkd compares a file with what it last heard of the link: what was changed while it did so,
 /// and a link that somebody put down, stay as they are until it looks again.
 void haveLookedAtAgain(const ChangeContext& context, const std::vector<LinkRow>& links,
@@ -171,9 +160,18 @@ std::string unsettledLink(const Switches& switches, const std::vector<LinkRow>& 
   return {};
 }
 
+void deleteDevices(const Files& files, const ChangeContext& context,
+                   const std::set<std::string>& devices) {
+  // All are looked up first: one end of a pair takes the other one along.
+  std::vector<int> indices;
+  for (const auto& device : devices) indices.push_back(indexOf(files, device));
+  for (const auto& device : devices) deleteLink(context.operation, device);
+  letNetworkdForget(files, indices);
+}
+
 void settleSwitches(const Files& files, const ChangeContext& context, const Switches& before,
                     const Switches& after) {
-  deleteDevices(files, context, before, after);
+  deleteDevices(files, context, lostDevices(before, after));
   releaseNics(context, uplinksGivenBack(before, after));
   waitForLinks(context, after);
   settleVlans(context, before, after);

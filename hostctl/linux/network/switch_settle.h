@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,10 @@ struct ChangeContext {
 /// The first link that is not yet as `switches` say; empty when all are. A NIC that the machine
 /// does not have (any more) is waited for by nobody.
 std::string unsettledLink(const Switches& switches, const std::vector<LinkRow>& links);
+
+/// Deletes them, those that there are, and waits until networkd knows.
+void deleteDevices(const Files& files, const ChangeContext& context,
+                   const std::set<std::string>& devices);
 
 /// Has the kernel's links follow when the switches change from `before` to `after`, whose files
 /// networkd has been told of: does what networkd leaves undone (it deletes no device, releases no

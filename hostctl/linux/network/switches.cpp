@@ -117,7 +117,7 @@ void addUplink(const Files& files, const std::string& switchName, const std::str
   Switch& target = editor.SwitchNamed(switchName);
   const std::string nic = editor.NicNamed(pnic);
   Switch* old = switchWithUplink(editor.All(), nic);
-  if (old == &target) return;
+  if (old == &target) return editor.Apply();
   if (!old) demandNoAddresses(editor, nic);
   SwitchUplink added = old ? takeFrom(editor, *old, nic, switchName) : editor.NewUplink(nic);
   const auto active = static_cast<std::ptrdiff_t>(target.ActiveUplinks().size());
@@ -181,9 +181,10 @@ void writeMacAddress(const Files& files, const std::string& nic, const std::stri
 
 void addStandardSwitch(const Files& files, const std::string& name) {
   SwitchEditor editor(files, {"AddStandardSwitch", name});
-  if (findSwitch(editor.All(), name)) editor.Refuse("there is such a switch already");
-  if (files.Exists("/sys/class/net/" + name)) editor.Refuse("there is an interface of this name");
-  editor.All().push_back({name, {}, {}, {}});
+  const bool known = findSwitch(editor.All(), name);
+  if (files.Exists("/sys/class/net/" + name))
+    editor.Refuse(known ? "there is such a switch already" : "there is an interface of this name");
+  if (!known) editor.All().push_back({name, {}, {}, {}});
   editor.Apply();
 }
 

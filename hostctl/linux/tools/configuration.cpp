@@ -8,6 +8,7 @@
 
 #include "hostctl/lib/exception.h"
 #include "hostctl/lib/whole_file.h"
+#include "linux/folder_lock.h"
 #include "linux/network/ipv6_switch.h"
 #include "linux/run_program.h"
 #include "linux/staging_folder.h"
@@ -65,11 +66,6 @@ void pack(const Files& files, const std::string& staging) {
   if (result.status != 0) throw HostCtlException(kOperation, kSavedConfigurations, causeOf(result));
 }
 
-void makeRootOnly(const std::string& folder) {
-  fs::create_directories(folder);
-  fs::permissions(folder, fs::perms::owner_all);
-}
-
 void removeOldest(const Files& files) {
   auto archives = archivesIn(files);
   for (; archives.size() > kKept; archives.erase(archives.begin()))
@@ -81,7 +77,7 @@ void removeOldest(const Files& files) {
 std::string saveConfiguration(const Files& files) try {
   const std::string accounts = readAccounts(files);
   const std::string folder = files.Path(kSavedConfigurations);
-  makeRootOnly(folder);
+  makeOwnersFolder(folder);
   const StagingFolder staging(folder);
   const auto archives = archivesIn(files);
   const std::string version = std::to_string(archives.empty() ? 1 : archives.rbegin()->first + 1);

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "hostctl/lib/exception.h"
+#include "linux/network/network_lock.h"
 #include "linux/network/switches.h"
 #include "linux/settings.h"
 #include "linux/tools/administrators.h"
@@ -90,6 +91,8 @@ void LinuxToolHost::SetPortGroupVlan(const std::string& name, const std::string&
   writeVlanId(files_, {switchName, name}, vlanId);
 }
 void LinuxToolHost::RestoreNetwork() {
+  // Whoever came over that network has lost it in between.
+  const StopsPutOff untilThereIsOne;
   clearNetwork(files_);
   autoConfigureNetwork(files_);
 }
