@@ -1,20 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
-#include <functional>
-
-#include "harness/demo_host.h"
-#include "harness/hosts/machine.h"
 #include "hostctl/lib/exception.h"
-#include "hostseam/driver.h"
-#include "sample/sample_host.h"
-#include "tarnctl/network/network_info_impl.h"
 #include "tarnctl/network/virtual_switch_info_impl.h"
+#include "tests/values/on_sample_host.h"
 
 namespace {
 
 using namespace HostCtl::Network;
-using HostSample::useSampleHost;
+using HostSample::Step;
 using Json = nlohmann::json;
 using Names = std::vector<std::string>;
 
@@ -23,8 +17,7 @@ const char* const kAllIpv6 =
     "via 2001:db8:20::1";
 const char* const kServers = "; 10.20.30.2 2001:db8:20::53";
 const HostSeam::PortGroupName kManagement{"vSwitch0", "Management Network"},
-    kMachines{"vSwitch0", "VM Network"}, kBackup{"vSwitch1", "Backup"},
-    kElsewhere{"vSwitch0", "Backup"};
+    kMachines{"vSwitch0", "VM Network"}, kBackup{"vSwitch1", "Backup"};
 
 Ipv4Address ipv4(const char* text) {
   return *Ipv4Address::FromString(text);
@@ -34,15 +27,8 @@ Ipv6Address ipv6(const char* text) {
   return *Ipv6Address::FromString(text);
 }
 
-class SampleNetwork : public testing::Test {
+class SampleNetwork : public HostSample::OnSampleHost {
  protected:
-  SampleNetwork() { useSampleHost(host.Directory()); }
-
-  static std::unique_ptr<TarnNic> Nic() {
-    TarnCtl::Network::NetworkInfoImpl network;
-    return std::move(network.GetTarnNics().at(0));
-  }
-
   static void Configure(const std::string& words) {
     Nic()->SetIpConfig(HostLinux::ipConfig(words));
   }
@@ -57,7 +43,7 @@ class SampleNetwork : public testing::Test {
 
   void GoDownAndStart() {
     host.Set("/power", "restarting");
-    useSampleHost(host.Directory());
+    HostSample::useSampleHost(host.Directory());
   }
 
   void OfferLease(const Json& lease) { host.Set("/network/kernelNics/0/offers/dhcp", lease); }
@@ -92,13 +78,7 @@ class SampleNetwork : public testing::Test {
     std::erase(text, '"');
     return text;
   }
-
-  HostSeam::NetworkWriter& Writer() { return HostSeam::driver().Network(); }
-
-  Harness::DemoHost host;
 };
-
-using Step = std::pair<std::function<void()>, std::string>;
 
 TEST_F(SampleNetwork, FollowsWhatIsConfiguredAndOffered) {
   const std::string all = kAllIpv6, servers = kServers, own = all + "; 2001:db8:20::53",
@@ -192,43 +172,30 @@ TEST_F(SampleNetwork, SavesNameResolutionAtOnce) {
 
 TEST_F(SampleNetwork, WritesNothingWhereNothingDiffersAndRefusesWithTheHostAsItWas) {
   const HostSeam::DnsChange same{"halo-01", "example.test", {}, {}};
-  const std::function<void()> idle[] = {
-      [] { ToggleIpv6(true); },
-      [] { ConfigureIpv4("dhcp"); },
-      [] { Nic()->RenewLease(LeaseRenewal::Ipv4AndIpv6); },
-      [] { Nic()->Enable(); },
-      [&] { Writer().WriteMacAddress("tarn0", "9e:3e:41:07:21:a8"); },
-      [&] { Writer().WriteIpv4Gateway(ipv4("10.20.30.1")); },
-      [&] { Writer().WriteIpv6Gateway(ipv6("2001:db8:20::1")); },
-      [&] { Writer().WriteDns(same); },
-      [&] { Writer().AddUplink("vSwitch0", "pnic0"); },
-      [&] { Writer().RemoveUplink("vSwitch0", "pnic1"); },
-      [&] { Writer().WriteActiveUplinks(kBackup, Names{"pnic2"}); },
-      [&] { Writer().WriteVlanId(kBackup, 120); }};
-  const Step refusals[] = {
-      {[&] { Writer().AddUplink("vSwitch9", "pnic1"); }, "There is no standard switch vSwitch9."},
-      {[&] { Writer().AddUplink("vSwitch0", "pnic9"); }, "There is no physical adapter pnic9."},
-      {[&] { Writer().WriteActiveUplinks(kMachines, Names{"pnic2"}); },
-       "The standard switch vSwitch0 has no uplink pnic2."},
-      {[&] { Writer().WriteVlanId(kElsewhere, 1); },
-       "There is no port group of vSwitch0 named Backup."},
-      {[&] { Writer().WriteVlanId(kMachines, 4096); },
-       "network.switches[0].portGroups[1].vlanId is not a whole number from 0 to 4095"},
-      {[&] { Writer().WriteIpConfig("tarn9", {}); }, "There is no kernel interface tarn9."},
-      {[&] { Writer().WriteMacAddress("tarn0", "9e:3e:41:07:21:g8"); },
-       "\"9e:3e:41:07:21:g8\" is not a MAC address."},
-      {[&] { Writer().WriteIpv4Gateway(ipv4("10.20.31.1")); },
-       "The gateway 10.20.31.1 is not on the network of tarn0."}};
-  const std::string before = host.Text();
-  int number = 0;
-  for (const auto& change : idle) {
-    change();
-    EXPECT_EQ(host.Text(), before) << "written, be it only in another layout, by " << number++;
-  }
-  for (const auto& [change, text] : refusals) {
-    EXPECT_EQ(HostLinux::failureOf(change), text);
-    EXPECT_EQ(host.Text(), before) << text;
-  }
+  ExpectSame(
+      {{[] { ToggleIpv6(true); }, ""},
+       {[] { ConfigureIpv4("dhcp"); }, ""},
+       {[] { Nic()->RenewLease(LeaseRenewal::Ipv4AndIpv6); }, ""},
+       {[] { Nic()->Enable(); }, ""},
+       {[] { Writer().WriteMacAddress("tarn0", "9e:3e:41:07:21:a8"); }, ""},
+       {[] { Writer().WriteIpv4Gateway(ipv4("10.20.30.1")); }, ""},
+       {[] { Writer().WriteIpv6Gateway(ipv6("2001:db8:20::1")); }, ""},
+       {[&] { Writer().WriteDns(same); }, ""},
+       {[] { Writer().AddUplink("vSwitch0", "pnic0"); }, ""},
+       {[] { Writer().RemoveUplink("vSwitch0", "pnic1"); }, ""},
+       {[] { Writer().WriteActiveUplinks(kBackup, Names{"pnic2"}); }, ""},
+       {[] { Writer().WriteVlanId(kBackup, 120); }, ""},
+       {[] { Writer().AddUplink("vSwitch9", "pnic1"); }, "There is no standard switch vSwitch9."},
+       {[] { Writer().AddUplink("vSwitch0", "pnic9"); }, "There is no physical adapter pnic9."},
+       {[] { Writer().WriteActiveUplinks(kMachines, Names{"pnic2"}); },
+        "The standard switch vSwitch0 has no uplink pnic2."},
+       {[] { Writer().WriteVlanId(kMachines, 4096); },
+        "network.switches[0].portGroups[1].vlanId is not a whole number from 0 to 4095"},
+       {[] { Writer().WriteIpConfig("tarn9", {}); }, "There is no kernel interface tarn9."},
+       {[] { Writer().WriteMacAddress("tarn0", "9e:3e:41:07:21:g8"); },
+        "\"9e:3e:41:07:21:g8\" is not a MAC address."},
+       {[] { Writer().WriteIpv4Gateway(ipv4("10.20.31.1")); },
+        "The gateway 10.20.31.1 is not on the network of tarn0."}});
 }
 
 }  // namespace

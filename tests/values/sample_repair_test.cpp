@@ -1,19 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
-#include <functional>
-
-#include "harness/demo_host.h"
-#include "harness/hosts/machine.h"
-#include "hostseam/driver.h"
-#include "sample/sample_host.h"
 #include "sample/sample_tool_host.h"
-#include "tarnctl/network/network_info_impl.h"
+#include "tests/values/on_sample_host.h"
 
 namespace {
 
+using HostSample::Step;
 using Json = nlohmann::json;
-using Step = std::pair<std::function<void()>, std::string>;
 
 /// Its management interface is on a distributed switch.
 const char* const kChanges = R"([
@@ -24,24 +18,11 @@ const char* const kChanges = R"([
   {"op": "replace", "path": "/network/kernelNics/0/connection", "value":
     {"type": "distributed", "switch": "xds0", "portGroup": "mgmt"}}])";
 
-class SampleRepair : public testing::Test {
+class SampleRepair : public HostSample::OnSampleHost {
  protected:
-  SampleRepair() : host(Json::parse(kChanges)) { HostSample::useSampleHost(host.Directory()); }
-
-  static HostSeam::NetworkWriter& Writer() { return HostSeam::driver().Network(); }
-  static std::unique_ptr<HostCtl::Network::TarnNic> Nic() {
-    return std::move(TarnCtl::Network::NetworkInfoImpl().GetTarnNics().at(0));
-  }
+  SampleRepair() : OnSampleHost(Json::parse(kChanges)) {}
 
   Json Network() const { return host.State()["network"]; }
-
-  void ExpectSame(const std::vector<Step>& steps) {
-    const std::string before = host.Text();
-    for (const auto& [change, failure] : steps) {
-      EXPECT_EQ(HostLinux::failureOf(change), failure);
-      EXPECT_EQ(host.Text(), before) << failure;
-    }
-  }
 
   /// Where the interface is, its address; uplinks and ports of the distributed switch.
   std::string Place() const {
@@ -53,8 +34,6 @@ class SampleRepair : public testing::Test {
     return text + nic["running"]["ipv4"].value("address", "no address") + on["uplinks"].dump() +
            on["ports"].dump();
   }
-
-  Harness::DemoHost host;
 };
 
 TEST_F(SampleRepair, MovesTheInterfaceAndUplinks) {
@@ -98,8 +77,6 @@ TEST_F(SampleRepair, RefusesWithTheHostAsItWas) {
        {port("host-local-1", 0, "pnic1"), vlan},
        {port("host-local-1", 4095, "pnic1"), vlan},
        {port("host-local-1", 1, "pnic0"), "The distributed switch xds0 has no uplink pnic0."},
-       {[] { Nic()->Migrate("vSwitch0", "Backup"); },
-        "There is no port group of vSwitch0 named Backup."},
        {[] { Writer().AddUplink("vSwitch0", "pnic1"); },
         "The physical adapter pnic1 is an uplink of xds0 already."},
        {[] { Writer().AddDistributedUplink("xds0", "pnic0"); },
