@@ -52,7 +52,6 @@ TEST(MarkupLayout, HandsOnTagsThatAreNotItsOwn) {
                  {"unknown", "a{nope}{:}b", 2, "a{nope}{:}b"},
                  {"empty", "a{}b", 5, "ab"},
                  {"unclosed", "ab{color:red", 5, "ab"},
-                 {"lone opening brace", "ab{", 5, "ab"},
                  {"lone closing brace, brace in a tag", "a}{{x}b", 7, "a}{{x}b"},
                  {"break in a tag", "{color:\n}ab", 2, "{color:\n}ab"}});
 }

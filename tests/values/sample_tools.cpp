@@ -85,7 +85,6 @@ TEST(SampleTools, AnswerWithoutChangingTheHost) {
                 {{"2001:db8:20::53 -c 20", says("2001:db8:20::53 answers")},
                  {"-c 3 fe80::1%tarn0", {1, "fe80::1%tarn0 does not answer\n", ""}},
                  {"-c 3 10.20.30", refuses("tarnping: not an IPv4 or IPv6 address: 10.20.30")},
-                 {"-c 3 -f", refuses("tarnping: unknown argument -f")},
                  {"-c 21 ::1", refuses("tarnping: -c is a whole number from 1 to 20")}});
   expectAnswers(
       host, "",
@@ -98,11 +97,8 @@ TEST(SampleTools, AnswerWithoutChangingTheHost) {
        {kKeygen + "/none", refuses("ssh-keygen: /none: No such file or directory", 255)},
        {"/sbin/services.sh status", says("mgmtd is running\nevbd is running")},
        {"/etc/init.d/SSH stop", ToolAnswer{1, "SSH is not running\n", ""}},
-       {"/sbin/firmwareConfig.py", refuses("firmwareConfig.py: missing argument --reset-only")},
        {kCore + "-o ../up -d /var/log", refuses("tarnbacktrace: not the name of a file: ../up")},
-       {kCore + "-o up -d /var/..", refuses("tarnbacktrace: not the path of a folder: /var/..")},
-       {kOvl + "-m -p vSwitch1 -I tarn0",
-        refuses("ovlcfg-vswitch: There is no kernel interface vSwitch1.")}});
+       {kCore + "-o up -d /var/..", refuses("tarnbacktrace: not the path of a folder: /var/..")}});
   expectAnswers(
       host, "/bin/halocli ",
       {{"", denies("not a whole command: --help shows them")},
@@ -134,8 +130,6 @@ TEST(SampleTools, AnswerWithoutChangingTheHost) {
         denies("There is no port group of vSwitch0 named Backup.")},
        {kSwitch + "uplink remove -u pnic1 -v vSwitch0",
         denies("The standard switch vSwitch0 has no uplink pnic1.")}});
-  for (const char* name : {"%a b%", "a/b", "..", "-a", "elevenchars"})
-    EXPECT_EQ(run(host, kSwitch + "add -v " + name).status, 1) << name;
   for (const char* name : {"../x", "% %", "..", "%a %", "Ü"})
     EXPECT_EQ(run(host, kSwitch + "portgroup add -v vSwitch1 -p " + name).status, 1) << name;
   EXPECT_EQ(host.Text(), before);
