@@ -94,8 +94,13 @@ Json networkWith(const std::string& values) {
   Json changes = Json::array();
   const Json parsed = Json::parse(values);
   for (const auto& [path, value] : parsed.items())
-    changes.push_back({{"op", "replace"}, {"path", "/network/" + path}, {"value", value}});
+    changes.push_back({{"op", "add"}, {"path", "/network/" + path}, {"value", value}});
   return changes;
+}
+
+Lines announced(const std::string& event, const std::string& text) {
+  return {"log.info\t" + text, "log.info\tInitializing evbuser library",
+          "event\t@&!*@*@(evb.user.kiva." + event + ")" + text};
 }
 
 Lines parts(const std::string& text, char separator) {
@@ -158,17 +163,20 @@ void logIn(Console& console) {
   console.WaitFor(kMenu);
 }
 
-void openTroubleshooting(Console& console, int row) {
+void openMenu(Console& console, int downs) {
   logIn(console);
-  console.Press("Down", 9);  // what can be selected at the top differs from host to host
+  console.Press("Down", downs);
+}
+
+void openTroubleshooting(Console& console, int row) {
+  openMenu(console, 9);  // what can be selected at the top differs from host to host
   console.Press("Up", 3);
   console.Do({"Enter", "wait:Troubleshooting Mode Options"});
   console.Press("Down", row);
 }
 
 void openNetwork(Console& console, int row) {
-  logIn(console);
-  console.Press("Down", 2);
+  openMenu(console, 2);
   console.Do({"Enter", "wait:<Esc> Exit"});
   console.Press("Down", row);
 }

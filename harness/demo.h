@@ -65,6 +65,8 @@ inline const Json kDies = {{"signal", 9}}, kGone = {{"missing", true}};
 Json failing(const std::string& operation, const std::string& text);
 /// Changes for a host with these values below "/network": {"dns/hostname": "alpha", ...}.
 Json networkWith(const std::string& values);
+/// What the host is told when an operation begins: a line of the log, and the event of that name.
+Lines announced(const std::string& event, const std::string& text);
 /// What is logged when the console's child is killed.
 inline constexpr const char* kKilled = "log.err\tRun Command did not terminate normally";
 
@@ -94,6 +96,8 @@ inline const Lines kLogIn = {"F2", "Enter", "type:demo", "Enter", "wait:System C
 void openLogin(Console& console);
 /// From the welcome screen to the menu, as the user that the dialog offers.
 void logIn(Console& console);
+/// From the welcome screen to the menu, so many steps down.
+void openMenu(Console& console, int downs);
 /// From the welcome screen to the troubleshooting options, with the entry `row` (from 0) selected.
 void openTroubleshooting(Console& console, int row);
 /// From the welcome screen to the network window, with the entry `row` (from 0) selected.

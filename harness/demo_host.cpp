@@ -67,6 +67,12 @@ void DemoHost::Set(const std::string& pointer, const nlohmann::json& value) {
   Change(nlohmann::json::array({{{"op", "add"}, {"path", pointer}, {"value", value}}}));
 }
 
+void DemoHost::Freeze() {
+  const std::string lock = File().string() + ".lock";
+  fs::remove(lock);
+  fs::create_directory(lock);
+}
+
 std::string DemoHost::Text() const {
   return contentOf(File());
 }

@@ -35,6 +35,9 @@ class DemoHost {
   /// Sets one value of host.json by its JSON pointer.
   void Set(const std::string& pointer, const nlohmann::json& value);
 
+  /// From now on nobody can change host.json through the program: it is not written any more.
+  void Freeze();
+
   std::filesystem::path File() const { return Directory() / "host.json"; }
   /// host.json as it is, also where it is no JSON.
   std::string Text() const;

@@ -11,9 +11,7 @@ using namespace Harness;
 
 namespace {
 
-const Lines kAnnounced = {
-    "log.info\tRestarting host agents", "log.info\tInitializing evbuser library",
-    "event\t@&!*@*@(evb.user.kiva.restarting.hostagents)Restarting host agents"};
+const Lines kAnnounced = announced("restarting.hostagents", "Restarting host agents");
 const Lines kRestarted = {"run\t/bin/sh sh -c /bin/sh /sbin/services.sh stop",
                           "run\t/bin/sh sh -c /bin/sh /sbin/services.sh start"};
 /// Nobody knows otherwise whether the core or the stop comes first.
@@ -68,12 +66,9 @@ TEST(Agents, LeaveALiveCoreBehindOnEveryRequestWhateverTheToolsCameTo) {
     openTroubleshooting(demo, 4);
     demo.host.Change(changes);
     Lines all, expected = demo.host.Journal() + kAnnounced + lines + kAnnounced + lines;
-    for (int i = 0; i < 2; ++i) {
-      demo.Do({"Enter", "type: ", "F11"});
-      const Screen screen = demo.WaitFor("<Enter> OK");
-      EXPECT_EQ(missingFrom(screen, {"Stopping management a", "Starting management a"}), Lines{});
-      demo.Press("Enter");
-    }
+    for (int i = 0; i < 2; ++i)
+      demo.Do({"Enter", "type: ", "F11", "wait:<Enter> OK", "wait:Stopping management a",
+               "wait:Starting management a", "Enter"});
     const auto isWritten = [&](const Screen&) {
       return (all = demo.host.Journal()).size() >= expected.size();
     };

@@ -28,12 +28,9 @@ Lines applied(Demo& demo, const Lines& changes, const Json& meanwhile, const Lin
   demo.host.Change(meanwhile);
   demo.NewLines();
   demo.Type("y\n");
-  for (const std::string& failure : failures) {
-    const Screen screen = demo.WaitFor("Enable Management Network: Error");
-    EXPECT_TRUE(screen.Shows(failure)) << failure << screen.Dump();
-    demo.Press("Enter");
-  }
-  EXPECT_TRUE(demo.Look().Shows("<Enter> More")) << demo.Look().Dump();
+  for (const std::string& failure : failures)
+    demo.Do({"wait:Enable Management Network: Error", "wait:" + failure, "Enter"});
+  demo.Do({"wait:<Enter> More"});
   return marked(demo.NewLines());
 }
 

@@ -63,9 +63,7 @@ TEST(Keyboard, AppliesTheMarkedLayoutAndTellsWhatTheHostRefused) {
     demo.Do(way);
     demo.host.Change(changes);
     demo.NewLines();
-    demo.Press("Enter");
-    demo.Do(steps);
-    EXPECT_TRUE(demo.Look().Shows(shows)) << demo.Look().Dump();
+    demo.Do(Lines{"Enter"} + steps + (std::string("wait:") + shows));
     EXPECT_EQ(demo.NewLines(), lines);
     EXPECT_EQ(demo.Stop(), 0);
   }

@@ -40,16 +40,13 @@ TEST(Keys, EditTheLoginNameAndMoveInTheMenu) {
     openLogin(demo);
     if (family != KeyFamily::kVt100 && family != KeyFamily::kBracketLetter) demo.UseKeys(family);
     demo.Do({"Home", "type:1", "End", "type:2", "Left", "type:3", "Home", "Right", "type:4", "Home",
-             "Delete", "End", "Backspace", "Insert", "PageUp", "PageDown"});
-    EXPECT_TRUE(demo.Look().Shows("[ 4root3  ")) << demo.Look().Dump();
+             "Delete", "End", "Backspace", "Insert", "PageUp", "PageDown", "wait:[ 4root3  "});
     demo.UseKeys(KeyFamily::kXterm);
     demo.Do({"Esc", "gone:Authentication Required"});
     logIn(demo);
     const Screen first = demo.Look();
     demo.UseKeys(family);
-    demo.Press("Down");
-    EXPECT_TRUE(demo.Look().Shows("lockdown mode prevents")) << demo.Look().Dump();
-    demo.Press("Up");
+    demo.Do({"Down", "wait:lockdown mode prevents", "Up"});
     EXPECT_EQ(demo.Look(), first);
   }
 }
@@ -73,8 +70,8 @@ TEST(Keys, AKeyBehindEscapeIsNotLostAndKeypadEnterIsEnter) {
   demo.Do({"type:\033OM", "type:\033OM", "wait:Authentication failed"});
   demo.Type("\033\r");  // Escape says nothing here, Enter closes the message
   EXPECT_FALSE(demo.Look().Shows("Authentication failed")) << demo.Look().Dump();
-  demo.Do({"type:demo", "type:\033OM", "wait:System Customization", "type:\033OM"});
-  EXPECT_TRUE(demo.Look().Shows("Old Password:"));
+  demo.Do(
+      {"type:demo", "type:\033OM", "wait:System Customization", "type:\033OM", "wait:Old Pass"});
 }
 
 TEST(Keys, AFloodOfKeysAndALongPaste) {
@@ -88,8 +85,7 @@ TEST(Keys, AFloodOfKeysAndALongPaste) {
   demo.Type(repeated("pass {", kFlood));
   demo.Do({"Enter", "wait:Authentication failed"});
   demo.Type(repeated("x \033[B", kFlood));
-  EXPECT_TRUE(demo.Look().Shows("Authentication failed"));
-  demo.Do({"Enter", "Esc", "gone:Authentication Required"});
+  demo.Do({"wait:Authentication failed", "Enter", "Esc", "gone:Authentication Required"});
   logIn(demo);
   demo.Type(repeated("\033[B\033[B\033[A\n", kFlood));
   EXPECT_FALSE(demo.Look().Shows(kWelcome)) << "nobody has logged out";

@@ -30,9 +30,7 @@ TEST(Login, TellsEveryRefusalAndLeavesItsRecords) {
                                       "audit\tlogin.connect " + user + " 0 reason=" + reason,
                                       "log.info\tInitializing evbuser library",
                                       "event\t@&!*@*@(evb.user.kiva.login.failed)" + event}));
-    demo.Press("Esc");
-    EXPECT_TRUE(demo.Look().Shows(message)) << "Escape closes no message";
-    demo.Press("Enter");
+    demo.Do({"Esc", "wait:" + message, "Enter"});  // Escape closes no message
     if (user == "expired") demo.Do({"wait:Confirm Password:", "Esc"});
     EXPECT_TRUE(demo.WaitFor("Password:            [                    ").cursorVisible);
   }
@@ -42,8 +40,7 @@ TEST(Login, LetsAnOperatorInAndOutWithItsRecords) {
   Demo demo;
   demo.NewLines();
   logIn(demo);
-  demo.Press("Esc");
-  EXPECT_TRUE(demo.Look().Shows("<F12> Shut Down/Restart"));
+  demo.Do({"Esc", "wait:<F12> Shut Down/Restart"});
   EXPECT_EQ(demo.NewLines(),
             (Lines{"log.auth.emerg\tAuthentication of user root succeeded",
                    "log.info\tUser root logged in", "audit\tlogin.connect root 1",
@@ -58,9 +55,8 @@ TEST(Login, LetsAnOperatorInAndOutWithItsRecords) {
 
 TEST(Login, DialogLooksAndTakesKeysAsItSays) {
   Demo demo;
-  demo.Press("F2");
-  Screen screen = demo.WaitFor("Enter an authorized login name and password for");
-  EXPECT_TRUE(screen.Shows("halo-01.example.test.")) << screen.Dump();
+  demo.Do({"F2", "wait:Enter an authorized login name and password for"});
+  Screen screen = demo.WaitFor("halo-01.example.test.");
   const Position name = *screen.Find("root");
   EXPECT_EQ(screen.ColoursAt(name.row, name.column), (Colours{0, 7})) << "selected";
   EXPECT_EQ(screen.ColoursAt(name.row, name.column - 3), (Colours{7, 0})) << "focused row";
@@ -73,10 +69,8 @@ TEST(Login, DialogLooksAndTakesKeysAsItSays) {
   // Typing replaces what was put in, but never what was typed.
   demo.Do({"Tab", "type:admin", "wait:[ admin ", "Tab", "Tab", "type:2\001\303\244",
            "wait:[ admin2  "});
-  demo.Press("F3");
-  EXPECT_EQ(missingFrom(demo.Look(), {"Enter the smart card login PIN for", "Login Id:", "PIN:",
-                                      "<F3> Switch PIN/Password Login", "<Esc> Cancel"}),
-            Lines{});
+  demo.Do({"F3", "wait:Enter the smart card login PIN for", "wait:Login Id:", "wait:PIN:",
+           "wait:<F3> Switch PIN/Password Login", "wait:<Esc> Cancel"});
   demo.Do({"F3", "type:{serial-number}", "wait:Login Name:          [ LKF-T24-00731", "Esc"});
   screen = demo.WaitFor("<F2> Customize");
   EXPECT_FALSE(screen.cursorVisible);
@@ -97,12 +91,9 @@ TEST(Login, SwitchedOffLetsNobodyIn) {
   std::filesystem::remove(host.Root("/var/run/corvo/show-kiva-login"));
   Demo demo({}, std::move(host));
   for (const char* door : {"F2", "F12"})
-    for (const char* key : {"Enter", "Esc"}) {
-      demo.Do({door, "wait:Direct console access has been disabled by the", "F11", "F2"});
-      EXPECT_TRUE(demo.Look().Shows("Authentication Denied"));
-      demo.Press(key);
-      EXPECT_TRUE(demo.Look().Shows("<F2> Customize")) << door << key;
-    }
+    for (const char* key : {"Enter", "Esc"})
+      demo.Do({door, "wait:Direct console access has been disabled by the", "F11", "F2",
+               "wait:Authentication Denied", key, "wait:<F2> Customize"});
 }
 
 }  // namespace

@@ -167,16 +167,15 @@ TEST(NetworkMove, LeavesAnUplinkThatTheSwitchHasLostWhereItIs) {
   EXPECT_EQ(demo.host.State()["network"]["switches"][2]["uplinks"], Json({"pnic2"}));
 }
 
-TEST(NetworkMove, LeavesTheOldTeamingsWhicheverAdapterIsPrimary) {
-  for (const Json& order : {Json({"pnic0", "pnic1"}), Json({"pnic1", "pnic0"})}) {
-    DemoHost host = hostOn("standard", failing("Migrate", "no"));
-    host.Set("/network/switches/0/portGroups/0/activeUplinks", order);
-    Demo demo({}, std::move(host));
-    demo.Do(kAsk + Lines{"wait:Orvane.", "F11", kFailed});
-    const Json old = demo.host.State()["network"]["switches"][0], groups = old["portGroups"];
-    EXPECT_EQ(groups[0]["activeUplinks"], order);
-    EXPECT_EQ(groups[1].value("activeUplinks", old["uplinks"]), Json({"pnic0", "pnic1"}));
-  }
+TEST(NetworkMove, LeavesTheOldTeamingsAlsoWhereAllHaveOnePrimary) {
+  const Json order = {"pnic0", "pnic1"};
+  DemoHost host = hostOn("standard", failing("Migrate", "no"));
+  host.Set("/network/switches/0/portGroups/0/activeUplinks", order);
+  Demo demo({}, std::move(host));
+  demo.Do(kAsk + Lines{"wait:Orvane.", "F11", kFailed});
+  const Json old = demo.host.State()["network"]["switches"][0], groups = old["portGroups"];
+  EXPECT_EQ(groups[0]["activeUplinks"], order);
+  EXPECT_EQ(groups[1].value("activeUplinks", old["uplinks"]), order);
 }
 
 TEST(NetworkMove, ShowsItsStepsAndIsAskedForAgainAfterAFailure) {
@@ -208,7 +207,6 @@ TEST(NetworkMove, IsRefusedWhereThereIsNothingToMove) {
   const std::pair<Json, std::string> cases[] = {
       {networkWith(R"({"kernelNics": []})"), "Could not get a suitable management interface"},
       {nic("type", "opaque"), nowhere},
-      {nic("type", "unknown"), nowhere},
       {nic("portGroup", "x"), "Getting VlanID failed: Port group x: it does not exist"},
       {nic("type", "distributed"), "Distributed switch vSwitch0: it does not exist"},
       {networkWith(R"({"switches/0/uplinks": []})"), "tarn0 has no uplink to take along"},

@@ -11,10 +11,8 @@ namespace {
 const Lines kOpen = kLogIn + Lines{"choose:Network Restore Options", "wait:Create Standard Switch"};
 const Lines kAsk = kOpen + Lines{"choose:Restore Network Settings", "wait:Yes, Reset"};
 const std::string kWarning = "wait:Warning: VMs running", kResult = "wait:<Enter> OK";
-const Lines kAnnounced = {"log.info\tRestoring factory network settings",
-                          "log.info\tInitializing evbuser library",
-                          "event\t@&!*@*@(evb.user.kiva.factory.network.restored)"
-                          "Restoring factory network settings"};
+const Lines kAnnounced =
+    announced("factory.network.restored", "Restoring factory network settings");
 const std::string kOff = "run\t/sbin/powerOffVms powerOffVms";
 const Lines kClearing = {"hostctl\tDisableNetDumper", "log.info\tClearing Network Config"};
 const Lines kBuilding = {"hostctl\tClearNetworkConfig", "log.info\tAuto-Configuring Network"};

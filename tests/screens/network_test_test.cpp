@@ -15,8 +15,7 @@ const std::string kName = "halo-01.example.test", kPing = "run\t/bin/sh sh -c /b
 const Lines kResolved = {"hostctl\tRemoveEntryByHostName " + kName, "resolve\t" + kName};
 
 void openForm(Demo& demo, const Json& changes = Json::object()) {
-  logIn(demo);
-  demo.Press("Down", 4);
+  openMenu(demo, 4);
   demo.host.Change(changes);
   demo.Do({"Enter", "wait:Resolve Hostname"});
 }
@@ -38,13 +37,9 @@ TEST(NetworkTestForm, TakesAddressesAndANameAndNothingElse) {
   const Lines taken = {"Ping Address #1:        [ 10.0.0.5  ", "#2:        [    ", "[ ab(c);%  "};
   EXPECT_EQ(missingFrom(demo.Look(), taken), Lines{});
   demo.Press("Up", 4);
-  for (const std::string address : {"1.2.3", "256.1.1.1", "::fffff", "1:2:3:4:5:6:7:8:9"}) {
-    demo.Do({"Down", "type:" + address, "Up", "Enter", "wait:Invalid IP or IPv6 addr", "Enter"});
-    const Screen screen = demo.WaitFor("#2:        [ " + address + "  ");
-    EXPECT_EQ(screen.cursor.row, screen.Find("#2:").value().row) << address;
-    demo.Press("Backspace", static_cast<int>(address.size()));
-    demo.Press("Up");
-  }
+  demo.Do({"Down", "type:1.2.3", "Up", "Enter", "wait:Invalid IP or IPv6 addr", "Enter"});
+  const Screen screen = demo.WaitFor("#2:        [ 1.2.3  ");
+  EXPECT_EQ(screen.cursor.row, screen.Find("#2:").value().row) << "where the trouble is";
   demo.Do({"Esc", "gone:Resolve Hostname"});
 }
 
@@ -90,6 +85,15 @@ TEST(NetworkTestRun, TriesWhatIsFilledInAndTellsWhatCameOfIt) {
   demo.host.Change({{"faults", {{"TarnCtl_Exec", "none"}, {"RemoveEntryByHostName", "no"}}}});
   demo.Do({"Enter", "Enter", "wait:Resolving", "wait:<Enter> OK"});
   EXPECT_EQ(demo.NewLines(), Lines({"log.err\tnone", "log.err\tno"}));
+
+  // The newest lines stay in sight, and every name is taken. What is filled in already stays.
+  demo.host.Change({{"faults", nullptr}});
+  demo.Do({"Enter", "gone:Testing", "Up", "Up", "Up", "Up"});
+  const std::string rest = std::string(296, 'n') + ".";
+  fill(demo, {longest, "", longest, rest});
+  demo.Do({"Enter", "wait:#3", "wait:Resolving", "wait:nnn).", "wait:<Enter> OK"});
+  EXPECT_FALSE(demo.Look().Shows("#1"));
+  EXPECT_TRUE(demo.HasLine("resolve", "{b}" + rest));
 }
 
 TEST(NetworkTestRun, EndsWithEscapeWhateverHangs) {
@@ -104,29 +108,6 @@ TEST(NetworkTestRun, EndsWithEscapeWhateverHangs) {
   }
   startRun(demo, "Pinging address #1");
   EXPECT_EQ(demo.Stop(), 0);
-}
-
-TEST(NetworkTestRun, TakesEveryNameAndKeepsTheNewestLinesInSight) {
-  Demo demo;
-  openForm(demo);
-  const std::string address = "fe80:1111:2222:3333:4444:5555:255.255.255.255";
-  const std::string name = std::string(299, 'n') + ".";
-  fill(demo, {address, address, address, name});
-  demo.Do({"Enter", "wait:<Enter> OK"});
-  EXPECT_FALSE(demo.Look().Shows("#1"));
-  EXPECT_EQ(missingFrom(demo.Look(), {"#3", "Resolving", "nnn)."}), Lines{}) << demo.Look().Dump();
-  EXPECT_TRUE(demo.HasLine("resolve", name));
-}
-
-TEST(NetworkTestRun, EndsWithTheIdleSession) {
-  Demo demo(Json{{"resolutionSeconds", 60}}, {.arguments = {"--clock-speed", "200"}});
-  openForm(demo);
-  const auto hosts = [&] { return contentOf(demo.host.Root("/etc/hosts")); };
-  const std::string before = hosts();
-  startRun(demo, "Resolving hostname");
-  demo.WaitUntil([&](const Screen&) { return hosts() != before; }, "the resolution");
-  demo.WaitFor(kWelcome);
-  EXPECT_EQ(hosts(), before);
 }
 
 TEST(NetworkTestRun, LeavesTheHostsFileWholeAndIsMendedAfterAKill) {

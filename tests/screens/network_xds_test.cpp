@@ -28,16 +28,8 @@ DemoHost xdsHost() {
   return host;
 }
 
-Json patch(const char* op, const std::string& path, const Json& value = nullptr) {
-  return {{{"op", op}, {"path", "/network/" + path}, {"value", value}}};
-}
-
-Lines announced() {
-  const std::string text = "Restoring xDS xds0";
-  return {"- " + text, "- Initializing evbuser library",
-          "event\t@&!*@*@(evb.user.kiva.xds.restored)" + text,
-          "- Moving tarn0 to port host-local-2"};
-}
+const Lines kTold =
+    marked(announced("xds.restored", "Restoring xDS xds0")) + "- Moving tarn0 to port host-local-2";
 
 TEST(RestoreXds, MakesThePortThatWasAskedFor) {
   const Lines select = parts("type:20;Down;Down;type: ;Enter");
@@ -61,8 +53,7 @@ TEST(RestoreXds, MakesThePortThatWasAskedFor) {
     demo.Do(kOpen);
     demo.NewLines();
     demo.Do(keys + "wait:Moved tarn0 to port host-local-2 on xds0");
-    EXPECT_EQ(marked(demo.NewLines()), announced() +
-                                           ("MoveToHostLocalPort tarn0 host-local-2 " + call) +
+    EXPECT_EQ(marked(demo.NewLines()), kTold + ("MoveToHostLocalPort tarn0 host-local-2 " + call) +
                                            "run\t/bin/hmx-cmd hmx-cmd -U root internalsvc/refresh");
     const Json port = demo.host.State()["network"]["distributedSwitches"][0]["ports"][2];
     EXPECT_EQ(port["name"], "host-local-2");
@@ -91,19 +82,16 @@ TEST(RestoreXds, BadVlansAndEscapeChangeNothing) {
 TEST(RestoreXds, IsRefusedWhereThereIsNothingToRepairAlsoOnceTheFormIsOpen) {
   const std::string none = "No uplinks are configured on the host for this xDS.",
                     nowhere = "tarn0 is on no distributed switch";
-  const auto nic = [](const char* key, const char* value) {
-    return patch("replace", std::string("kernelNics/0/connection/") + key, value);
-  };
   const std::tuple<Json, std::string, std::string> cases[] = {
-      {nic("type", "standard"), kUnable, nowhere},
-      {nic("type", "opaque"), kUnable, nowhere},
-      {patch("replace", "kernelNics", Json::array()), kUnable, kNoInterface},
-      {nic("switch", "gone"), kUnable, "Distributed switch gone: it does not exist"},
+      {networkWith(R"({"kernelNics/0/connection/type": "standard"})"), kUnable, nowhere},
+      {networkWith(R"({"kernelNics": []})"), kUnable, kNoInterface},
+      {networkWith(R"({"kernelNics/0/connection/switch": "gone"})"), kUnable,
+       "Distributed switch gone: it does not exist"},
       {failing("GetDistributedSwitches", "mute"), kUnable, "mute"},
       {failing("UpdateManagementInterface", "mute"), kUnable, "mute"},
-      {patch("add", "distributedSwitches/0/thirdParty", true), "3rd party xDS.",
+      {networkWith(R"({"distributedSwitches/0/thirdParty": true})"), "3rd party xDS.",
        "xds0 is managed by somebody else's software"},
-      {patch("replace", "distributedSwitches/0/uplinks", Json::array()), none, none}};
+      {networkWith(R"({"distributedSwitches/0/uplinks": []})"), none, none}};
   for (const auto& [changes, text, cause] : cases)
     for (const bool opened : {false, true}) {
       SCOPED_TRACE(changes.dump());
@@ -121,7 +109,7 @@ TEST(RestoreXds, IsRefusedWhereThereIsNothingToRepairAlsoOnceTheFormIsOpen) {
 TEST(RestoreXds, AHostThatRefusesIsToldOf) {
   const std::pair<Json, Lines> cases[] = {
       {failing("MoveToHostLocalPort", "no"), {"! no"}},
-      {patch("remove", "distributedSwitches/0/uplinks/1"),
+      {networkWith(R"({"distributedSwitches/0/uplinks": ["pnic1"]})"),
        {"MoveToHostLocalPort tarn0 host-local-2 5 unblocked pnic1 pnic3",
         "! The distributed switch xds0 has no uplink pnic3."}}};
   for (const auto& [changes, lines] : cases) {
@@ -130,7 +118,7 @@ TEST(RestoreXds, AHostThatRefusesIsToldOf) {
     demo.host.Change(changes);
     demo.NewLines();
     demo.Do({"Enter", kWarning, "Enter", "wait:" + kUnable});
-    EXPECT_EQ(marked(demo.NewLines()), announced() + lines);
+    EXPECT_EQ(marked(demo.NewLines()), kTold + lines);
     demo.Do({"Enter", "gone:" + kUnable, "wait:[X] Select xDS", "wait:[ 5 "});
   }
 }

@@ -77,10 +77,8 @@ TEST(Power, DoesWhatTheKeysSayAndNothingElse) {
     const Screen screen = demo.WaitFor(shows[0]);
     EXPECT_EQ(missingFrom(screen, shows), Lines{}) << screen.Dump();
     EXPECT_EQ(screen.Shows(kRestored), shows[0] == kRestored) << screen.Dump();
-    const Lines announced = {
-        "log.info\t" + operation.message, "log.info\tInitializing evbuser library",
-        "event\t@&!*@*@(evb.user.kiva." + operation.event + ")" + operation.message};
-    EXPECT_EQ(demo.NewLines(), lines.empty() ? lines : announced + lines);
+    const Lines told = announced(operation.event, operation.message);
+    EXPECT_EQ(demo.NewLines(), lines.empty() ? lines : told + lines);
     EXPECT_TRUE(demo.StaysIdle());
     EXPECT_EQ(demo.Stop(), 0);
   }

@@ -96,8 +96,7 @@ TEST(Time, ADialogWithoutSessionTimesOutSilently) {
   for (const auto& [keys, shown] : places) {
     Demo demo(changes, at(kSpeed));
     const Screen welcome = demo.Look();
-    demo.Do(keys);
-    demo.WaitFor(shown);
+    demo.Do(keys + (std::string("wait:") + shown));
     demo.NewLines();
     demo.WaitForGone(shown);
     EXPECT_EQ(demo.Look(), welcome) << "out of both at once";
@@ -184,9 +183,7 @@ TEST(Signals, ASmartCardOpensAndClosesItsOwnSession) {
   demo.host.Set("/smartCardSlots/0/token", carla);
   logIn(demo);
   card(nullptr);
-  demo.Press("Down");
-  EXPECT_TRUE(demo.Look().Shows(kMenu)) << "a session by password";
-  demo.Press("Esc");
+  demo.Do({"Down", std::string("wait:") + kMenu, "Esc"});  // a session by password
   card(carla);
   demo.WaitForLine("log.info", "Found smart card with user id 'carla'");
   demo.Do({"F2", "wait:PIN:", "wait:[ carla ", "Enter", "type:4711", "Enter"});

@@ -122,28 +122,6 @@ TEST(Catalogue, HasATextForEveryNumber) {
   EXPECT_EQ(getStringFactory("de_DE"), english) << "the factory in use serves every locale";
 }
 
-/// A right pane is 36 columns by 17 rows on the smallest screen; where values stand above the
-/// description, or progress below it, less is left.
-TEST(Catalogue, DescriptionsFitTheRightPane) {
-  using enum TextId;
-  const std::pair<int, std::vector<TextId>> rooms[] = {
-      {4, {kToViewOrModifyManagementNetwork}},
-      {8, {kDnsObtainedAutomatically}},
-      {11, {kHostCanObtainIPv4Address}},
-      {12, {kDnsQueriesAppendSuffixes}},
-      {13,
-       {kToPreventUnauthorizedAccessSetPassword, kRestoringNetworkSettingsReverts,
-        kManagementNetworkOntoNewVSwitch, kReconfigureXdsManagementPort}},
-      {15, {kLockdownModeAndAccess, kAVlanIsAVirtualNetwork}},
-      {17,
-       {kRestartingMayBeRequired, kToPerformBriefNetworkTest, kToViewNetworkRestoreOptions,
-        kToViewTroubleshootingOptions, kAllSystemParametersWillBeReverted,
-        kAllCustomExtensionsWillBeRemoved, kManagementAgentsAre}}};
-  for (const auto& [rows, texts] : rooms)
-    for (const TextId id : texts)
-      EXPECT_LE(countLines(catalogueText(id), 36), rows) << catalogueText(id);
-}
-
 class Banner : public TestSupport::OnRecordingHost {};
 
 TEST_F(Banner, IsAskedForUntilTheHostAnswers) {
