@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "harness/demo_host.h"
 
+#include <fcntl.h>
+#include <sys/file.h>
+
 #include <fstream>
 #include <iterator>
 #include <utility>
+
+#include "hostctl/lib/descriptor.h"
 
 namespace Harness {
 namespace {
@@ -51,7 +56,12 @@ nlohmann::json DemoHost::State() const {
   return nlohmann::json::parse(file);
 }
 
+// Under the program's own lock, so that neither loses what the other changes at the same time.
 void DemoHost::Change(const nlohmann::json& changes) {
+  constexpr mode_t kMode = 0644;
+  const HostCtl::Lib::Descriptor lock(
+      open((File().string() + ".lock").c_str(), O_RDONLY | O_CREAT | O_CLOEXEC, kMode));
+  if (lock) flock(lock.Get(), LOCK_EX);
   nlohmann::json state = State();
   if (changes.is_array()) {
     state = state.patch(changes);

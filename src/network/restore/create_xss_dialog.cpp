@@ -99,7 +99,7 @@ bool CreateXssDialog::Create(const std::string& name, const std::string& uplink,
   logInfo("Removing standard switch %s", name.c_str());
   std::string left;
   if (!RemoveStandardSwitch(name, &left))
-    trouble += "\nRemoving standard switch " + name + " failed: " + left;
+    trouble += (trouble.empty() ? "" : "\n") + failureOf("Removing standard switch " + name, left);
   return false;
 }
 

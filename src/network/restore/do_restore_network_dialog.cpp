@@ -36,14 +36,10 @@ int DoRestoreNetworkDialog::Foreground() {
   SetTitle(Text(TextId::kRestoreNetworkSettingsTitle));
   SetText(Text(TextId::kPleaseWaitFactoryNetworkRestored));
   updateScreen();
-  bool machinesAreOff = true;
-  if (machinesMayRun()) {
-    if (!Confirm()) return 0;
-    begun_ = true;
-    machinesAreOff = PowerOffMachines();
-  }
+  const bool mayRun = machinesMayRun();
+  if (mayRun && !Confirm()) return 0;
   begun_ = true;
-  Restore(machinesAreOff);
+  Restore(!mayRun || PowerOffMachines());
   SetFooter(kDoneFooter);
   discardTypeAhead();
   waitForEnter(*this);

@@ -20,4 +20,8 @@ void showFailure(Frame& owner, const std::string& cause) {
   showOutcome(owner, TextId::kOperationFailed, first + catalogueText(TextId::kPleaseCheckSyslog));
 }
 
+std::string failureOf(const std::string& step, const std::string& cause) {
+  return step + " failed" + (cause.empty() ? "" : ": " + cause);
+}
+
 }  // namespace Kiva

@@ -16,4 +16,7 @@ void showSuccess(Frame& owner, const std::string& body);
 /// logged already.
 void showFailure(Frame& owner, const std::string& cause = {});
 
+/// "STEP failed", with the cause where it is known.
+std::string failureOf(const std::string& step, const std::string& cause);
+
 }  // namespace Kiva

@@ -7,6 +7,7 @@
 #include "hostctl/lib/exception.h"
 #include "network/restore/distributed_port.h"
 #include "network/restore/migration.h"
+#include "network/restore/outcome.h"
 #include "system/host_tools.h"
 #include "tarnctl/network/virtual_switch_info_impl.h"
 
@@ -96,8 +97,7 @@ std::string Move::Try(const NamedCall& what) {
     std::visit([this](const auto& one) { Do(one); }, what.call);
     return {};
   } catch (const HostCtlException& e) {
-    const std::string cause = e.what();
-    const std::string trouble = what.name + " failed" + (cause.empty() ? "" : ": " + cause);
+    const std::string trouble = failureOf(what.name, e.what());
     logError("%s", trouble.c_str());
     return trouble;
   }
