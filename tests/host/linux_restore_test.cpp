@@ -126,6 +126,8 @@ TEST_F(LinuxRestore, WhatOthersHaveStaysTheirs) {
     ASSERT_TRUE(leased());
     const std::string restored = network();
     const std::tuple<const char*, const char*, const char*> cases[] = {
+        {"mkdir -p /run/openvswitch; touch /run/openvswitch/db.sock", "rm /run/openvswitch/db.sock",
+         "Open vSwitch: its database does not answer"},
         {"ip link add vSwitch0 type bridge", "ip link del vSwitch0",
          "there is an interface vSwitch0 that Kiva did not set up"},
         {"ip link add tarn0-port type bridge", "ip link del tarn0-port",
@@ -138,11 +140,13 @@ TEST_F(LinuxRestore, WhatOthersHaveStaysTheirs) {
     ASSERT_TRUE(shell("ip link set eth0 down; ip link set eth1 down"));
     for (const auto& [script, undo, cause] : cases) {
       ASSERT_TRUE(shell(script));
+      lab.Configure("10-kiva-eth1.network", "[Match]\nName=eth1\n[Network]\nDHCP=ipv4\n");
       const std::string before = network();
-      EXPECT_EQ(failureOf([&] { net.AutoConfigure(); }),
-                std::string("AutoConfigNetwork vSwitch0: ") + cause);
-      EXPECT_EQ(network(), before);
-      ASSERT_TRUE(shell(undo));
+      for (const auto change :
+           {&HostSeam::NetworkWriter::AutoConfigure, &HostSeam::NetworkWriter::ClearConfiguration})
+        EXPECT_TRUE(failureOf([&] { (net.*change)(); }).ends_with(cause)) << cause;
+      EXPECT_EQ(network(), before) << cause;
+      ASSERT_TRUE(shell(undo + std::string("; rm /etc/systemd/network/10-kiva-eth1.network")));
     }
     ASSERT_TRUE(shell("kill $(cat /run/lab/networkd.pid); sleep 0.2"));
     EXPECT_TRUE(failureOf([&] { net.AutoConfigure(); }).starts_with("AutoConfigNetwork "));

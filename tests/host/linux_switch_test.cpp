@@ -134,13 +134,18 @@ TEST(LinuxSwitch, SwitchesTakeUplinksFromEachOther) {
     EXPECT_TRUE(shell("ip -br link show eth0 up | grep -q ."));
     lab.network_.WriteActiveUplinks({"vSwitch1", "Storage"}, {});
     EXPECT_EQ(lab.Link("eth0"), "- 06:16:3e:00:00:00") << "idle";
-    const auto remove = [&] { tools.ChangeUplink(Remove, "pnic0", "vSwitch1"); };
-    own.Configure("50-others.network", "[Match]\nName=eth0\n[Network]\nDHCP=ipv4\n");
-    EXPECT_EQ(failureOf(remove),
-              "ChangeUplink pnic0: could not come back: eth0 is configured by "
-              "/etc/systemd/network/50-others.network");
-    ASSERT_TRUE(shell("rm /etc/systemd/network/50-others.network"));
+    const std::function<void()> remove = [&] { tools.ChangeUplink(Remove, "pnic0", "vSwitch1"); };
+    const std::function<void()> inWindow = [&] { lab.network_.RemoveUplink("vSwitch1", "pnic0"); };
+    own.Configure("50-others.network", "[Match]\nMACAddress=" + kMac0 + "\n[Network]\nDHCP=yes\n");
+    for (const auto& one : {remove, inWindow})
+      EXPECT_EQ(failureOf(one),
+                "RemoveUplink pnic0: could not come back: eth0 is configured by "
+                "/etc/systemd/network/50-others.network");
+    ASSERT_TRUE(
+        shell("rm /etc/systemd/network/50-others.network; mkdir -p /run/openvswitch; "
+              "touch /run/openvswitch/db.sock"));
     remove();
+    ASSERT_TRUE(shell("rm /run/openvswitch/db.sock"));
     EXPECT_EQ(lab.Link("eth0"), "- " + kMac0);
     tools.RestoreNetwork();
     EXPECT_EQ(lab.Uplinks(), "vSwitch0: pnic0 (Management Network)\n");

@@ -9,6 +9,8 @@
 #include "hostctl/lib/whole_file.h"
 #include "linux/folder_lock.h"
 #include "linux/network/dns_file.h"
+#include "linux/network/foreign.h"
+#include "linux/network/ip_file.h"
 #include "linux/network/ipv6_switch.h"
 #include "linux/network/leases.h"
 #include "linux/network/nic_use.h"
@@ -131,13 +133,29 @@ void clear(const Files& files, SwitchEditor& editor, const std::vector<OtherFile
   editor.ApplyAfresh({});
 }
 
+/// Whether others configure every interface that our files give addresses to, and one at least.
+bool othersTakeOver(const Files& files, const OwnFiles& own) {
+  const NicUses uses(files, own, {}, kOperation, NicUses::OpenVswitch::Unasked);
+  bool any = false;
+  for (const auto& name : own.List()) {
+    const IniFile file = own.Read(name);
+    const auto interface = file.Get("Match", "Name");
+    if (!interface || indexOf(files, *interface) == 0) continue;
+    const bool theirs = !uses.ManagerOf(*interface).empty();
+    if (!theirs && givesAddresses(file)) return false;
+    any = any || theirs;
+  }
+  return any;
+}
+
 /// The adapters that the default network can have afterwards. No switch is taken away that the
-/// default one could not replace. Where there is none, others may have every adapter: without our
-/// files the network is as it was delivered, and who has what is told when the default one is made.
-std::vector<std::string> nicsToFollow(SwitchEditor& editor) try {
+/// default one could not replace, and no address that nobody else gives. Where others give them,
+/// the network is theirs again without our files, and who has what is told when the default one is
+/// made.
+std::vector<std::string> nicsToFollow(const Files& files, SwitchEditor& editor) try {
   return nicsForDefault(editor);
 } catch (const HostCtlException&) {
-  if (!editor.All().empty()) throw;
+  if (!editor.All().empty() || !othersTakeOver(files, editor.Own())) throw;
   return {};
 }
 
@@ -148,7 +166,7 @@ std::string useOfAny(const Files& files, const OwnFiles& own,
   for (const auto& nic : nics)
     if (const auto use = uses.Of(nic); !use.empty()) return nic + " " + use;
   return {};
-} catch (const HostCtlException& error) {
+} catch (const std::exception& error) {
   return error.what();
 }
 
@@ -156,6 +174,7 @@ std::string useOfAny(const Files& files, const OwnFiles& own,
 /// else's until then. All is cleared by now, so nothing fails here any more.
 void letNetworkdFollow(const Files& files, const OwnFiles& own,
                        const std::vector<std::string>& nics) {
+  if (nics.empty()) return;
   std::string use;
   const auto areFree = [&] {
     use = useOfAny(files, own, nics);
@@ -175,7 +194,7 @@ void clearNetwork(const Files& files) try {
     paths.push_back(std::string(kNetworkFolder) + "/" + name);
   for (const auto& other : others) paths.push_back(other.path);
   if (paths.empty()) return;
-  const auto nics = nicsToFollow(editor);
+  const auto nics = nicsToFollow(files, editor);
   keepCopies(files, paths);
   try {
     clear(files, editor, others);

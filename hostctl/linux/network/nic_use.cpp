@@ -113,12 +113,19 @@ bool isKernelsOwn(const AddressRow& row) {
 }  // namespace
 
 NicUses::NicUses(const Files& files, const OwnFiles& own, const Switches& switches,
-                 const std::string& operation)
+                 const std::string& operation, OpenVswitch openVswitch)
     : files_(files),
       own_(own),
       ours_(devicesOf(switches)),
-      bridges_(readOvsBridges(files, operation)),
-      tables_(readNetworkTables(operation)) {}
+      bridges_(openVswitch == OpenVswitch::Asked ? readOvsBridges(files, operation) : OvsBridges{}),
+      tables_(readNetworkTables(operation)) {
+  // Not every driver tells the kernel, and an uplink does not carry its own.
+  for (const Switch& one : switches)
+    for (const auto& uplink : one.uplinks)
+      for (LinkRow& link : tables_.links)
+        if (link.name == uplink.nic && link.permanentAddress.empty())
+          link.permanentAddress = uplink.permanentAddress;
+}
 
 std::string NicUses::UserAbove(const std::string& nic) const {
   for (const auto& link : files_.List(kInterfaces))
@@ -136,12 +143,15 @@ std::string NicUses::AddressOf(const std::string& nic) const {
   return {};
 }
 
-std::string NicUses::Of(const std::string& nic) const {
+std::string NicUses::ManagerOf(const std::string& nic) const {
   const auto& links = tables_.links;
   const auto link =
       std::find_if(links.begin(), links.end(), [&](const LinkRow& one) { return one.name == nic; });
-  const auto manager = configuredBy(files_, link == links.end() ? LinkRow{0, nic} : *link);
-  if (!manager.empty()) return "is configured by " + manager;
+  return configuredBy(files_, link == links.end() ? LinkRow{0, nic} : *link);
+}
+
+std::string NicUses::Of(const std::string& nic) const {
+  if (const auto manager = ManagerOf(nic); !manager.empty()) return "is configured by " + manager;
   if (const auto place = findOnOvs(bridges_, nic)) return "is an uplink of " + place.bridge->name;
   if (const auto user = UserAbove(nic); !user.empty()) return "is used by " + user;
   const auto address = AddressOf(nic);

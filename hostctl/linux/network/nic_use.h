@@ -18,13 +18,19 @@ namespace HostLinux {
 /// Kiva set up is nobody else's.
 class NicUses {
  public:
+  /// Open vSwitch cannot have an uplink of ours, so its database may be broken then.
+  enum class OpenVswitch { Asked, Unasked };
+
   /// Throws HostCtlException of `operation` where the kernel or Open vSwitch does not tell.
   /// `files` and `own` outlive it.
   NicUses(const Files& files, const OwnFiles& own, const Switches& switches,
-          const std::string& operation);
+          const std::string& operation, OpenVswitch openVswitch = OpenVswitch::Asked);
 
   /// In words that follow the adapter's name; empty for nobody.
   std::string Of(const std::string& nic) const;
+  /// The file or manager of others that configures it, or will when Kiva's file for it is gone;
+  /// empty for none.
+  std::string ManagerOf(const std::string& nic) const;
 
  private:
   std::string UserAbove(const std::string& nic) const;

@@ -156,7 +156,7 @@ void SwitchEditor::DemandAbilities() const {
     Refuse("two uplinks need a bond, and this kernel has no bonding");
 }
 
-void SwitchEditor::Carry(std::vector<FileChange> changes,
+bool SwitchEditor::Carry(std::vector<FileChange> changes,
                          const std::function<void()>& alsoSettled) {
   DemandAbilities();
   bool told = false;
@@ -174,15 +174,16 @@ void SwitchEditor::Carry(std::vector<FileChange> changes,
   NoteLostDevices(before_, after_);
   const bool settled = unsettledLink(after_, readLinks(context_.operation)).empty();
   using enum OwnFiles::Equal;
-  own_.Change(context_.operation, context_.object, std::move(changes), takeOver,
-              settled ? InForce : Unheard);
+  const bool changed = own_.Change(context_.operation, context_.object, std::move(changes),
+                                   takeOver, settled ? InForce : Unheard);
   before_ = after_;
+  return changed;
 }
 
-void SwitchEditor::Apply(std::vector<FileChange> others, const std::function<void()>& alsoSettled) {
+bool SwitchEditor::Apply(std::vector<FileChange> others, const std::function<void()>& alsoSettled) {
   auto changes = switchFilesFor(after_, own_);
   changes.insert(changes.end(), others.begin(), others.end());
-  Carry(std::move(changes), alsoSettled);
+  return Carry(std::move(changes), alsoSettled);
 }
 
 void SwitchEditor::ApplyAfresh(std::vector<FileChange> files) {

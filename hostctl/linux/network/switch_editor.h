@@ -40,8 +40,8 @@ class SwitchEditor {
   /// Writes the switches' files and `others`, has networkd take them over and waits until the links
   /// are as they say; `alsoSettled` waits for what else there is to wait for. Where the kernel
   /// lacks what the switches need, nothing is written; when anything fails the host is as it was.
-  /// Where files and links are so already, nothing is touched.
-  void Apply(std::vector<FileChange> others = {}, const std::function<void()>& alsoSettled = {});
+  /// Where files and links are so already, nothing is touched, and it says false.
+  bool Apply(std::vector<FileChange> others = {}, const std::function<void()>& alsoSettled = {});
   /// The same, with all that stood in our files forgotten, whatever it was about.
   void ApplyAfresh(std::vector<FileChange> files);
 
@@ -52,7 +52,7 @@ class SwitchEditor {
   void DeleteLeftDevices() const;
   void NoteLostDevices(const Switches& from, const Switches& to) const;
   void DemandAbilities() const;
-  void Carry(std::vector<FileChange> changes, const std::function<void()>& alsoSettled);
+  bool Carry(std::vector<FileChange> changes, const std::function<void()>& alsoSettled);
 
   const Files& files_;
   OwnFiles own_;

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "hostctl/lib/exception.h"
+#include "linux/network/foreign.h"
 #include "linux/network/ip_file.h"
 #include "linux/network/ip_settings.h"
 #include "linux/network/mac_address.h"
@@ -61,6 +62,15 @@ void demandNoAddresses(SwitchEditor& editor, const std::string& nic) {
     editor.Refuse(nic + " has an IP configuration of its own");
 }
 
+/// An uplink that somebody else would have as soon as it is given back could be added nowhere.
+void demandWayBack(const Files& files, SwitchEditor& editor, const std::string& nic) {
+  if (indexOf(files, nic) == 0) return;
+  const NicUses uses(files, editor.Own(), editor.All(), editor.Context().operation,
+                     NicUses::OpenVswitch::Unasked);
+  if (const auto use = uses.Of(nic); !use.empty())
+    editor.Refuse("could not come back: " + nic + " " + use);
+}
+
 void waitForAddress(const ChangeContext& context, const std::string& nic,
                     const std::string& address) {
   const auto has = [&](const LinkRow& link) { return link.name == nic && link.address == address; };
@@ -112,7 +122,7 @@ std::vector<PnicRecord> readPnics(const Files& files, const std::vector<LinkRow>
   return pnics;
 }
 
-void addUplink(const Files& files, const std::string& switchName, const std::string& pnic) {
+bool addUplink(const Files& files, const std::string& switchName, const std::string& pnic) {
   SwitchEditor editor(files, {"AddUplink", pnic});
   Switch& target = editor.SwitchNamed(switchName);
   const std::string nic = editor.NicNamed(pnic);
@@ -122,15 +132,7 @@ void addUplink(const Files& files, const std::string& switchName, const std::str
   SwitchUplink added = old ? takeFrom(editor, *old, nic, switchName) : editor.NewUplink(nic);
   const auto active = static_cast<std::ptrdiff_t>(target.ActiveUplinks().size());
   target.uplinks.insert(target.uplinks.begin() + active, std::move(added));
-  editor.Apply();
-}
-
-std::string otherUseOf(const Files& files, const std::string& operation, const std::string& pnic) {
-  const OwnFiles own(files);
-  const std::string nic = kernelNamed(physicalNics(files), pnic);
-  if (nic.empty()) return {};
-  const auto use = NicUses(files, own, readSwitchFiles(own), operation).Of(nic);
-  return use.empty() ? "" : nic + " " + use;
+  return editor.Apply();
 }
 
 void removeUplink(const Files& files, const std::string& switchName, const std::string& pnic) {
@@ -138,6 +140,7 @@ void removeUplink(const Files& files, const std::string& switchName, const std::
   Switch& from = editor.SwitchNamed(switchName);
   const auto found = findUplink(from, editor.NicNamed(pnic));
   if (found == from.uplinks.end()) return;
+  demandWayBack(files, editor, found->nic);
   from.uplinks.erase(found);
   editor.Apply();
 }

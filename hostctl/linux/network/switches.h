@@ -23,10 +23,10 @@ std::vector<HostCtl::Network::PnicRecord> readPnics(const Files& files,
                                                     const std::vector<LinkRow>& links);
 
 /// The adapter becomes the last active uplink. One that another switch has is taken from there.
-void addUplink(const Files& files, const std::string& switchName, const std::string& pnic);
-/// Who else would have an uplink that its switch gives back ("eth0 is configured by FILE"), so that
-/// no switch would get it again; empty for nobody.
-std::string otherUseOf(const Files& files, const std::string& operation, const std::string& pnic);
+/// False where the switch has it already and all is in force.
+bool addUplink(const Files& files, const std::string& switchName, const std::string& pnic);
+/// Refused where somebody else would have the uplink that is given back, so that no switch would
+/// get it again.
 void removeUplink(const Files& files, const std::string& switchName, const std::string& pnic);
 /// Makes `pnics` the active uplinks of the whole switch, in this order; its others stay idle.
 void writeActiveUplinks(const Files& files, const HostSeam::PortGroupName& group,

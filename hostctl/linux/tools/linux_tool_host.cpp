@@ -26,21 +26,24 @@ namespace {
 
 constexpr const char* kChangeUplink = "ChangeUplink";
 
-/// The console moves adapters between switches; at a shell an operator does so in two steps, of
-/// which the first must leave the second possible, and the way back.
-void demandUplinkState(const Files& files, UplinkChange change, const std::string& pnic,
-                       const std::string& switchName) {
-  bool has = false;
-  for (const SwitchRecord& one : readSwitches(files)) {
-    const bool hasIt = std::count(one.uplinks.begin(), one.uplinks.end(), pnic) != 0;
-    if (hasIt && change == UplinkChange::Add)
-      throw HostCtlException(kChangeUplink, pnic, "is an uplink of " + one.name + " already");
-    has = has || (hasIt && one.name == switchName);
-  }
-  if (change == UplinkChange::Add) return;
-  if (!has) throw HostCtlException(kChangeUplink, pnic, "is no uplink of " + switchName);
-  if (const auto use = otherUseOf(files, kChangeUplink, pnic); !use.empty())
-    throw HostCtlException(kChangeUplink, pnic, "could not come back: " + use);
+std::optional<std::string> switchWith(const Files& files, const std::string& pnic) {
+  for (const SwitchRecord& one : readSwitches(files))
+    if (std::count(one.uplinks.begin(), one.uplinks.end(), pnic) != 0) return one.name;
+  return std::nullopt;
+}
+
+/// The console moves adapters between switches; at a shell an operator does so in two steps. One
+/// that the switch has already may not be its port yet, where the same command was killed.
+void addFreeUplink(const Files& files, const std::string& switchName, const std::string& pnic) {
+  const std::string has = switchWith(files, pnic).value_or(switchName);
+  if (has != switchName || !addUplink(files, switchName, pnic))
+    throw HostCtlException(kChangeUplink, pnic, "is an uplink of " + has + " already");
+}
+
+void removeItsUplink(const Files& files, const std::string& switchName, const std::string& pnic) {
+  if (switchWith(files, pnic) != switchName)
+    throw HostCtlException(kChangeUplink, pnic, "is no uplink of " + switchName);
+  removeUplink(files, switchName, pnic);
 }
 
 }  // namespace
@@ -74,8 +77,7 @@ void LinuxToolHost::AddStandardSwitch(const std::string& name) {
 }
 void LinuxToolHost::ChangeUplink(UplinkChange change, const std::string& pnic,
                                  const std::string& switchName) {
-  demandUplinkState(files_, change, pnic, switchName);
-  (change == UplinkChange::Add ? addUplink : removeUplink)(files_, switchName, pnic);
+  (change == UplinkChange::Add ? addFreeUplink : removeItsUplink)(files_, switchName, pnic);
 }
 void LinuxToolHost::AddPortGroup(const std::string& name, const std::string& switchName) {
   addPortGroup(files_, name, switchName);
