@@ -106,8 +106,8 @@ TEST_F(LinuxRestore, ClearsWhatKivaWroteAndKeepsACopy) {
     EXPECT_TRUE(leased());
     // Somebody's ten clearings in this second and the next ones, and ten by a clock set back since.
     ASSERT_TRUE(
-        shell("cd /var/lib/kiva; for i in 0 1 2 3 4 5 6 7 8 9; do "
-              "mkdir -p network-$(date -u -d \"+$i sec\" +%FT%TZ)/x network-9999-0$i/x; done"));
+        shell("cd /var/lib/kiva; now=$(date +%s); for i in 0 1 2 3 4 5 6 7 8 9; do "
+              "mkdir -p network-$(date -u -d @$((now + i)) +%FT%TZ)/x network-9999-0$i/x; done"));
     net.ClearConfiguration();
     EXPECT_EQ(ended("ls /var/lib/kiva | wc -l; ls /var/lib/kiva | grep -c Z-2").output, "10\n1\n");
   });
