@@ -130,6 +130,19 @@ TEST_F(LinuxOwnFiles, OneChangesTheNetworkAtATime) {
   EXPECT_EQ(next.wait_for(std::chrono::seconds(5)), std::future_status::ready);
 }
 
+TEST(LinuxStopsPutOff, WhatWasDoneWhenTheTimeRanOutWasDone) {
+  const auto doneDespite = [](int signal) {
+    std::optional<StopsPutOff> change(std::in_place);
+    raise(signal);
+    std::cerr << "done";
+    change.reset();
+    exit(0);
+  };
+  for (const int stop : {SIGQUIT, SIGTERM})
+    EXPECT_EXIT(doneDespite(stop), testing::KilledBySignal(stop), "done");
+  EXPECT_EXIT(doneDespite(SIGALRM), testing::ExitedWithCode(0), "done");
+}
+
 TEST_F(LinuxOwnFiles, RefusedFilesArePutBack) {
   ASSERT_TRUE(Change({{"10-kiva-a.network", "1"}, {"10-kiva-b.netdev", "2"}}));
   const std::string before = Folder();

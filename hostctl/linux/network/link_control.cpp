@@ -128,8 +128,13 @@ void setLinkAddress(const std::string& operation, const std::string& link,
   mnl_attr_put(request.Message(), IFLA_ADDRESS, ETH_ALEN, parsed->GetBytes().data());
   int error = request.Send(operation);
   if (error == EBUSY) {
-    setLinkUp(operation, link, false);
-    error = request.Send(operation);
+    try {
+      setLinkUp(operation, link, false);
+      error = request.Send(operation);
+    } catch (const HostCtlException&) {
+      setLinkUp(operation, link, true);
+      throw;
+    }
     setLinkUp(operation, link, true);
   }
   demandDone(error, operation, link);

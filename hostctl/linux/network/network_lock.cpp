@@ -9,15 +9,29 @@
 
 namespace HostLinux {
 
+namespace {
+
+void takeAlarm() {
+  sigset_t alarmOnly;
+  sigemptyset(&alarmOnly);
+  sigaddset(&alarmOnly, SIGALRM);
+  const timespec now{};
+  sigtimedwait(&alarmOnly, nullptr, &now);
+}
+
+}  // namespace
+
 StopsPutOff::StopsPutOff() {
   sigset_t stops, before;
   sigemptyset(&stops);
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGALRM}) sigaddset(&stops, signal);
+  for (const int signal : {SIGINT, SIGQUIT, SIGTERM, SIGHUP, SIGALRM}) sigaddset(&stops, signal);
   if (pthread_sigmask(SIG_BLOCK, &stops, &before) == 0) before_ = before;
 }
 
 StopsPutOff::~StopsPutOff() {
-  if (before_) pthread_sigmask(SIG_SETMASK, &*before_, nullptr);
+  if (!before_) return;
+  if (!sigismember(&*before_, SIGALRM)) takeAlarm();
+  pthread_sigmask(SIG_SETMASK, &*before_, nullptr);
 }
 
 std::string NetworkLock::Note() const {

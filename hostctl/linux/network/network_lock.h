@@ -10,10 +10,10 @@
 
 namespace HostLinux {
 
-/// Keeps this thread from being ended half way: what would stop the program (SIGINT, SIGTERM,
-/// SIGHUP, and SIGALRM, by which a tool bounds its time) waits until this has gone, on the thread
-/// that made it. What is done meanwhile has bounds of its own. The console, which hears of such
-/// signals at its key wait, has them there as before.
+/// Keeps this thread from being ended half way: what would stop the program (SIGINT, SIGQUIT,
+/// SIGTERM, SIGHUP) waits until this has gone, on the thread that made it. SIGALRM, by which a tool
+/// bounds its time, is taken away: what was done late was done. What is done meanwhile has bounds
+/// of its own. The console, which hears of such signals at its key wait, has them there as before.
 class StopsPutOff {
  public:
   StopsPutOff();
