@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <system_error>
 
@@ -15,6 +16,9 @@ namespace HostCtl::Lib {
 namespace fs = std::filesystem;
 
 namespace {
+
+constexpr const char* kBeside = ".kiva-";
+constexpr const char* kRandom = "XXXXXX";
 
 [[noreturn]] void fail(const std::string& path) {
   throw std::system_error(errno, std::generic_category(), path);
@@ -68,6 +72,11 @@ void syncFolder(const std::string& folder) {
   if (opened) fsync(opened.Get());
 }
 
+bool isHalfWritten(std::string_view name) {
+  const std::size_t random = std::strlen(kRandom);
+  return name.size() > random && name.substr(0, name.size() - random).ends_with(kBeside);
+}
+
 void publishFile(const std::string& from, const std::string& path, const FileAccess& access) {
   const Descriptor file(open(from.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
   if (!file) fail(from);
@@ -76,7 +85,7 @@ void publishFile(const std::string& from, const std::string& path, const FileAcc
 
 void replaceFile(const std::string& path, std::string_view text, mode_t mode) {
   fs::create_directories(fs::path(path).parent_path());
-  std::string beside = path + ".XXXXXX";
+  std::string beside = path + kBeside + kRandom;
   const Descriptor file(mkostemp(beside.data(), O_CLOEXEC));
   if (!file) fail(path);
   try {

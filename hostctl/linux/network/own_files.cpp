@@ -18,6 +18,7 @@
 namespace HostLinux {
 
 using HostCtl::Lib::HostCtlException;
+using HostCtl::Lib::isHalfWritten;
 using HostCtl::Lib::replaceFile;
 using HostCtl::Lib::syncFolder;
 namespace fs = std::filesystem;
@@ -97,11 +98,20 @@ bool OwnFiles::Exists(const std::string& name) const {
 NetworkLock OwnFiles::Lock(std::chrono::milliseconds turnWithin) const try {
   const std::string path = files_.Path(kLock);
   makeReadableFolder(fs::path(path).parent_path());
-  return NetworkLock(lockFile(path, turnWithin));
+  NetworkLock lock(lockFile(path, turnWithin));
+  RemoveHalfWritten();
+  return lock;
 } catch (const std::system_error& error) {
   const bool busy = error.code() == std::errc::operation_would_block;
   throw HostCtlException("change", "the network",
                          busy ? "another change of it is under way" : error.what());
+}
+
+void OwnFiles::RemoveHalfWritten() const {
+  std::error_code ignored;
+  for (const auto& name : files_.List(kNetworkFolder))
+    if (name.starts_with(kOwnNetworkFiles) && isHalfWritten(name))
+      fs::remove(files_.Path(pathOf(name)), ignored);
 }
 
 void OwnFiles::Write(const FileChange& change) const {

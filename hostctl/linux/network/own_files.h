@@ -53,8 +53,8 @@ class OwnFiles {
   bool Exists(const std::string& name) const;
 
   /// Keeps others from changing the network: whoever reads files to write them anew holds this from
-  /// before the reading. Waits for a change under way, and longer than one takes that is put back.
-  /// Throws HostCtlException.
+  /// before the reading. Takes away what a killed write left of one. Waits for a change under way,
+  /// and longer than one takes that is put back. Throws HostCtlException.
   NetworkLock Lock(std::chrono::milliseconds turnWithin = std::chrono::seconds(40)) const;
 
   /// Whether files that say already what they shall say are in force.
@@ -76,6 +76,7 @@ class OwnFiles {
   std::optional<std::string> Text(const std::string& name) const;
   void DemandReadable(const std::string& operation, const std::string& object,
                       const std::string& name) const;
+  void RemoveHalfWritten() const;
   void Write(const FileChange& change) const;
   void PutBack(const std::vector<FileChange>& old, const TakeOver* takeOver) const;
 

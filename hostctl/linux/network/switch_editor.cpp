@@ -7,13 +7,12 @@
 #include <algorithm>
 
 #include "hostctl/lib/exception.h"
-#include "linux/network/foreign.h"
+#include "linux/network/change_note.h"
 #include "linux/network/networkd_bus.h"
 #include "linux/network/nic_use.h"
 #include "linux/network/switch_files.h"
 #include "linux/network_file.h"
 #include "linux/pnics.h"
-#include "linux/text.h"
 
 namespace HostLinux {
 
@@ -77,30 +76,29 @@ SwitchEditor::SwitchEditor(const Files& files, ChangeContext context)
       lock_(own_.Lock()),
       before_(readSwitchFiles(own_)),
       after_(before_) {
-  DeleteLeftDevices();
-}
-
-void SwitchEditor::DeleteLeftDevices() const {
   const std::string note = lock_.Note();
-  const auto indexes = words(note);
-  if (indexes.empty()) return;
-  std::set<std::string> left;
-  for (const LinkRow& link : readLinks(context_.operation))
-    if (std::count(indexes.begin(), indexes.end(), std::to_string(link.index)) != 0)
-      left.insert(link.name);
-  for (const auto& known : devicesOf(before_)) left.erase(known);
-  for (const auto& device : left)
-    syslog(LOG_USER | LOG_INFO, "%s is deleted: a change was killed that had begun to",
-           device.c_str());
-  deleteDevices(files_, context_, left);
+  if (note.empty()) return;
+  equal_ = OwnFiles::Equal::Unheard;
+  Finish(note);
+  lock_.SetNote(noteOf({}, {}));
 }
 
-/// By their indexes: another device may have such a name later.
-void SwitchEditor::NoteLostDevices(const Switches& from, const Switches& to) const {
-  std::string note;
-  for (const auto& device : lostDevices(from, to))
-    note += std::to_string(indexOf(files_, device)) + " ";
-  lock_.SetNote(note);
+/// What cannot be finished is not tried again, so that it stands in no later change's way.
+void SwitchEditor::Finish(const std::string& note) const try {
+  const auto left = leftOf(note, readLinks(context_.operation), before_);
+  for (const auto& device : left.devices)
+    syslog(LOG_USER | LOG_INFO, "%s is deleted: a change had begun to", device.c_str());
+  for (const auto& uplink : left.uplinks)
+    syslog(LOG_USER | LOG_INFO, "%s is given back: a change had begun to", uplink.nic.c_str());
+  deleteDevices(files_, context_, left.devices);
+  releaseNics(context_, left.uplinks);
+} catch (const HostCtlException& error) {
+  syslog(LOG_USER | LOG_ERR, "%s", error.what());
+}
+
+void SwitchEditor::NoteLosses(const Switches& from, const Switches& to) const {
+  lock_.SetNote(
+      noteOf({lostDevices(from, to), uplinksGivenBack(from, to)}, readLinks(context_.operation)));
 }
 
 void SwitchEditor::Refuse(const std::string& cause) const {
@@ -164,18 +162,20 @@ bool SwitchEditor::Carry(std::vector<FileChange> changes,
   const auto takeOver = [&] {
     const bool back = std::exchange(told, true);
     const Switches &from = back ? after_ : before_, &to = back ? before_ : after_;
-    if (back) NoteLostDevices(from, to);
+    if (back) NoteLosses(from, to);
     silent.Silence(from, to);
     reloadNetworkd(context_.operation, context_.object);
-    settleSwitches(files_, context_, from, to);
+    settleSwitches(files_, context_, from, to, equal_);
     silent.Raise();
     if (!back && alsoSettled) alsoSettled();
+    if (back) lock_.SetNote({});
   };
-  NoteLostDevices(before_, after_);
-  const bool settled = unsettledLink(after_, readLinks(context_.operation)).empty();
-  using enum OwnFiles::Equal;
-  const bool changed = own_.Change(context_.operation, context_.object, std::move(changes),
-                                   takeOver, settled ? InForce : Unheard);
+  NoteLosses(before_, after_);
+  if (!areSettled(files_, before_, readLinks(context_.operation)))
+    equal_ = OwnFiles::Equal::Unheard;
+  const bool changed =
+      own_.Change(context_.operation, context_.object, std::move(changes), takeOver, equal_);
+  lock_.SetNote({});
   before_ = after_;
   return changed;
 }

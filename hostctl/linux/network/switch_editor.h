@@ -15,9 +15,9 @@ namespace HostLinux {
 /// of the context.
 class SwitchEditor {
  public:
-  /// Deletes first what devices a change left that was killed when it had begun to delete them.
+  /// Does first what a change left that was killed, or that failed as well as its way back: deletes
+  /// the devices and gives the uplinks back that it had begun to. What of that fails is logged.
   SwitchEditor(const Files& files, ChangeContext context);
-  ~SwitchEditor() { lock_.SetNote({}); }
   SwitchEditor(const SwitchEditor&) = delete;
   SwitchEditor& operator=(const SwitchEditor&) = delete;
 
@@ -42,6 +42,10 @@ class SwitchEditor {
   /// lacks what the switches need, nothing is written; when anything fails the host is as it was.
   /// Where files and links are so already, nothing is touched, and it says false.
   bool Apply(std::vector<FileChange> others = {}, const std::function<void()>& alsoSettled = {});
+  /// Does what Apply does where a change was killed that had begun.
+  void ApplyLeft() {
+    if (equal_ == OwnFiles::Equal::Unheard) Apply();
+  }
   /// The same, with all that stood in our files forgotten, whatever it was about.
   void ApplyAfresh(std::vector<FileChange> files);
 
@@ -49,8 +53,8 @@ class SwitchEditor {
   [[noreturn]] void Refuse(const std::string& cause) const;
 
  private:
-  void DeleteLeftDevices() const;
-  void NoteLostDevices(const Switches& from, const Switches& to) const;
+  void Finish(const std::string& note) const;
+  void NoteLosses(const Switches& from, const Switches& to) const;
   void DemandAbilities() const;
   bool Carry(std::vector<FileChange> changes, const std::function<void()>& alsoSettled);
 
@@ -60,6 +64,7 @@ class SwitchEditor {
   NetworkLock lock_;
   Switches before_;
   Switches after_;
+  OwnFiles::Equal equal_ = OwnFiles::Equal::InForce;
 };
 
 }  // namespace HostLinux

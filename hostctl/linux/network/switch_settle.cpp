@@ -66,30 +66,6 @@ std::string unsettledIn(const Switch& one, const std::vector<LinkRow>& links) {
   return {};
 }
 
-std::vector<SwitchUplink> uplinksGivenBack(const Switches& before, Switches after) {
-  std::vector<SwitchUplink> uplinks;
-  for (const Switch& one : before)
-    for (const auto& uplink : one.uplinks)
-      if (!switchWithUplink(after, uplink.nic)) uplinks.push_back(uplink);
-  return uplinks;
-}
-
-/// Gives NICs back as they were before a switch had them. An address that is right is not set:
-/// some drivers have to put the link down for it.
-void releaseNics(const ChangeContext& context, const std::vector<SwitchUplink>& uplinks) {
-  const auto ports = readLinks(context.operation);
-  for (const auto& uplink : uplinks)
-    if (const LinkRow* link = linkNamed(ports, uplink.nic); link && link->master != 0)
-      releaseLink(context.operation, uplink.nic);
-  const auto links = readLinks(context.operation);
-  for (const auto& uplink : uplinks) {
-    const LinkRow* link = linkNamed(links, uplink.nic);
-    const auto own = MacAddress::FromString(uplink.permanentAddress);
-    if (link && own && link->address != own->ToString())
-      setLinkAddress(context.operation, uplink.nic, uplink.permanentAddress);
-  }
-}
-
 /// A device of the same name that is made before networkd has heard of the end of the old one stays
 /// without ports, because their files go on meaning the old one.
 void letNetworkdForget(const Files& files, const std::vector<int>& indices) {
@@ -104,13 +80,16 @@ void letNetworkdForget(const Files& files, const std::vector<int>& indices) {
 }
 
 /// networkd compares a file with what it last heard of the link: what was changed while it did so,
-/// and a link that somebody put down, stay as they are until it looks again.
+/// and a link that somebody put down, stay as they are until it looks again. Where that fails, the
+/// link may settle all the same.
 void haveLookedAtAgain(const ChangeContext& context, const std::vector<LinkRow>& links,
-                       const std::string& name) {
+                       const std::string& name) try {
   if (const LinkRow* link = linkNamed(links, name))
     reconfigureLink(context.operation, context.object, link->index);
   else
     reloadNetworkd(context.operation, context.object);
+} catch (const HostCtlException& error) {
+  syslog(LOG_USER | LOG_ERR, "%s", error.what());
 }
 
 void waitForLinks(const ChangeContext& context, const Switches& switches) {
@@ -141,13 +120,20 @@ void filterVlans(const ChangeContext& context, const Switch& one,
   setVlanFiltering(context.operation, one.name, VlanFiltering::On);
 }
 
-void settleVlans(const ChangeContext& context, Switches before, const Switches& after) {
+/// A kernel whose bridges cannot has none that does.
+bool bridgeFilters(const Files& files, const std::string& bridge) {
+  return files.ReadLine("/sys/class/net/" + bridge + "/bridge/vlan_filtering") == "1";
+}
+
+/// Switches that are in `before` as they shall be have their VLANs.
+void settleVlans(const Files& files, const ChangeContext& context, Switches before,
+                 const Switches& after) {
   const auto links = readLinks(context.operation);
   for (const Switch& one : after) {
     const Switch* old = findSwitch(before, one.name);
     if (one.FiltersVlans() && !(old && *old == one))
       filterVlans(context, one, links);
-    else if (!one.FiltersVlans() && old && old->FiltersVlans())
+    else if (!one.FiltersVlans() && bridgeFilters(files, one.name))
       setVlanFiltering(context.operation, one.name, VlanFiltering::Off);
   }
 }
@@ -160,6 +146,35 @@ std::string unsettledLink(const Switches& switches, const std::vector<LinkRow>& 
   return {};
 }
 
+bool areSettled(const Files& files, const Switches& switches, const std::vector<LinkRow>& links) {
+  return unsettledLink(switches, links).empty() &&
+         std::all_of(switches.begin(), switches.end(), [&](const Switch& one) {
+           return one.FiltersVlans() == bridgeFilters(files, one.name);
+         });
+}
+
+std::vector<SwitchUplink> uplinksGivenBack(const Switches& before, Switches after) {
+  std::vector<SwitchUplink> uplinks;
+  for (const Switch& one : before)
+    for (const auto& uplink : one.uplinks)
+      if (!switchWithUplink(after, uplink.nic)) uplinks.push_back(uplink);
+  return uplinks;
+}
+
+void releaseNics(const ChangeContext& context, const std::vector<SwitchUplink>& uplinks) {
+  const auto ports = readLinks(context.operation);
+  for (const auto& uplink : uplinks)
+    if (const LinkRow* link = linkNamed(ports, uplink.nic); link && link->master != 0)
+      releaseLink(context.operation, uplink.nic);
+  const auto links = readLinks(context.operation);
+  for (const auto& uplink : uplinks) {
+    const LinkRow* link = linkNamed(links, uplink.nic);
+    const auto own = MacAddress::FromString(uplink.permanentAddress);
+    if (link && own && link->address != own->ToString())
+      setLinkAddress(context.operation, uplink.nic, uplink.permanentAddress);
+  }
+}
+
 void deleteDevices(const Files& files, const ChangeContext& context,
                    const std::set<std::string>& devices) {
   // All are looked up first: one end of a pair takes the other one along.
@@ -170,11 +185,11 @@ void deleteDevices(const Files& files, const ChangeContext& context,
 }
 
 void settleSwitches(const Files& files, const ChangeContext& context, const Switches& before,
-                    const Switches& after) {
+                    const Switches& after, OwnFiles::Equal equal) {
   deleteDevices(files, context, lostDevices(before, after));
   releaseNics(context, uplinksGivenBack(before, after));
   waitForLinks(context, after);
-  settleVlans(context, before, after);
+  settleVlans(files, context, equal == OwnFiles::Equal::InForce ? before : Switches(), after);
 }
 
 }  // namespace HostLinux

@@ -122,6 +122,10 @@ std::vector<PnicRecord> readPnics(const Files& files, const std::vector<LinkRow>
   return pnics;
 }
 
+void finishKilledChange(const Files& files, const std::string& operation, const std::string& pnic) {
+  SwitchEditor(files, {operation, pnic}).ApplyLeft();
+}
+
 bool addUplink(const Files& files, const std::string& switchName, const std::string& pnic) {
   SwitchEditor editor(files, {"AddUplink", pnic});
   Switch& target = editor.SwitchNamed(switchName);

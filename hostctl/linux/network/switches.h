@@ -22,6 +22,8 @@ std::vector<HostSeam::SwitchRecord> readSwitches(const Files& files);
 std::vector<HostCtl::Network::PnicRecord> readPnics(const Files& files,
                                                     const std::vector<LinkRow>& links);
 
+/// Brings in force what our files say where a change was killed, or failed as well as its way back.
+void finishKilledChange(const Files& files, const std::string& operation, const std::string& pnic);
 /// The adapter becomes the last active uplink. One that another switch has is taken from there.
 /// False where the switch has it already and all is in force.
 bool addUplink(const Files& files, const std::string& switchName, const std::string& pnic);

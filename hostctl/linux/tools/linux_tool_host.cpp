@@ -33,7 +33,8 @@ std::optional<std::string> switchWith(const Files& files, const std::string& pni
 }
 
 /// The console moves adapters between switches; at a shell an operator does so in two steps. One
-/// that the switch has already may not be its port yet, where the same command was killed.
+/// that the switch has already may not be its port yet, where the same command was killed, and one
+/// that it has no more may still be.
 void addFreeUplink(const Files& files, const std::string& switchName, const std::string& pnic) {
   const std::string has = switchWith(files, pnic).value_or(switchName);
   if (has != switchName || !addUplink(files, switchName, pnic))
@@ -41,8 +42,10 @@ void addFreeUplink(const Files& files, const std::string& switchName, const std:
 }
 
 void removeItsUplink(const Files& files, const std::string& switchName, const std::string& pnic) {
-  if (switchWith(files, pnic) != switchName)
+  if (switchWith(files, pnic) != switchName) {
+    finishKilledChange(files, kChangeUplink, pnic);
     throw HostCtlException(kChangeUplink, pnic, "is no uplink of " + switchName);
+  }
   removeUplink(files, switchName, pnic);
 }
 

@@ -34,6 +34,10 @@ std::string readFile(const std::string& path);
 /// and the old file is as it was when it throws.
 void replaceFile(const std::string& path, std::string_view text, mode_t mode = 0644);
 
+/// Whether a file has the name under which replaceFile writes beside the path, and leaves the file
+/// where it is killed.
+bool isHalfWritten(std::string_view name);
+
 /// Does the same with a file that is written already, at `from` on the same disk.
 void publishFile(const std::string& from, const std::string& path, const FileAccess& access);
 inline void publishFile(const std::string& from, const std::string& path, mode_t mode) {
